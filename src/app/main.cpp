@@ -1,0 +1,17 @@
+#include "DesktopProgram.h"
+#include "cli/CommandLine.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+
+// With a subcommand the program runs headless and needs no display;
+// without one it is the desktop program.
+int main(int argc, char *argv[])
+{
+    if (fenrow::CommandLine::hasSubcommand(argc, argv)) {
+        QCoreApplication application(argc, argv);
+        return fenrow::CommandLine::run(application);
+    }
+    QApplication application(argc, argv);
+    return fenrow::DesktopProgram::run(application);
+}

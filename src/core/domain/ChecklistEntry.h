@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QUuid>
+
+namespace fenrow {
+
+struct ChecklistEntry {
+    QUuid id;
+    QString title;
+    bool isDone = false;
+
+    friend bool operator==(const ChecklistEntry &, const ChecklistEntry &) = default;
+};
+
+using Checklist = QList<ChecklistEntry>;
+
+// The checklist is persisted as a JSON array of {"id", "title", "isDone"}
+// in display order. The empty list is "" (never "[]"), and text that does
+// not decode reads as the empty list.
+namespace ChecklistCodec {
+QString encode(const Checklist &entries);
+Checklist decode(const QString &data);
+} // namespace ChecklistCodec
+
+} // namespace fenrow

@@ -1,0 +1,45 @@
+#include "FenrowModelContainer.h"
+
+#include "FenrowStore.h"
+#include "persistence/StoreDatabase.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace fenrow {
+
+bool FenrowModelContainer::usesMemory(const QStringList &arguments)
+{
+    return arguments.contains(QStringLiteral("--ui-test"));
+}
+
+QString FenrowModelContainer::storePath()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    return QDir(folder).filePath(QString::fromLatin1(storeFileName));
+}
+
+std::unique_ptr<StoreDatabase> FenrowModelContainer::create(const QStringList &arguments, QString *error)
+{
+    if (usesMemory(arguments))
+        return StoreDatabase::open(QString::fromLatin1(StoreDatabase::inMemoryPath), error);
+
+    const QString path = storePath();
+    // A failure here shows up, with a better reason, when the file opens.
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    return StoreDatabase::open(path, error);
+}
+
+std::unique_ptr<FenrowStore> FenrowModelContainer::openStore(const QStringList &arguments, const Clock &clock,
+                                                             LocalCalendar calendar, QString *fatalMessage)
+{
+    QString reason;
+    std::unique_ptr<FenrowStore> store;
+    if (auto database = create(arguments, &reason))
+        store = FenrowStore::open(std::move(database), clock, std::move(calendar), &reason);
+    if (!store)
+        *fatalMessage = QString::fromLatin1(failurePrefix) + reason;
+    return store;
+}
+
+} // namespace fenrow

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "LocalCalendar.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace fenrow {
+
+class Clock;
+class FenrowStore;
+class StoreDatabase;
+
+// Where the store lives and how it is opened: "default.store" in the user's
+// data folder, or in memory for scripted runs ("--ui-test"). Failing to open
+// it is the program's one fatal stop; the file is then left untouched.
+class FenrowModelContainer {
+public:
+    static constexpr const char *storeFileName = "default.store";
+    static constexpr const char *failurePrefix = "Failed to create the Fenrow ModelContainer: ";
+
+    static bool usesMemory(const QStringList &arguments);
+    // The data folder follows XDG_DATA_HOME; the application name must be
+    // set before asking.
+    static QString storePath();
+
+    static std::unique_ptr<StoreDatabase> create(const QStringList &arguments, QString *error);
+
+    // Opens the database and loads the store. On failure returns null and
+    // puts the whole fatal message in `fatalMessage`.
+    static std::unique_ptr<FenrowStore> openStore(const QStringList &arguments, const Clock &clock,
+                                                  LocalCalendar calendar, QString *fatalMessage);
+};
+
+} // namespace fenrow

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QDate>
+#include <QDateTime>
+#include <QTimeZone>
+
+namespace fenrow {
+
+// Day arithmetic in one time zone: the system's own unless a test or a
+// command fixes another. Start and due dates are kept as the first instant
+// of their local day, so every comparison goes through startOfDay.
+class LocalCalendar {
+public:
+    LocalCalendar();
+    explicit LocalCalendar(QTimeZone zone);
+
+    const QTimeZone &zone() const { return m_zone; }
+
+    QDate dayOf(const QDateTime &moment) const;
+    QDateTime startOfDay(QDate day) const;
+    QDateTime startOfDay(const QDateTime &moment) const;
+
+private:
+    QTimeZone m_zone;
+};
+
+} // namespace fenrow

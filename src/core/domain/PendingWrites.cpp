@@ -1,0 +1,83 @@
+#include "PendingWrites.h"
+
+#include "CompletionRecord.h"
+#include "FlowTemplate.h"
+#include "TaskFlow.h"
+
+namespace fenrow {
+
+template <typename Record>
+void PendingWrites::drop(QSet<Record *> &set, std::vector<QUuid> &deleted, Record *record, bool rowExists)
+{
+    set.remove(record);
+    if (rowExists)
+        deleted.push_back(record->id);
+}
+
+void PendingWrites::remove(TaskFlow *flow)
+{
+    drop(m_flows, m_deleted.deletedFlows, flow, true);
+}
+
+void PendingWrites::remove(FlowNode *node, bool rowExists)
+{
+    drop(m_nodes, m_deleted.deletedNodes, node, rowExists);
+}
+
+void PendingWrites::remove(DependencyEdge *edge, bool rowExists)
+{
+    drop(m_edges, m_deleted.deletedEdges, edge, rowExists);
+}
+
+void PendingWrites::remove(FlowFile *file, bool rowExists)
+{
+    drop(m_files, m_deleted.deletedFiles, file, rowExists);
+}
+
+void PendingWrites::remove(FileLink *link, bool rowExists)
+{
+    drop(m_fileLinks, m_deleted.deletedFileLinks, link, rowExists);
+}
+
+void PendingWrites::remove(CompletionRecord *record)
+{
+    drop(m_completionRecords, m_deleted.deletedCompletionRecords, record, true);
+}
+
+void PendingWrites::remove(FlowTemplate *flowTemplate)
+{
+    drop(m_templates, m_deleted.deletedTemplates, flowTemplate, true);
+}
+
+bool PendingWrites::isEmpty() const
+{
+    return m_flows.isEmpty() && m_nodes.isEmpty() && m_edges.isEmpty() && m_files.isEmpty()
+        && m_fileLinks.isEmpty() && m_completionRecords.isEmpty() && m_templates.isEmpty() && m_deleted.isEmpty();
+}
+
+StoreChangeSet PendingWrites::changeSet() const
+{
+    StoreChangeSet changes = m_deleted;
+    changes.flows.assign(m_flows.begin(), m_flows.end());
+    changes.nodes.assign(m_nodes.begin(), m_nodes.end());
+    changes.edges.assign(m_edges.begin(), m_edges.end());
+    changes.files.assign(m_files.begin(), m_files.end());
+    changes.fileLinks.assign(m_fileLinks.begin(), m_fileLinks.end());
+    changes.completionRecords.assign(m_completionRecords.begin(), m_completionRecords.end());
+    changes.templates.assign(m_templates.begin(), m_templates.end());
+    return changes;
+}
+
+void PendingWrites::clear()
+{
+    // Bytes written by this save are now on disk; later saves skip them.
+    for (FlowFile *file : std::as_const(m_files)) {
+        file->data.markSaved();
+        file->thumbnail.markSaved();
+    }
+    for (CompletionRecord *record : std::as_const(m_completionRecords))
+        record->payload.markSaved();
+    *this = PendingWrites();
+}
+
+} // namespace fenrow

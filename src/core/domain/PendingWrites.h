@@ -1,0 +1,61 @@
+#pragma once
+
+#include "persistence/StoreChangeSet.h"
+
+#include <QSet>
+#include <QUuid>
+
+#include <vector>
+
+namespace fenrow {
+
+class CompletionRecord;
+class DependencyEdge;
+class FileLink;
+class FlowFile;
+class FlowNode;
+class FlowTemplate;
+class TaskFlow;
+
+// The unit of work between two saves: records written since the last
+// successful save and ids of rows to delete. A failed save leaves it as it
+// is, so the next save carries the same changes again.
+class PendingWrites {
+public:
+    void write(TaskFlow *flow) { m_flows.insert(flow); }
+    void write(FlowNode *node) { m_nodes.insert(node); }
+    void write(DependencyEdge *edge) { m_edges.insert(edge); }
+    void write(FlowFile *file) { m_files.insert(file); }
+    void write(FileLink *link) { m_fileLinks.insert(link); }
+    void write(CompletionRecord *record) { m_completionRecords.insert(record); }
+    void write(FlowTemplate *flowTemplate) { m_templates.insert(flowTemplate); }
+
+    // Call before the record is destroyed. `rowExists` is false for a child
+    // whose row goes with its parent's delete.
+    void remove(TaskFlow *flow);
+    void remove(FlowNode *node, bool rowExists = true);
+    void remove(DependencyEdge *edge, bool rowExists = true);
+    void remove(FlowFile *file, bool rowExists = true);
+    void remove(FileLink *link, bool rowExists = true);
+    void remove(CompletionRecord *record);
+    void remove(FlowTemplate *flowTemplate);
+
+    bool isEmpty() const;
+    StoreChangeSet changeSet() const;
+    void clear();
+
+private:
+    template <typename Record>
+    static void drop(QSet<Record *> &set, std::vector<QUuid> &deleted, Record *record, bool rowExists);
+
+    QSet<TaskFlow *> m_flows;
+    QSet<FlowNode *> m_nodes;
+    QSet<DependencyEdge *> m_edges;
+    QSet<FlowFile *> m_files;
+    QSet<FileLink *> m_fileLinks;
+    QSet<CompletionRecord *> m_completionRecords;
+    QSet<FlowTemplate *> m_templates;
+    StoreChangeSet m_deleted;
+};
+
+} // namespace fenrow

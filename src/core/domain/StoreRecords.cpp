@@ -1,0 +1,57 @@
+// Taking in whole records: at start-up from the file, and in bulk from
+// restores, imports and generators.
+#include "FenrowStore.h"
+
+namespace fenrow {
+
+void FenrowStore::adopt(RecordBundle bundle)
+{
+    for (auto &owned : bundle.flows) {
+        TaskFlow *flow = m_allFlows.add(std::move(owned));
+        m_flowsByID.insert(flow->id, flow);
+        for (FlowNode *node : flow->items())
+            m_nodesByID.insert(node->id, node);
+        markDirtyDeep(flow);
+    }
+    for (auto &record : bundle.completionRecords)
+        m_pending.write(m_completionRecords.add(std::move(record)));
+    for (auto &flowTemplate : bundle.templates)
+        m_pending.write(m_templates.add(std::move(flowTemplate)));
+}
+
+void FenrowStore::insertRecords(RecordBundle bundle)
+{
+    if (bundle.flows.empty() && bundle.completionRecords.empty() && bundle.templates.empty())
+        return;
+    adopt(std::move(bundle));
+    finishChange();
+}
+
+void FenrowStore::markDirtyDeep(TaskFlow *flow)
+{
+    m_pending.write(flow);
+    for (FlowNode *node : flow->items())
+        m_pending.write(node);
+    for (DependencyEdge *edge : flow->edges())
+        m_pending.write(edge);
+    for (FlowFile *file : flow->files())
+        m_pending.write(file);
+    for (FileLink *link : flow->fileLinks())
+        m_pending.write(link);
+}
+
+void FenrowStore::forgetChildren(TaskFlow *flow)
+{
+    for (FileLink *link : flow->fileLinks())
+        m_pending.remove(link, false);
+    for (DependencyEdge *edge : flow->edges())
+        m_pending.remove(edge, false);
+    for (FlowFile *file : flow->files())
+        m_pending.remove(file, false);
+    for (FlowNode *node : flow->items()) {
+        m_pending.remove(node, false);
+        m_nodesByID.remove(node->id);
+    }
+}
+
+} // namespace fenrow

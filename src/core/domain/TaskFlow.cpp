@@ -1,0 +1,15 @@
+#include "TaskFlow.h"
+
+#include <algorithm>
+
+namespace fenrow {
+
+QList<const FlowNode *> TaskFlow::orderedItems() const
+{
+    QList<const FlowNode *> ordered(m_items.begin(), m_items.end());
+    std::sort(ordered.begin(), ordered.end(),
+              [](const FlowNode *a, const FlowNode *b) { return a->order < b->order; });
+    return ordered;
+}
+
+} // namespace fenrow

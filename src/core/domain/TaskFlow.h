@@ -1,0 +1,49 @@
+#pragma once
+
+#include "DependencyEdge.h"
+#include "FileLink.h"
+#include "FlowFile.h"
+#include "FlowNode.h"
+#include "OwnedList.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QString>
+#include <QUuid>
+
+namespace fenrow {
+
+// One flow: a project whose tasks form a graph on a canvas. The flow owns its
+// nodes, edges, files and file links; deleting it takes them all along.
+class TaskFlow {
+public:
+    QUuid id;
+    QString name;
+    qint64 order = 0;
+    QDateTime createdAt;
+    double viewportOffsetX = 0;
+    double viewportOffsetY = 0;
+    double viewportScale = 1;
+    bool hasBeenFramed = false;
+
+    const OwnedList<FlowNode> &items() const { return m_items; }
+    OwnedList<FlowNode> &items() { return m_items; }
+    const OwnedList<DependencyEdge> &edges() const { return m_edges; }
+    OwnedList<DependencyEdge> &edges() { return m_edges; }
+    const OwnedList<FlowFile> &files() const { return m_files; }
+    OwnedList<FlowFile> &files() { return m_files; }
+    const OwnedList<FileLink> &fileLinks() const { return m_fileLinks; }
+    OwnedList<FileLink> &fileLinks() { return m_fileLinks; }
+
+    // Nodes by `order`, ascending. Equal orders (possible after imports) keep
+    // no particular sequence among themselves.
+    QList<const FlowNode *> orderedItems() const;
+
+private:
+    OwnedList<FlowNode> m_items;
+    OwnedList<DependencyEdge> m_edges;
+    OwnedList<FlowFile> m_files;
+    OwnedList<FileLink> m_fileLinks;
+};
+
+} // namespace fenrow

@@ -1,0 +1,155 @@
+#include "SqliteStatement.h"
+
+#include <sqlite3.h>
+
+namespace fenrow {
+
+SqliteStatement::SqliteStatement(sqlite3 *db, const char *sql) : m_db(db)
+{
+    if (sqlite3_prepare_v2(db, sql, -1, &m_statement, nullptr) != SQLITE_OK) {
+        m_statement = nullptr;
+        m_failed = true;
+    }
+}
+
+SqliteStatement::~SqliteStatement()
+{
+    sqlite3_finalize(m_statement);
+}
+
+void SqliteStatement::bind(int position, const QUuid &value)
+{
+    const QByteArray bytes = value.toRfc4122();
+    sqlite3_bind_blob(m_statement, position, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+}
+
+void SqliteStatement::bind(int position, const QString &value)
+{
+    const QByteArray utf8 = value.toUtf8();
+    sqlite3_bind_text(m_statement, position, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+}
+
+void SqliteStatement::bind(int position, const QByteArray &value)
+{
+    // A zero-length blob must stay a blob, not turn into NULL.
+    sqlite3_bind_blob64(m_statement, position, value.isEmpty() ? "" : value.constData(),
+                        sqlite3_uint64(value.size()), SQLITE_TRANSIENT);
+}
+
+void SqliteStatement::bind(int position, qint64 value)
+{
+    sqlite3_bind_int64(m_statement, position, value);
+}
+
+void SqliteStatement::bind(int position, double value)
+{
+    sqlite3_bind_double(m_statement, position, value);
+}
+
+void SqliteStatement::bind(int position, bool value)
+{
+    sqlite3_bind_int(m_statement, position, value ? 1 : 0);
+}
+
+void SqliteStatement::bind(int position, const QDateTime &value)
+{
+    sqlite3_bind_int64(m_statement, position, value.toMSecsSinceEpoch());
+}
+
+void SqliteStatement::bindNull(int position)
+{
+    sqlite3_bind_null(m_statement, position);
+}
+
+bool SqliteStatement::step()
+{
+    if (!m_statement)
+        return false;
+    const int result = sqlite3_step(m_statement);
+    if (result == SQLITE_ROW)
+        return true;
+    if (result != SQLITE_DONE)
+        m_failed = true;
+    return false;
+}
+
+bool SqliteStatement::run()
+{
+    while (step()) {
+    }
+    const bool ok = !m_failed;
+    reset();
+    return ok;
+}
+
+void SqliteStatement::reset()
+{
+    if (!m_statement)
+        return;
+    sqlite3_reset(m_statement);
+    sqlite3_clear_bindings(m_statement);
+}
+
+bool SqliteStatement::isNull(int column) const
+{
+    return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
+}
+
+QUuid SqliteStatement::uuid(int column) const
+{
+    const int size = sqlite3_column_bytes(m_statement, column);
+    const auto *data = static_cast<const char *>(sqlite3_column_blob(m_statement, column));
+    if (size != 16 || !data)
+        return {};
+    return QUuid::fromRfc4122(QByteArrayView(data, size));
+}
+
+QString SqliteStatement::text(int column) const
+{
+    const auto *data = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    return QString::fromUtf8(data, sqlite3_column_bytes(m_statement, column));
+}
+
+QByteArray SqliteStatement::bytes(int column) const
+{
+    const auto *data = static_cast<const char *>(sqlite3_column_blob(m_statement, column));
+    return QByteArray(data, sqlite3_column_bytes(m_statement, column));
+}
+
+qint64 SqliteStatement::integer(int column) const
+{
+    return sqlite3_column_int64(m_statement, column);
+}
+
+double SqliteStatement::real(int column) const
+{
+    return sqlite3_column_double(m_statement, column);
+}
+
+QDateTime SqliteStatement::dateTime(int column) const
+{
+    // Records hold local time; the zone matters only for display.
+    return QDateTime::fromMSecsSinceEpoch(integer(column));
+}
+
+std::optional<QString> SqliteStatement::optionalText(int column) const
+{
+    return isNull(column) ? std::nullopt : std::optional(text(column));
+}
+
+std::optional<qint64> SqliteStatement::optionalInteger(int column) const
+{
+    return isNull(column) ? std::nullopt : std::optional(integer(column));
+}
+
+std::optional<double> SqliteStatement::optionalReal(int column) const
+{
+    return isNull(column) ? std::nullopt : std::optional(real(column));
+}
+
+std::optional<QDateTime> SqliteStatement::optionalDateTime(int column) const
+{
+    return isNull(column) ? std::nullopt : std::optional(dateTime(column));
+}
+
+} // namespace fenrow

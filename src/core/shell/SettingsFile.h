@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QSettings>
+#include <QString>
+
+#include <memory>
+
+namespace fenrow {
+
+// The user's settings: one INI file, ~/.config/fenrow/fenrow.conf (following
+// XDG_CONFIG_HOME), keys as "preferences.<name>".
+class SettingsFile {
+public:
+    static QString path();
+    static std::unique_ptr<QSettings> open();
+};
+
+} // namespace fenrow
