@@ -1,0 +1,338 @@
+#include "TestStore.h"
+
+#include <QSignalSpy>
+
+#include <sqlite3.h>
+
+namespace fenrow {
+namespace {
+
+using testing::berlinTime;
+using testing::TestStore;
+
+// Builds one flow using every field of every record kind, with optionals
+// present on some records and absent on others.
+RecordBundle fullBundle(QUuid *flowID)
+{
+    RecordBundle bundle;
+    auto flow = std::make_unique<TaskFlow>();
+    flow->id = QUuid::createUuid();
+    *flowID = flow->id;
+    flow->name = QStringLiteral("Launch ✈");
+    flow->order = 3;
+    flow->createdAt = berlinTime(2026, 1, 2, 3, 4);
+    flow->viewportOffsetX = -120.5;
+    flow->viewportOffsetY = 42.25;
+    flow->viewportScale = 1.75;
+    flow->hasBeenFramed = true;
+
+    auto full = std::make_unique<FlowNode>();
+    full->id = QUuid::createUuid();
+    full->title = QStringLiteral("Write copy");
+    full->isDone = true;
+    full->statusRaw = QStringLiteral("paused");
+    full->notes = QStringLiteral("Line one\nLine \"two\"");
+    full->priorityRaw = QStringLiteral("high");
+    full->colorRaw = QStringLiteral("mystery-colour");
+    full->startDate = berlinTime(2026, 6, 1);
+    full->dueDate = berlinTime(2026, 6, 30);
+    full->estimateMinutes = 90;
+    full->dayPlanRank = 2;
+    full->manualWidth = 240.5;
+    full->manualHeight = 120;
+    full->checklistData = ChecklistCodec::encode({{QUuid::createUuid(), QStringLiteral("a"), true}});
+    full->recurrenceRaw = QStringLiteral("weekly:1");
+    full->repeatCount = 4;
+    full->completedAt = berlinTime(2026, 6, 5, 17, 45);
+    full->isCollapsed = true;
+    full->posX = 19999.5;
+    full->posY = -20000;
+    full->order = 7;
+    full->createdAt = berlinTime(2026, 1, 2, 3, 5);
+    full->setFlow(flow.get());
+    FlowNode *fullNode = flow->items().add(std::move(full));
+
+    auto bare = std::make_unique<FlowNode>();
+    bare->id = QUuid::createUuid();
+    bare->title = QString();
+    bare->createdAt = berlinTime(2026, 1, 2, 3, 6);
+    bare->setFlow(flow.get());
+    FlowNode *bareNode = flow->items().add(std::move(bare));
+
+    auto typed = std::make_unique<DependencyEdge>();
+    typed->id = QUuid::createUuid();
+    typed->source = EdgeSource::ai;
+    typed->kind = EdgeKind::subtask;
+    typed->createdAt = berlinTime(2026, 1, 3);
+    typed->setFlow(flow.get());
+    typed->setFromItem(fullNode);
+    typed->setToItem(bareNode);
+    flow->edges().add(std::move(typed));
+
+    auto untyped = std::make_unique<DependencyEdge>();
+    untyped->id = QUuid::createUuid();
+    untyped->createdAt = berlinTime(2026, 1, 4);
+    untyped->setFlow(flow.get());
+    untyped->setFromItem(bareNode);
+    untyped->setToItem(fullNode);
+    flow->edges().add(std::move(untyped));
+
+    auto file = std::make_unique<FlowFile>();
+    file->id = QUuid::createUuid();
+    file->filename = QStringLiteral("plan.pdf");
+    file->contentTypeRaw = QStringLiteral("application/pdf");
+    file->byteCount = 5;
+    file->data.set(QByteArray("%PDF\0", 5));
+    file->thumbnail.set(QByteArray());
+    file->isTrashed = true;
+    file->posX = 10;
+    file->posY = 20;
+    file->manualWidth = 300;
+    file->order = 1;
+    file->createdAt = berlinTime(2026, 1, 5);
+    file->setFlow(flow.get());
+    FlowFile *fileRecord = flow->files().add(std::move(file));
+
+    auto link = std::make_unique<FileLink>();
+    link->id = QUuid::createUuid();
+    link->createdAt = berlinTime(2026, 1, 6);
+    link->setFlow(flow.get());
+    link->setFile(fileRecord);
+    link->setNode(fullNode);
+    FileLink *linkRecord = flow->fileLinks().add(std::move(link));
+    fileRecord->links().append(linkRecord);
+    fullNode->fileLinks().append(linkRecord);
+    bundle.flows.push_back(std::move(flow));
+
+    auto archived = std::make_unique<CompletionRecord>();
+    archived->id = QUuid::createUuid();
+    archived->nodeID = fullNode->id;
+    archived->flowID = *flowID;
+    archived->flowName = QStringLiteral("Launch ✈");
+    archived->title = QStringLiteral("Old task");
+    archived->kindRaw = CompletionRecord::archivedKind;
+    archived->completedAt = berlinTime(2026, 2, 1, 8, 0);
+    archived->cycle = 0;
+    archived->payload.set(QByteArray("{\"title\":\"Old task\"}"));
+    bundle.completionRecords.push_back(std::move(archived));
+
+    auto repeat = std::make_unique<CompletionRecord>();
+    repeat->id = QUuid::createUuid();
+    repeat->nodeID = QUuid::createUuid();
+    repeat->flowID = QUuid::createUuid();
+    repeat->flowName = QStringLiteral("Gone");
+    repeat->title = QStringLiteral("Water plants");
+    repeat->kindRaw = CompletionRecord::repeatKind;
+    repeat->completedAt = berlinTime(2026, 2, 2);
+    repeat->cycle = 12;
+    bundle.completionRecords.push_back(std::move(repeat));
+
+    auto withPayload = std::make_unique<FlowTemplate>();
+    withPayload->id = QUuid::createUuid();
+    withPayload->name = QStringLiteral("Weekly review");
+    withPayload->createdAt = berlinTime(2026, 3, 1);
+    withPayload->payload = QByteArray("{\"nodes\":[]}");
+    bundle.templates.push_back(std::move(withPayload));
+    auto empty = std::make_unique<FlowTemplate>();
+    empty->id = QUuid::createUuid();
+    empty->name = QStringLiteral("Empty");
+    empty->createdAt = berlinTime(2026, 3, 2);
+    bundle.templates.push_back(std::move(empty));
+    return bundle;
+}
+
+const FlowNode *nodeTitled(const TaskFlow &flow, const QString &title)
+{
+    for (const FlowNode *node : flow.items())
+        if (node->title == title)
+            return node;
+    return nullptr;
+}
+
+TEST(StorePersistence, EveryFieldSurvivesCloseAndReopen)
+{
+    TestStore store;
+    QUuid flowID;
+    store->insertRecords(fullBundle(&flowID));
+    FenrowStore &reopened = store.reopen();
+
+    const TaskFlow *flow = reopened.flow(flowID);
+    ASSERT_NE(flow, nullptr);
+    EXPECT_EQ(flow->name, QStringLiteral("Launch ✈"));
+    EXPECT_EQ(flow->order, 3);
+    EXPECT_EQ(flow->createdAt, berlinTime(2026, 1, 2, 3, 4));
+    EXPECT_EQ(flow->viewportOffsetX, -120.5);
+    EXPECT_EQ(flow->viewportOffsetY, 42.25);
+    EXPECT_EQ(flow->viewportScale, 1.75);
+    EXPECT_TRUE(flow->hasBeenFramed);
+    ASSERT_EQ(flow->items().size(), 2u);
+
+    const FlowNode *full = nodeTitled(*flow, QStringLiteral("Write copy"));
+    ASSERT_NE(full, nullptr);
+    EXPECT_EQ(full->flow(), flow);
+    EXPECT_TRUE(full->isDone);
+    EXPECT_EQ(full->statusRaw, QStringLiteral("paused"));
+    EXPECT_EQ(full->notes, QStringLiteral("Line one\nLine \"two\""));
+    EXPECT_EQ(full->priorityRaw, QStringLiteral("high"));
+    EXPECT_EQ(full->colorRaw, QStringLiteral("mystery-colour")) << "unknown raw text is kept as stored";
+    EXPECT_EQ(full->startDate, berlinTime(2026, 6, 1));
+    EXPECT_EQ(full->dueDate, berlinTime(2026, 6, 30));
+    EXPECT_EQ(full->estimateMinutes, 90);
+    EXPECT_EQ(full->dayPlanRank, 2);
+    EXPECT_EQ(full->manualWidth, 240.5);
+    EXPECT_EQ(full->manualHeight, 120);
+    EXPECT_EQ(full->checklist().size(), 1);
+    EXPECT_EQ(full->recurrenceRaw, QStringLiteral("weekly:1"));
+    EXPECT_EQ(full->repeatCount, 4);
+    EXPECT_EQ(full->completedAt, berlinTime(2026, 6, 5, 17, 45));
+    EXPECT_TRUE(full->isCollapsed);
+    EXPECT_EQ(full->posX, 19999.5);
+    EXPECT_EQ(full->posY, -20000);
+    EXPECT_EQ(full->order, 7);
+    EXPECT_EQ(full->createdAt, berlinTime(2026, 1, 2, 3, 5));
+
+    const FlowNode *bare = nodeTitled(*flow, QString());
+    ASSERT_NE(bare, nullptr);
+    EXPECT_EQ(bare->statusRaw, QStringLiteral("pending"));
+    EXPECT_EQ(bare->checklistData, QString());
+    EXPECT_FALSE(bare->startDate || bare->dueDate || bare->estimateMinutes || bare->dayPlanRank
+                 || bare->manualWidth || bare->manualHeight || bare->recurrenceRaw || bare->completedAt);
+
+    ASSERT_EQ(flow->edges().size(), 2u);
+    for (const DependencyEdge *edge : flow->edges()) {
+        EXPECT_EQ(edge->flow(), flow);
+        if (edge->fromItem() == full) {
+            EXPECT_EQ(edge->toItem(), bare);
+            EXPECT_EQ(edge->kind, EdgeKind::subtask);
+            EXPECT_EQ(edge->source, EdgeSource::ai);
+        } else {
+            EXPECT_EQ(edge->fromItem(), bare);
+            EXPECT_EQ(edge->toItem(), full);
+            EXPECT_FALSE(edge->kind.has_value()) << "an absent kind stays absent";
+            EXPECT_EQ(edge->source, EdgeSource::manual);
+        }
+    }
+
+    ASSERT_EQ(flow->files().size(), 1u);
+    const FlowFile *file = flow->files()[0];
+    EXPECT_EQ(file->filename, QStringLiteral("plan.pdf"));
+    EXPECT_EQ(file->contentTypeRaw, QStringLiteral("application/pdf"));
+    EXPECT_EQ(file->byteCount, 5);
+    EXPECT_TRUE(file->isTrashed);
+    EXPECT_EQ(file->manualWidth, 300);
+    EXPECT_FALSE(file->manualHeight);
+    EXPECT_EQ(file->order, 1);
+    EXPECT_EQ(file->data.value(), QByteArray("%PDF\0", 5));
+    EXPECT_EQ(file->thumbnail.value(), QByteArray()) << "empty bytes differ from no bytes";
+
+    ASSERT_EQ(flow->fileLinks().size(), 1u);
+    const FileLink *link = flow->fileLinks()[0];
+    EXPECT_EQ(link->file(), file);
+    EXPECT_EQ(link->node(), full);
+    EXPECT_EQ(full->fileLinks(), QList<FileLink *>{const_cast<FileLink *>(link)});
+    EXPECT_EQ(file->links().size(), 1);
+
+    ASSERT_EQ(reopened.completionRecords().size(), 2u);
+    for (const CompletionRecord *record : reopened.completionRecords()) {
+        if (record->kindRaw == CompletionRecord::archivedKind) {
+            EXPECT_EQ(record->flowID, flowID);
+            EXPECT_EQ(record->nodeID, full->id);
+            EXPECT_EQ(record->title, QStringLiteral("Old task"));
+            EXPECT_EQ(record->completedAt, berlinTime(2026, 2, 1, 8, 0));
+            EXPECT_EQ(record->payload.value(), QByteArray("{\"title\":\"Old task\"}"));
+        } else {
+            EXPECT_EQ(record->flowName, QStringLiteral("Gone"));
+            EXPECT_EQ(record->cycle, 12);
+            EXPECT_FALSE(record->payload.isPresent());
+            EXPECT_EQ(record->payload.value(), std::nullopt);
+        }
+    }
+
+    ASSERT_EQ(reopened.templates().size(), 2u);
+    for (const FlowTemplate *flowTemplate : reopened.templates()) {
+        if (flowTemplate->name == QStringLiteral("Empty"))
+            EXPECT_FALSE(flowTemplate->payload.has_value());
+        else
+            EXPECT_EQ(flowTemplate->payload, QByteArray("{\"nodes\":[]}"));
+    }
+}
+
+TEST(StorePersistence, BytesAreReadOnlyWhenAskedFor)
+{
+    TestStore store;
+    QUuid flowID;
+    store->insertRecords(fullBundle(&flowID));
+    FenrowStore &reopened = store.reopen();
+    const FlowFile *file = reopened.flow(flowID)->files()[0];
+
+    EXPECT_TRUE(file->data.isPresent());
+    EXPECT_FALSE(file->data.isLoaded());
+    EXPECT_FALSE(file->thumbnail.isLoaded());
+
+    // The main rows hold no bytes at all.
+    sqlite3 *db = nullptr;
+    ASSERT_EQ(sqlite3_open(store.path().toUtf8().constData(), &db), SQLITE_OK);
+    sqlite3_stmt *query = nullptr;
+    sqlite3_prepare_v2(db, "SELECT count(*) FROM pragma_table_info('flow_file') WHERE type = 'BLOB' AND name <> 'id'"
+                           " AND name <> 'flow_id'",
+                       -1, &query, nullptr);
+    ASSERT_EQ(sqlite3_step(query), SQLITE_ROW);
+    EXPECT_EQ(sqlite3_column_int(query, 0), 0);
+    sqlite3_finalize(query);
+    sqlite3_close(db);
+
+    EXPECT_EQ(file->data.value()->size(), 5);
+    EXPECT_TRUE(file->data.isLoaded());
+    EXPECT_FALSE(file->thumbnail.isLoaded());
+}
+
+TEST(StorePersistence, CompletionTimesAreBackfilledOnceAtOpening)
+{
+    TestStore store;
+    QUuid flowID;
+    RecordBundle bundle = fullBundle(&flowID);
+    for (FlowNode *node : bundle.flows[0]->items()) {
+        node->isDone = true;
+        node->completedAt.reset();
+    }
+    store->insertRecords(std::move(bundle));
+
+    store.clock.set(berlinTime(2026, 7, 1, 12, 0));
+    FenrowStore &reopened = store.reopen();
+    EXPECT_FALSE(reopened.hasChanges()) << "the back-fill saves what it changed";
+    for (const FlowNode *node : reopened.flow(flowID)->items())
+        EXPECT_EQ(node->completedAt, berlinTime(2026, 7, 1, 12, 0));
+
+    // A later opening finds nothing to fill and keeps the first stamp.
+    store.clock.set(berlinTime(2026, 8, 1, 12, 0));
+    for (const FlowNode *node : store.reopen().flow(flowID)->items())
+        EXPECT_EQ(node->completedAt, berlinTime(2026, 7, 1, 12, 0));
+}
+
+TEST(StorePersistence, FailedSaveIsKeptForTheNextSave)
+{
+    TestStore store;
+    const TaskFlow *flow = store->addFlow(QStringLiteral("Before"));
+    const QUuid id = flow->id;
+
+    // Another connection holding the write lock makes the next save fail.
+    sqlite3 *other = nullptr;
+    ASSERT_EQ(sqlite3_open(store.path().toUtf8().constData(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+
+    QSignalSpy changed(store.store.get(), &FenrowStore::changed);
+    store->renameFlow(*flow, QStringLiteral("After"));
+    EXPECT_EQ(changed.count(), 1) << "the operation returns as if it had succeeded";
+    EXPECT_EQ(flow->name, QStringLiteral("After"));
+    EXPECT_TRUE(store->hasChanges());
+
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+
+    store->save();
+    EXPECT_FALSE(store->hasChanges());
+    EXPECT_EQ(store.reopen().flow(id)->name, QStringLiteral("After"));
+}
+
+} // namespace
+} // namespace fenrow
