@@ -1,0 +1,194 @@
+// Generating the large store, and opening it: in this process for the time,
+// and in a fresh process that only opens it for the memory.
+#include "BenchmarkMain.h"
+#include "GeneratedStores.h"
+#include "LargeStoreGenerator.h"
+
+#include "persistence/StoreDatabase.h"
+
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+
+using namespace fenrow;
+using namespace fenrow::bench;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point start)
+{
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+constexpr double mebibyte = 1024.0 * 1024.0;
+
+// The reopened store must hold what was generated: the counts the shape
+// fixes exactly, and some of each kind of record.
+QString mismatch(const LargeStoreGenerator::Summary &found, const LargeStoreShape &shape)
+{
+    if (found.flows != shape.flows || found.nodes != shape.nodes || found.edges != shape.edges
+        || found.completionRecords != shape.completionRecords || found.files != shape.files)
+        return QStringLiteral("reopened store has %1 flows, %2 nodes, %3 edges, %4 records, %5 files")
+            .arg(found.flows)
+            .arg(found.nodes)
+            .arg(found.edges)
+            .arg(found.completionRecords)
+            .arg(found.files);
+    if (found.doneNodes == 0 || found.subtaskEdges == 0 || found.edgesWithoutKind == 0 || found.fileLinks == 0)
+        return QStringLiteral("reopened store lacks done nodes, subtask edges, kindless edges or file links");
+    if (shape.completionRecords > 10 && found.archivedRecords == 0)
+        return QStringLiteral("reopened store has no archived records");
+    return {};
+}
+
+// Bytes stay out of the loaded rows; asking for them reads them then.
+QString bytesMismatch(const FenrowStore &store)
+{
+    for (const TaskFlow *flow : store.flows()) {
+        for (const FlowFile *file : flow->files()) {
+            const std::optional<QByteArray> data = file->data.value();
+            if (!data || data->size() != file->byteCount || !file->thumbnail.value())
+                return QStringLiteral("attachment %1 does not read back").arg(file->filename);
+        }
+    }
+    for (const CompletionRecord *record : store.completionRecords()) {
+        if (record->kindRaw != CompletionRecord::archivedKind)
+            continue;
+        const std::optional<QByteArray> payload = record->payload.value();
+        if (!payload || !QJsonDocument::fromJson(*payload).isObject())
+            return QStringLiteral("archived payload of %1 does not read back").arg(record->title);
+        break;
+    }
+    return {};
+}
+
+void generateStore(benchmark::State &state, LargeStoreShape shape)
+{
+    QTemporaryDir folder;
+    for (auto _ : state) {
+        const QString path = folder.filePath(QStringLiteral("generated.store"));
+        LargeStoreGenerator generator(shape);
+        LargeStoreGenerator::Timings timings;
+        QString error;
+        if (!generator.writeStore(path, &error, &timings)) {
+            fail(state, error);
+            return;
+        }
+        state.SetIterationTime((timings.buildMs + timings.insertMs) / 1000.0);
+        state.counters["records_ms"] = timings.buildMs;
+        state.counters["insert_ms"] = timings.insertMs;
+        state.counters["file_MiB"] = double(QFileInfo(path).size()) / mebibyte;
+    }
+}
+
+void openStore(benchmark::State &state, LargeStoreShape shape)
+{
+    QTemporaryDir folder;
+    QString error;
+    const QString path = GeneratedStores::workingCopy(shape, folder.path(), &error);
+    if (path.isEmpty()) {
+        fail(state, error);
+        return;
+    }
+    bool checked = false;
+    for (auto _ : state) {
+        const Clock::time_point start = Clock::now();
+        std::unique_ptr<FenrowStore> store;
+        if (auto database = StoreDatabase::open(path, &error))
+            store = FenrowStore::open(std::move(database), LargeStoreGenerator::clock(),
+                                      LargeStoreGenerator::calendar(), &error);
+        state.SetIterationTime(secondsSince(start));
+        if (!store) {
+            fail(state, error);
+            return;
+        }
+        if (!checked) {
+            QString wrong = mismatch(LargeStoreGenerator::summarize(*store), shape);
+            if (wrong.isEmpty())
+                wrong = bytesMismatch(*store);
+            if (!wrong.isEmpty()) {
+                fail(state, wrong);
+                return;
+            }
+            checked = true;
+        }
+        // Closing is not part of opening: manual time leaves it out.
+    }
+    state.counters["nodes"] = shape.nodes;
+}
+
+void openStoreInFreshProcess(benchmark::State &state, LargeStoreShape shape)
+{
+    QTemporaryDir folder;
+    QString error;
+    const QString path = GeneratedStores::workingCopy(shape, folder.path(), &error);
+    if (path.isEmpty()) {
+        fail(state, error);
+        return;
+    }
+    double openMs = 0;
+    double rss = 0;
+    double peak = 0;
+    double baseline = 0;
+    for (auto _ : state) {
+        QProcess child;
+        child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        const Clock::time_point start = Clock::now();
+        child.start(QStringLiteral(FENROW_BENCH_OPEN_PROGRAM), {path});
+        const bool finished = child.waitForFinished(-1);
+        state.SetIterationTime(secondsSince(start));
+        if (!finished || child.exitStatus() != QProcess::NormalExit || child.exitCode() != 0) {
+            fail(state, QStringLiteral("%1 failed: %2").arg(QStringLiteral(FENROW_BENCH_OPEN_PROGRAM), child.errorString()));
+            return;
+        }
+        const QJsonObject result = QJsonDocument::fromJson(child.readAllStandardOutput()).object();
+        if (result.value(QStringLiteral("nodes")).toInt() != shape.nodes) {
+            fail(state, QStringLiteral("the fresh process did not load the store: %1")
+                            .arg(QString::fromUtf8(QJsonDocument(result).toJson(QJsonDocument::Compact))));
+            return;
+        }
+        openMs += result.value(QStringLiteral("openMs")).toDouble();
+        rss += result.value(QStringLiteral("rssKiB")).toDouble() * 1024.0 / mebibyte;
+        peak += result.value(QStringLiteral("peakRssKiB")).toDouble() * 1024.0 / mebibyte;
+        baseline += result.value(QStringLiteral("baselineRssKiB")).toDouble() * 1024.0 / mebibyte;
+    }
+    const auto average = benchmark::Counter::kAvgIterations;
+    state.counters["open_ms"] = benchmark::Counter(openMs, average);
+    state.counters["rss_MiB"] = benchmark::Counter(rss, average);
+    state.counters["peak_rss_MiB"] = benchmark::Counter(peak, average);
+    state.counters["baseline_rss_MiB"] = benchmark::Counter(baseline, average);
+}
+
+std::string named(const char *what, const LargeStoreShape &shape)
+{
+    return std::string(what) + "/nodes:" + std::to_string(shape.nodes);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const LargeStoreShape shape = GeneratedStores::scaledShape();
+    // Generation is slow and its time varies little: once is enough.
+    benchmark::RegisterBenchmark(named("GenerateStore", shape).c_str(), generateStore, shape)
+        ->Iterations(1)
+        ->Repetitions(1)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark(named("OpenStore", shape).c_str(), openStore, shape)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark(named("OpenStoreInFreshProcess", shape).c_str(), openStoreInFreshProcess, shape)
+        ->Iterations(1)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+    return runBenchmarks(argc, argv);
+}
