@@ -1,6 +1,9 @@
 #pragma once
 
 #include "CompletionRecord.h"
+#include "EdgeProposal.h"
+#include "GraphMutationError.h"
+#include "NodeRecurrence.h"
 #include "FlowTemplate.h"
 #include "LocalCalendar.h"
 #include "OwnedList.h"
@@ -10,6 +13,7 @@
 #include <QHash>
 #include <QList>
 #include <QObject>
+#include <QPointF>
 #include <QSet>
 #include <QString>
 #include <QUuid>
@@ -20,6 +24,7 @@
 namespace fenrow {
 
 class Clock;
+class NodeSizeResolver;
 class StoreDatabase;
 
 // Fully built records for a bulk insert (restore, import, generated data):
@@ -74,17 +79,93 @@ public:
     // --- bulk insert (StoreRecords.cpp): one save, one signal.
     void insertRecords(RecordBundle bundle);
 
+    // --- graph (StoreGraph.cpp). addEdge and reconnectEdge throw
+    // GraphMutationError and then change nothing.
+    // Returns the existing edge of the ordered pair unchanged if there is one.
+    const DependencyEdge &addEdge(const FlowNode &from, const FlowNode &to, EdgeSource source, EdgeKind kind);
+    // Moving an edge onto a pair that already has one deletes the moved edge.
+    void reconnectEdge(const DependencyEdge &edge, const FlowNode &from, const FlowNode &to);
+    void removeEdge(const DependencyEdge &edge);
+    // Proposals that are unknown, doubled or cyclic are dropped silently;
+    // with `replaceAI` the flow's machine-made edges go first.
+    void applyEdgeProposals(const QList<EdgeProposal> &proposals, const TaskFlow &flow, bool replaceAI);
+    void setCollapsed(const FlowNode &node, bool collapsed);
+    // Opens every fold above the given nodes so that they can be shown.
+    void unfoldAncestors(const QSet<QUuid> &ids, const TaskFlow &flow);
+
+    // --- nodes (StoreNodes.cpp)
+    const FlowNode *addNode(const QString &title, const TaskFlow &flow);
+    void moveNode(const FlowNode &node, double x, double y);
+    // Deletes the node and every descendant all of whose parents go too.
+    void deleteNode(const FlowNode &node);
+    void setTitle(const FlowNode &node, const QString &title);
+    void setNotes(const FlowNode &node, const QString &notes);
+    void setPriority(NodePriority priority, const FlowNode &node);
+    void setColor(NodeColor color, const FlowNode &node);
+    void setEstimate(std::optional<qint64> minutes, const FlowNode &node);
+    void setManualSize(const FlowNode &node, std::optional<double> width, std::optional<double> height);
+    void setStartDate(std::optional<QDateTime> date, const FlowNode &node);
+    void setDueDate(std::optional<QDateTime> date, const FlowNode &node);
+    void setDayPlanRank(std::optional<qint64> rank, const FlowNode &node);
+    void addChecklistEntry(const QString &title, const FlowNode &node);
+    void toggleChecklistEntry(const QUuid &entryID, const FlowNode &node);
+    void renameChecklistEntry(const QUuid &entryID, const QString &title, const FlowNode &node);
+    void removeChecklistEntry(const QUuid &entryID, const FlowNode &node);
+    void setChecklist(const Checklist &entries, const FlowNode &node);
+
+    // --- node commands of the canvas (StoreNodeCommands.cpp)
+    // A new node at the free spot nearest to `center`, searching sideways.
+    const FlowNode *addNodeAt(const TaskFlow &flow, const QString &title, QPointF center,
+                              const NodeSizeResolver &sizes);
+    // A new node right of (next) or left of (before) `anchor`, joined to it.
+    const FlowNode *addNextNode(const FlowNode &anchor, const QString &title, const NodeSizeResolver &sizes);
+    const FlowNode *addNodeBefore(const FlowNode &anchor, const QString &title, const NodeSizeResolver &sizes);
+    // A new subtask of `parent`; all its subtasks are laid out again.
+    const FlowNode *addChildNode(const FlowNode &parent, const QString &title, const NodeSizeResolver &sizes);
+    // Moves every node of the flow to the tree arrangement.
+    void arrangeAsTree(const TaskFlow &flow, const NodeSizeResolver &sizes);
+
+    // --- completion (StoreCompletion.cpp)
+    // Returns the nodes the change released. Completing a recurring node
+    // rolls it to its next round instead.
+    QList<const FlowNode *> setStatus(NodeStatus status, const FlowNode &node);
+    QList<const FlowNode *> completeRecurring(const FlowNode &node, const QDateTime &now);
+    void setRecurrence(std::optional<NodeRecurrence> recurrence, const FlowNode &node);
+    void deleteStaleRepeats(const FlowNode &node);
+
 signals:
     void changed();
 
 private:
     FenrowStore(std::unique_ptr<StoreDatabase> database, const Clock &clock, LocalCalendar calendar);
     void adopt(RecordBundle bundle);
+    template <typename Record>
+    static Record *mut(const Record &record) { return const_cast<Record *>(&record); }
+    // Writes `value` into `field` when it differs; reports whether it did.
+    template <typename Record, typename Value>
+    bool update(Record *record, Value Record::*field, const Value &value)
+    {
+        if (record->*field == value)
+            return false;
+        record->*field = value;
+        m_pending.write(record);
+        return true;
+    }
+    DependencyEdge *insertEdge(TaskFlow *flow, FlowNode *from, FlowNode *to, EdgeSource source, EdgeKind kind);
+    void eraseEdge(DependencyEdge *edge);
+    // Deletes the nodes with these ids, the edges touching them and their
+    // file links, in one pass each.
+    void eraseNodes(TaskFlow *flow, const QSet<QUuid> &ids);
+    // Upserts the "repeat" record of one round; the caller saves.
+    void recordRepeat(FlowNode *node, qint64 cycle, const QDateTime &time);
+    bool eraseStaleRepeats(const FlowNode &node);
+    void writeChecklist(FlowNode *node, const Checklist &entries);
+    void placeChildren(const FlowNode &parent, const NodeSizeResolver &sizes);
     void backfillCompletionTimes();
     // Saves, re-publishes the list and signals: the tail of every mutation.
     void finishChange();
 
-    TaskFlow *mutableFlow(const TaskFlow &flow) { return const_cast<TaskFlow *>(&flow); }
+    TaskFlow *mutableFlow(const TaskFlow &flow) { return mut(flow); }
 
     // Marks a flow and everything it owns, for records new to the file.
     void markDirtyDeep(TaskFlow *flow);

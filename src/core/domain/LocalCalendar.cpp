@@ -15,7 +15,8 @@ QDateTime LocalCalendar::startOfDay(QDate day) const
 {
     // QDate::startOfDay handles zones where midnight is skipped by a
     // daylight-saving change and picks the first valid instant.
-    return day.startOfDay(m_zone);
+    // Kept in UTC: comparisons of instants then need no zone lookup.
+    return day.startOfDay(m_zone).toUTC();
 }
 
 QDateTime LocalCalendar::startOfDay(const QDateTime &moment) const

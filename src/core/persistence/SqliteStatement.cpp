@@ -128,8 +128,9 @@ double SqliteStatement::real(int column) const
 
 QDateTime SqliteStatement::dateTime(int column) const
 {
-    // Records hold local time; the zone matters only for display.
-    return QDateTime::fromMSecsSinceEpoch(integer(column));
+    // Instants come back in UTC: comparing them then needs no zone lookup,
+    // and display converts through the calendar anyway.
+    return QDateTime::fromMSecsSinceEpoch(integer(column), Qt::UTC);
 }
 
 std::optional<QString> SqliteStatement::optionalText(int column) const

@@ -1,0 +1,213 @@
+#include "FlowGraph.h"
+
+#include "TaskFlow.h"
+
+#include <vector>
+
+namespace fenrow::FlowGraph {
+
+namespace {
+
+using Adjacency = QHash<const FlowNode *, QList<const FlowNode *>>;
+
+// Tail -> heads over edges of both kinds, in the edges' stored order. One
+// pass over the edges keeps reachability linear instead of rescanning the
+// edge list for every visited node.
+Adjacency childrenOf(const TaskFlow &flow)
+{
+    Adjacency children;
+    for (const DependencyEdge *edge : flow.edges()) {
+        if (edge->fromItem() && edge->toItem())
+            children[edge->fromItem()].append(edge->toItem());
+    }
+    return children;
+}
+
+Adjacency parentsOf(const TaskFlow &flow)
+{
+    Adjacency parents;
+    for (const DependencyEdge *edge : flow.edges()) {
+        if (edge->fromItem() && edge->toItem())
+            parents[edge->toItem()].append(edge->fromItem());
+    }
+    return parents;
+}
+
+// Depth-first walk with an explicit stack: pops the last pushed node and
+// pushes its heads in edge order. `visit` returns false to stop early.
+template <typename Visit>
+void walk(const QList<const FlowNode *> &starts, const Adjacency &next, Visit visit)
+{
+    std::vector<const FlowNode *> stack(starts.begin(), starts.end());
+    QSet<const FlowNode *> visited;
+    while (!stack.empty()) {
+        const FlowNode *node = stack.back();
+        stack.pop_back();
+        if (visited.contains(node))
+            continue;
+        visited.insert(node);
+        if (!visit(node))
+            return;
+        const auto found = next.constFind(node);
+        if (found != next.constEnd())
+            stack.insert(stack.end(), found->begin(), found->end());
+    }
+}
+
+} // namespace
+
+BlockerMaps blockerMaps(const TaskFlow &flow)
+{
+    BlockerMaps maps;
+    for (const DependencyEdge *edge : flow.edges()) {
+        if (!edge->fromItem() || !edge->toItem())
+            continue;
+        if (edge->isSubtask())
+            maps.subtasks[edge->fromItem()->id].append(edge->toItem());
+        else
+            maps.prerequisites[edge->toItem()->id].append(edge->fromItem());
+    }
+    return maps;
+}
+
+QList<const FlowNode *> dependentsOf(const FlowNode &node)
+{
+    QList<const FlowNode *> dependents;
+    const TaskFlow *flow = node.flow();
+    if (!flow)
+        return dependents;
+    QList<const FlowNode *> parents;
+    for (const DependencyEdge *edge : flow->edges()) {
+        if (!edge->fromItem() || !edge->toItem())
+            continue;
+        if (!edge->isSubtask() && edge->fromItem() == &node)
+            dependents.append(edge->toItem());
+        else if (edge->isSubtask() && edge->toItem() == &node)
+            parents.append(edge->fromItem());
+    }
+    return dependents + parents;
+}
+
+const DependencyEdge *findEdge(const FlowNode &from, const FlowNode &to, const TaskFlow &flow)
+{
+    for (const DependencyEdge *edge : flow.edges()) {
+        if (edge->fromItem() && edge->toItem() && edge->fromItem()->id == from.id && edge->toItem()->id == to.id)
+            return edge;
+    }
+    return nullptr;
+}
+
+bool hasPath(const FlowNode &start, const FlowNode &target, const TaskFlow &flow)
+{
+    bool found = false;
+    walk({&start}, childrenOf(flow), [&](const FlowNode *node) {
+        found = node->id == target.id;
+        return !found;
+    });
+    return found;
+}
+
+QList<const FlowNode *> descendants(const FlowNode &start, const TaskFlow &flow)
+{
+    QList<const FlowNode *> reached;
+    walk({&start}, childrenOf(flow), [&](const FlowNode *node) {
+        reached.append(node);
+        return true;
+    });
+    return reached;
+}
+
+QSet<QUuid> deletionClosure(const FlowNode &node, const TaskFlow &flow)
+{
+    QSet<QUuid> doomed{node.id};
+    QList<const FlowNode *> candidates = descendants(node, flow);
+    candidates.removeAll(&node);
+    if (candidates.isEmpty())
+        return doomed;
+
+    const Adjacency parents = parentsOf(flow);
+    // A candidate goes only when every parent goes; that can become true
+    // after a later candidate was doomed, so repeat until nothing moves.
+    bool grew = true;
+    while (grew) {
+        grew = false;
+        for (const FlowNode *candidate : std::as_const(candidates)) {
+            if (doomed.contains(candidate->id))
+                continue;
+            const QList<const FlowNode *> own = parents.value(candidate);
+            const bool allDoomed = std::all_of(own.begin(), own.end(),
+                                               [&](const FlowNode *parent) { return doomed.contains(parent->id); });
+            if (!own.isEmpty() && allDoomed) {
+                doomed.insert(candidate->id);
+                grew = true;
+            }
+        }
+    }
+    return doomed;
+}
+
+bool hasSubtasks(const FlowNode &node)
+{
+    const TaskFlow *flow = node.flow();
+    if (!flow)
+        return false;
+    for (const DependencyEdge *edge : flow->edges()) {
+        if (edge->isSubtask() && edge->fromItem() == &node && edge->toItem())
+            return true;
+    }
+    return false;
+}
+
+QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow)
+{
+    QList<const FlowNode *> collapsed;
+    for (const FlowNode *node : flow.items()) {
+        if (node->isCollapsed)
+            collapsed.append(node);
+    }
+    if (collapsed.isEmpty())
+        return {};
+
+    const Adjacency children = childrenOf(flow);
+    QSet<QUuid> candidates;
+    for (const FlowNode *fold : std::as_const(collapsed)) {
+        // Start from the fold's children: the fold itself stays in view.
+        walk(children.value(fold), children, [&](const FlowNode *node) {
+            candidates.insert(node->id);
+            return true;
+        });
+    }
+    if (candidates.isEmpty())
+        return {};
+
+    QSet<const FlowNode *> hasParent;
+    for (const auto &heads : children)
+        for (const FlowNode *head : heads)
+            hasParent.insert(head);
+    QList<const FlowNode *> roots;
+    for (const FlowNode *node : flow.items()) {
+        if (!hasParent.contains(node))
+            roots.append(node);
+    }
+
+    // Visible is what a walk from the roots reaches without passing a fold.
+    Adjacency unfolded = children;
+    for (const FlowNode *fold : std::as_const(collapsed))
+        unfolded.remove(fold);
+    walk(roots, unfolded, [&](const FlowNode *node) {
+        candidates.remove(node->id);
+        return true;
+    });
+    return candidates;
+}
+
+QList<const FlowNode *> visibleItems(const TaskFlow &flow)
+{
+    QList<const FlowNode *> items = flow.orderedItems();
+    const QSet<QUuid> hidden = hiddenNodeIDs(flow);
+    if (!hidden.isEmpty())
+        items.removeIf([&](const FlowNode *node) { return hidden.contains(node->id); });
+    return items;
+}
+
+} // namespace fenrow::FlowGraph
