@@ -1,7 +1,8 @@
-// fenrow-bench-open STORE: opens a store file and nothing else, then prints
-// one JSON line with the time taken and the process's resident memory. A
-// process of its own, so that the memory figure holds the opened store
-// alone and not what generated it.
+// fenrow-bench-open [--cold] STORE: opens a store file and nothing else, then
+// prints one JSON line with the time taken and the process's resident
+// memory. A process of its own, so that the memory figure holds the opened
+// store alone and not what generated it. --cold first evicts the file from
+// the page cache, as after a reboot.
 #include "LargeStoreGenerator.h"
 #include "ProcessMemory.h"
 
@@ -13,14 +14,39 @@
 
 #include <cstdio>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 using namespace fenrow;
 using namespace fenrow::bench;
 
+namespace {
+
+// Only clean pages can be dropped: flush the file first. Touches this one
+// file, not the rest of the machine's cache.
+bool evictFromPageCache(const char *path)
+{
+    const int file = ::open(path, O_RDONLY);
+    if (file < 0)
+        return false;
+    const bool evicted = ::fdatasync(file) == 0 && ::posix_fadvise(file, 0, 0, POSIX_FADV_DONTNEED) == 0;
+    ::close(file);
+    return evicted;
+}
+
+} // namespace
+
 int main(int argc, char **argv)
 {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: %s STORE\n", argv[0]);
+    const bool cold = argc == 3 && qstrcmp(argv[1], "--cold") == 0;
+    if (argc != (cold ? 3 : 2)) {
+        std::fprintf(stderr, "usage: %s [--cold] STORE\n", argv[0]);
         return 2;
+    }
+    const char *path = argv[argc - 1];
+    if (cold && !evictFromPageCache(path)) {
+        std::fprintf(stderr, "cannot evict %s from the page cache\n", path);
+        return 1;
     }
     const std::optional<ProcessMemory> before = ProcessMemory::read();
 
@@ -28,12 +54,12 @@ int main(int argc, char **argv)
     timer.start();
     QString error;
     std::unique_ptr<FenrowStore> store;
-    if (auto database = StoreDatabase::open(QString::fromLocal8Bit(argv[1]), &error))
+    if (auto database = StoreDatabase::open(QString::fromLocal8Bit(path), &error))
         store = FenrowStore::open(std::move(database), LargeStoreGenerator::clock(), LargeStoreGenerator::calendar(),
                                   &error);
     const double openMs = double(timer.nsecsElapsed()) / 1e6;
     if (!store) {
-        std::fprintf(stderr, "cannot open %s: %s\n", argv[1], qUtf8Printable(error));
+        std::fprintf(stderr, "cannot open %s: %s\n", path, qUtf8Printable(error));
         return 1;
     }
 
