@@ -1,0 +1,56 @@
+#pragma once
+
+#include "CommandSpec.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <deque>
+
+namespace fenrow {
+
+// Names of the options every command takes.
+namespace GlobalOption {
+inline const QString json = QStringLiteral("json");
+inline const QString now = QStringLiteral("now");
+inline const QString help = QStringLiteral("help");
+inline const QString version = QStringLiteral("version");
+inline const QString uiTest = QStringLiteral("ui-test");
+} // namespace GlobalOption
+
+// Every command and option the front end knows. Command groups add
+// themselves through their own `registerIn`; the dispatcher and the help
+// read from here, so a new command needs no change elsewhere.
+class CommandRegistry {
+public:
+    // Starts with the global options.
+    CommandRegistry();
+
+    void addOption(OptionSpec option);
+    void addCommand(CommandSpec command);
+
+    const OptionSpec *option(const QString &name) const;
+    const OptionSpec *optionByShortName(QChar shortName) const;
+    bool isGlobalOption(const QString &name) const;
+    QList<const OptionSpec *> globalOptions() const;
+
+    // The command whose words begin `words`, the longest when several do.
+    struct Match {
+        const CommandSpec *command = nullptr;
+        qsizetype wordCount = 0;
+    };
+    Match find(const QStringList &words) const;
+
+    // Commands whose words start with `prefix`, in the order they were added.
+    QList<const CommandSpec *> commandsUnder(const QStringList &prefix) const;
+    QList<const CommandSpec *> commands() const { return commandsUnder({}); }
+
+private:
+    // Deques keep the addresses handed out stable as entries are added.
+    std::deque<OptionSpec> m_options;
+    QStringList m_globalOptionNames;
+    std::deque<CommandSpec> m_commands;
+};
+
+} // namespace fenrow

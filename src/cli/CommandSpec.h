@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace fenrow {
+
+class CommandContext;
+
+// An option a command accepts: a long name ("json"), an optional one-letter
+// alias and, for options that take one, the name of the value ("TIME").
+struct OptionSpec {
+    QString name{};
+    QChar shortName{};
+    QString valueName{};
+    QString help{};
+    // Accepted but left out of help: switches for scripted runs.
+    bool hidden = false;
+
+    bool takesValue() const { return !valueName.isEmpty(); }
+};
+
+// One subcommand: its words ("flow add"), what it takes, how it is
+// described, and what runs it. `maxArguments` below 0 means no limit.
+struct CommandSpec {
+    using Handler = std::function<int(CommandContext &)>;
+
+    // Members default-initialise so commands can name only what they use.
+    QString name{};
+    QString argumentsSyntax{};
+    QString summary{};
+    QString description{};
+    QStringList options{};
+    int minArguments = 0;
+    int maxArguments = 0;
+    // Help and version run without opening the store, so they work even when
+    // it cannot be opened.
+    bool usesStore = true;
+    Handler run{};
+
+    QStringList words() const { return name.split(QLatin1Char(' ')); }
+};
+
+} // namespace fenrow

@@ -1,0 +1,47 @@
+#include "Console.h"
+
+#include "ExitStatus.h"
+
+namespace fenrow {
+
+Console::Console(QTextStream &out, QTextStream &err, QTextStream *input, bool interactive)
+    : m_out(out), m_err(err), m_input(input), m_interactive(interactive)
+{
+}
+
+Console::Answer Console::confirm(const QString &question)
+{
+    if (!m_interactive || !m_input)
+        return Answer::unanswered;
+    m_out.flush();
+    m_err << question << " [y/N] " << Qt::flush;
+    QString line;
+    if (!m_input->readLineInto(&line)) {
+        // Leave the cursor on a fresh line after end of input (Ctrl-D).
+        m_err << Qt::endl;
+        return Answer::unanswered;
+    }
+    const QString answer = line.trimmed().toLower();
+    return answer == QLatin1String("y") || answer == QLatin1String("yes") ? Answer::yes : Answer::no;
+}
+
+int Console::fail(const QString &message)
+{
+    m_out.flush();
+    m_err << "fenrow: " << message << Qt::endl;
+    return exitFailure;
+}
+
+int Console::usageError(const QString &message, const QString &usage, const QString &helpTopic)
+{
+    m_out.flush();
+    m_err << "fenrow: " << message << '\n';
+    if (!usage.isEmpty())
+        m_err << "Usage: " << usage << '\n';
+    const QString help = helpTopic.isEmpty() ? QStringLiteral("fenrow help")
+                                             : QStringLiteral("fenrow help %1").arg(helpTopic);
+    m_err << "See \"" << help << "\" for more." << Qt::endl;
+    return exitUsage;
+}
+
+} // namespace fenrow

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+#include <QTextStream>
+
+namespace fenrow {
+
+// The terminal as commands see it: output, errors, and questions to the
+// user. Tests build one over strings; the program over the standard streams.
+class Console {
+public:
+    // `input` may be null. A console that is not `interactive` never asks:
+    // a question then has no answer.
+    Console(QTextStream &out, QTextStream &err, QTextStream *input, bool interactive);
+
+    QTextStream &out() { return m_out; }
+    QTextStream &err() { return m_err; }
+
+    enum class Answer { yes, no, unanswered };
+    // Asks a yes/no question on the error stream (so output stays clean for
+    // pipes); anything but "y" or "yes" is no. No terminal or end of input
+    // is `unanswered`.
+    Answer confirm(const QString &question);
+
+    // Reports a failure and returns the failure status.
+    int fail(const QString &message);
+    // Reports a mistake in the command line, shows how `helpTopic` is used
+    // (when `usage` is given) and where to read more; returns the usage status.
+    int usageError(const QString &message, const QString &usage, const QString &helpTopic);
+
+private:
+    QTextStream &m_out;
+    QTextStream &m_err;
+    QTextStream *m_input;
+    bool m_interactive;
+};
+
+} // namespace fenrow

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace fenrow {
+
+// Process exit statuses of every command: scripts tell a mistake in the
+// command line apart from a command that could not do its work.
+enum ExitStatus : int {
+    exitSuccess = 0,
+    exitFailure = 1,
+    exitUsage = 2,
+};
+
+} // namespace fenrow

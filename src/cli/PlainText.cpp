@@ -1,0 +1,69 @@
+#include "PlainText.h"
+
+#include <QList>
+
+namespace fenrow::PlainText {
+
+namespace {
+
+bool isWide(char32_t c)
+{
+    return (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0x303E) || (c >= 0x3041 && c <= 0x33FF)
+        || (c >= 0x3400 && c <= 0x4DBF) || (c >= 0x4E00 && c <= 0x9FFF) || (c >= 0xA000 && c <= 0xA4CF)
+        || (c >= 0xAC00 && c <= 0xD7A3) || (c >= 0xF900 && c <= 0xFAFF) || (c >= 0xFE30 && c <= 0xFE4F)
+        || (c >= 0xFF00 && c <= 0xFF60) || (c >= 0xFFE0 && c <= 0xFFE6) || (c >= 0x1F300 && c <= 0x1F64F)
+        || (c >= 0x1F900 && c <= 0x1F9FF) || (c >= 0x20000 && c <= 0x3FFFD);
+}
+
+} // namespace
+
+qsizetype displayWidth(const QString &text)
+{
+    qsizetype width = 0;
+    for (const char32_t c : text.toUcs4()) {
+        switch (QChar::category(c)) {
+        case QChar::Mark_NonSpacing:
+        case QChar::Mark_Enclosing:
+        case QChar::Other_Format:
+            break;
+        default:
+            width += isWide(c) ? 2 : 1;
+        }
+    }
+    return width;
+}
+
+QString padded(const QString &text, qsizetype width)
+{
+    const qsizetype missing = width - displayWidth(text);
+    return missing > 0 ? text + QString(missing, QLatin1Char(' ')) : text;
+}
+
+QString singleLine(const QString &text)
+{
+    QString line;
+    line.reserve(text.size());
+    for (const QChar c : text) {
+        const bool breaksLayout = c.category() == QChar::Other_Control || c == QChar::LineSeparator
+            || c == QChar::ParagraphSeparator;
+        line.append(breaksLayout ? QLatin1Char(' ') : c);
+    }
+    return line;
+}
+
+QString quoted(const QString &name)
+{
+    return QLatin1Char('"') + singleLine(name) + QLatin1Char('"');
+}
+
+QString id(const QUuid &id)
+{
+    return id.toString(QUuid::WithoutBraces).toUpper();
+}
+
+QString counted(qint64 count, const QString &singular, const QString &plural)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(count == 1 ? singular : plural);
+}
+
+} // namespace fenrow::PlainText

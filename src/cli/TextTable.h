@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QList>
+#include <QStringList>
+#include <QTextStream>
+
+namespace fenrow {
+
+// Rows of text printed in aligned columns, two spaces apart. Cells are made
+// single-line; the last column is not padded, so no line ends in blanks.
+class TextTable {
+public:
+    enum class Alignment { left, right };
+
+    explicit TextTable(QList<Alignment> alignments = {}, QString indent = {});
+
+    void addRow(const QStringList &cells);
+    bool isEmpty() const { return m_rows.isEmpty(); }
+    void print(QTextStream &out) const;
+
+private:
+    QList<Alignment> m_alignments;
+    QString m_indent;
+    QList<QStringList> m_rows;
+};
+
+} // namespace fenrow
