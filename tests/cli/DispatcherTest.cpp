@@ -1,0 +1,147 @@
+#include "CommandLineTest.h"
+
+#include "cli/CommandLine.h"
+#include "cli/ExitStatus.h"
+
+#include <QByteArrayList>
+
+#include <sqlite3.h>
+
+namespace fenrow::testing {
+namespace {
+
+using DispatcherTest = CommandLineTest;
+
+TEST_F(DispatcherTest, UsageErrorsSayWhatIsWrongAndWhereToReadMore)
+{
+    const struct {
+        QStringList arguments;
+        QString problem;
+        QString help;
+    } cases[] = {
+        {{"flow", "add"}, "flow add needs NAME", "fenrow help flow add"},
+        {{"flow", "rename", "X"}, "flow rename needs NAME", "fenrow help flow rename"},
+        {{"flow", "add", "Launch", "site"}, "too many arguments for flow add at \"site\"", "fenrow help flow add"},
+        {{"flows", "--frob"}, "unknown option --frob", "fenrow help flows"},
+        {{"flow", "add", "X", "--yes"}, "flow add takes no option --yes", "fenrow help flow add"},
+        {{"flows", "--now", "June"}, "--now needs an ISO 8601 time", "fenrow help flows"},
+        {{"flow"}, "flow needs a command: add, rename, delete, move", "fenrow help flow"},
+        {{"flow", "remove", "X"}, "unknown command flow \"remove\"", "fenrow help flow"},
+        {{"floes"}, "unknown command \"floes\"", "fenrow help\""},
+        {{"--json"}, "no command given", "fenrow help\""},
+        {{"help", "nothing"}, "there is no command \"nothing\"", "fenrow help\""},
+    };
+    for (const auto &example : cases) {
+        const CommandResult result = run(example.arguments);
+        const std::string shown = example.arguments.join(QLatin1Char(' ')).toStdString();
+        EXPECT_EQ(result.status, exitUsage) << shown;
+        EXPECT_TRUE(result.err.startsWith(QStringLiteral("fenrow: ") + example.problem))
+            << shown << "\n" << result.err.toStdString();
+        EXPECT_TRUE(result.err.contains(example.help)) << shown << "\n" << result.err.toStdString();
+        EXPECT_EQ(result.out, QString()) << shown;
+    }
+    // A mistake in the command line is found before the store is touched.
+    EXPECT_EQ(storeOpenings, 0);
+}
+
+TEST_F(DispatcherTest, HelpAndVersionWorkWithoutTheStore)
+{
+    fatalMessage = QStringLiteral("Failed to create the Fenrow ModelContainer: broken");
+
+    const CommandResult overview = run({QStringLiteral("--help")});
+    EXPECT_EQ(overview.status, exitSuccess);
+    for (const CommandSpec *command : registry.commands())
+        EXPECT_TRUE(overview.out.contains(QStringLiteral("  ") + command->name)) << command->name.toStdString();
+    EXPECT_FALSE(overview.out.contains(QStringLiteral("ui-test")));
+    EXPECT_EQ(run({QStringLiteral("help")}).out, overview.out);
+
+    const CommandResult group = run({QStringLiteral("help"), QStringLiteral("flow")});
+    EXPECT_TRUE(group.out.contains(QStringLiteral("flow move FLOW POSITION")));
+    EXPECT_FALSE(group.out.contains(QStringLiteral("  flows")));
+    EXPECT_EQ(run({QStringLiteral("flow"), QStringLiteral("--help")}).out, group.out);
+
+    const CommandResult command = run({QStringLiteral("help"), QStringLiteral("flow"), QStringLiteral("delete")});
+    EXPECT_TRUE(command.out.startsWith(QStringLiteral("Usage: fenrow flow delete FLOW [--yes]\n")))
+        << command.out.toStdString();
+    EXPECT_TRUE(command.out.contains(QStringLiteral("-y, --yes")));
+    EXPECT_EQ(run({QStringLiteral("flow"), QStringLiteral("delete"), QStringLiteral("-h")}).out, command.out);
+
+    const CommandResult version = run({QStringLiteral("--version")});
+    EXPECT_EQ(version.status, exitSuccess);
+    EXPECT_EQ(version.out, QStringLiteral("fenrow 9.8.7\n"));
+
+    EXPECT_EQ(storeOpenings, 0);
+}
+
+TEST_F(DispatcherTest, AStoreThatCannotOpenStopsTheCommand)
+{
+    fatalMessage = QStringLiteral("Failed to create the Fenrow ModelContainer: file is not a database");
+    const CommandResult result = run({QStringLiteral("flow"), QStringLiteral("add"), QStringLiteral("X")});
+    EXPECT_EQ(result.status, exitFailure);
+    EXPECT_EQ(result.err, fatalMessage + QLatin1Char('\n'));
+    EXPECT_EQ(result.out, QString());
+}
+
+TEST_F(DispatcherTest, ChangesThatCannotBeSavedFailTheCommand)
+{
+    addFlows({QStringLiteral("Tax")});
+    // Another writer holds the file: the store's save fails and keeps the
+    // change pending, and the command must not claim success.
+    sqlite3 *other = nullptr;
+    ASSERT_EQ(sqlite3_open(folder.filePath(QStringLiteral("default.store")).toUtf8().constData(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    const CommandResult result = run({QStringLiteral("flow"), QStringLiteral("add"), QStringLiteral("Garden")});
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+
+    EXPECT_EQ(result.status, exitFailure);
+    EXPECT_TRUE(result.err.contains(QStringLiteral("could not be saved"))) << result.err.toStdString();
+    EXPECT_EQ(flowNames(), QStringList{QStringLiteral("Tax")});
+}
+
+TEST_F(DispatcherTest, NowFixesTheClockOfTheCommand)
+{
+    for (const QString &now : {QStringLiteral("2026-06-10T09:00:00"), QStringLiteral("2026-06-10T07:00:00Z")}) {
+        const CommandResult added =
+            run({QStringLiteral("flow"), QStringLiteral("add"), now, QStringLiteral("--now"), now});
+        ASSERT_EQ(added.status, exitSuccess) << added.err.toStdString();
+    }
+    auto store = openStore();
+    const QDateTime expected(QDate(2026, 6, 10), QTime(9, 0));
+    ASSERT_EQ(store->flows().size(), 2);
+    EXPECT_EQ(store->flows()[0]->createdAt, expected);
+    EXPECT_EQ(store->flows()[1]->createdAt, expected);
+}
+
+TEST(SubcommandDetectionTest, TellsSubcommandsFromDesktopLaunches)
+{
+    const struct {
+        QByteArrayList arguments;
+        bool subcommand;
+    } cases[] = {
+        {{}, false},
+        {{"--ui-test"}, false},
+        {{"-platform", "offscreen"}, false},
+        {{"--style", "fusion", "--ui-test"}, false},
+        {{"fenrow://ready"}, false},
+        {{"flows"}, true},
+        {{"--ui-test", "flow", "add", "X"}, true},
+        {{"-platform", "offscreen", "flows"}, true},
+        {{"--help"}, true},
+        {{"-h"}, true},
+        {{"--version"}, true},
+        {{"nonsense"}, true},
+    };
+    for (const auto &example : cases) {
+        QByteArrayList arguments{"fenrow"};
+        arguments += example.arguments;
+        std::vector<char *> argv;
+        for (QByteArray &argument : arguments)
+            argv.push_back(argument.data());
+        EXPECT_EQ(CommandLine::hasSubcommand(int(argv.size()), argv.data()), example.subcommand)
+            << example.arguments.join(' ').toStdString();
+    }
+}
+
+} // namespace
+} // namespace fenrow::testing
