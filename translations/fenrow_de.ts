@@ -13,7 +13,7 @@
     </message>
     <message id="detail.empty.message">
         <source>Choose a flow in the sidebar, or create a new one with the + button.</source>
-        <translation>Wähle links einen Flow aus oder lege mit der Schaltfläche + einen neuen an.</translation>
+        <translation>Wähle links einen Flow aus oder lege mit der Schaltfläche + einen neuen an.</translation>
     </message>
     <message id="sidebar.brandHeader">
         <source>Fenrow</source>

@@ -13,7 +13,7 @@
     </message>
     <message id="detail.empty.message">
         <source>Choose a flow in the sidebar, or create a new one with the + button.</source>
-        <translation>Choose a flow in the sidebar, or create a new one with the + button.</translation>
+        <translation>Choose a flow in the sidebar, or create a new one with the + button.</translation>
     </message>
     <message id="sidebar.brandHeader">
         <source>Fenrow</source>

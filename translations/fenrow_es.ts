@@ -13,7 +13,7 @@
     </message>
     <message id="detail.empty.message">
         <source>Choose a flow in the sidebar, or create a new one with the + button.</source>
-        <translation>Elige un flujo en la barra lateral o crea uno nuevo con el botón +.</translation>
+        <translation>Elige un flujo en la barra lateral o crea uno nuevo con el botón +.</translation>
     </message>
     <message id="sidebar.brandHeader">
         <source>Fenrow</source>

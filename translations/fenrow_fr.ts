@@ -13,7 +13,7 @@
     </message>
     <message id="detail.empty.message">
         <source>Choose a flow in the sidebar, or create a new one with the + button.</source>
-        <translation>Choisissez un flux dans la barre latérale ou créez-en un avec le bouton +.</translation>
+        <translation>Choisissez un flux dans la barre latérale ou créez-en un avec le bouton +.</translation>
     </message>
     <message id="sidebar.brandHeader">
         <source>Fenrow</source>

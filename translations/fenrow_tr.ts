@@ -13,7 +13,7 @@
     </message>
     <message id="detail.empty.message">
         <source>Choose a flow in the sidebar, or create a new one with the + button.</source>
-        <translation>Kenar çubuğundan bir akış seçin ya da + düğmesiyle yeni bir akış oluşturun.</translation>
+        <translation>Kenar çubuğundan bir akış seçin ya da + düğmesiyle yeni bir akış oluşturun.</translation>
     </message>
     <message id="sidebar.brandHeader">
         <source>Fenrow</source>

@@ -1,27 +1,52 @@
 #include "DesktopProgram.h"
 
+#include "Glyphs.h"
+#include "MainWindow.h"
+#include "Theme.h"
+#include "domain/ActiveFlowState.h"
 #include "domain/FenrowModelContainer.h"
 #include "domain/FenrowStore.h"
 #include "domain/SystemClock.h"
 #include "shell/ProcessEntry.h"
 
 #include <QApplication>
-#include <QMainWindow>
+#include <QMessageBox>
 #include <QTextStream>
 
 namespace fenrow::DesktopProgram {
 
+namespace {
+
+// The program's one fatal stop: say why, on the terminal and on screen.
+void reportFatalStop(const QString &message)
+{
+    QTextStream(stderr) << message << Qt::endl;
+    QMessageBox alert(QMessageBox::Critical, qtTrId("store.failed.title"), message, QMessageBox::Ok);
+    alert.setObjectName(QStringLiteral("store.failed"));
+    alert.setTextFormat(Qt::PlainText);
+    alert.exec();
+}
+
+} // namespace
+
 int run(QApplication &application)
 {
     ProcessEntry::prepare(application);
-    static SystemClock clock;
+    Theme::apply(application);
+    QApplication::setWindowIcon(QIcon(Glyphs::brandMark(64)));
+
+    // Declared before the store, which keeps a reference to it.
+    SystemClock clock;
     QString fatal;
-    auto store = FenrowModelContainer::openStore(application.arguments(), clock, LocalCalendar(), &fatal);
+    const auto store = FenrowModelContainer::openStore(application.arguments(), clock, LocalCalendar(), &fatal);
     if (!store) {
-        QTextStream(stderr) << fatal << '\n';
+        reportFatalStop(fatal);
         return 1;
     }
-    QMainWindow window;
+
+    ActiveFlowState activeFlow;
+    MainWindow window(*store, activeFlow);
+    QObject::connect(&window, &MainWindow::quitRequested, &application, &QCoreApplication::quit);
     window.show();
     return application.exec();
 }

@@ -1,0 +1,99 @@
+#include "MainWindow.h"
+
+#include "EmptyDetailView.h"
+#include "FlowDetailView.h"
+#include "PanelResizeDivider.h"
+#include "Sidebar.h"
+#include "domain/ActiveFlowState.h"
+#include "domain/FenrowStore.h"
+
+#include <QHBoxLayout>
+#include <QStackedWidget>
+
+namespace fenrow {
+
+MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QWidget *parent)
+    : QMainWindow(parent), m_store(store), m_activeFlow(activeFlow)
+{
+    setMinimumSize(minimumWindowWidth, minimumWindowHeight);
+    resize(1040, 680);
+
+    auto *root = new QWidget(this);
+    root->setObjectName(QStringLiteral("main.window.root"));
+
+    m_sidebar = new Sidebar(store, root);
+    auto *divider = new PanelResizeDivider(m_sidebar, PanelResizeDivider::Side::leading, Sidebar::minimumWidth,
+                                           Sidebar::maximumWidth, root);
+    divider->setObjectName(QStringLiteral("sidebar.resize"));
+
+    m_detail = new QStackedWidget(root);
+    m_detail->setObjectName(QStringLiteral("detail"));
+    m_emptyDetail = new EmptyDetailView(m_detail);
+    m_flowDetail = new FlowDetailView(store, m_detail);
+    m_detail->addWidget(m_emptyDetail);
+    m_detail->addWidget(m_flowDetail);
+
+    auto *row = new QHBoxLayout(root);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(m_sidebar);
+    row->addWidget(divider);
+    row->addWidget(m_detail, 1);
+    setCentralWidget(root);
+    setSidebarWidth(Sidebar::defaultWidth);
+
+    connect(divider, &PanelResizeDivider::widthChanged, this, &MainWindow::setSidebarWidth);
+    connect(divider, &PanelResizeDivider::resizeFinished, this, &MainWindow::sidebarWidthCommitted);
+    connect(m_sidebar, &Sidebar::flowSelected, this, &MainWindow::selectFlow);
+    connect(m_sidebar, &Sidebar::quitRequested, this, &MainWindow::quitRequested);
+    connect(&m_store, &FenrowStore::changed, this, &MainWindow::followStore);
+
+    showSelection();
+}
+
+int MainWindow::sidebarWidth() const
+{
+    return m_sidebar->width();
+}
+
+void MainWindow::setSidebarWidth(int width)
+{
+    m_sidebar->setFixedWidth(Sidebar::clampedWidth(width));
+}
+
+void MainWindow::selectFlow(const QUuid &requested)
+{
+    const QUuid id = m_store.flow(requested) ? requested : QUuid();
+    if (id != m_selected) {
+        m_selected = id;
+        m_activeFlow.setActiveFlowID(id.isNull() ? std::nullopt : std::optional<QUuid>(id));
+    }
+    m_sidebar->setCurrentFlow(m_selected);
+    showSelection();
+}
+
+void MainWindow::followStore()
+{
+    if (!m_selected.isNull() && !m_store.flow(m_selected)) {
+        const QList<const TaskFlow *> &flows = m_store.flows();
+        selectFlow(flows.isEmpty() ? QUuid() : flows.first()->id);
+        return;
+    }
+    // A rename shows in the title.
+    showSelection();
+}
+
+void MainWindow::showSelection()
+{
+    if (const TaskFlow *flow = m_store.flow(m_selected)) {
+        // "[*]" in a title is Qt's modified marker; doubled, it shows as typed.
+        setWindowTitle(QString(flow->name).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+        m_flowDetail->showFlow(flow->id);
+        m_detail->setCurrentWidget(m_flowDetail);
+    } else {
+        setWindowTitle(qtTrId("mainWindow.title"));
+        m_detail->setCurrentWidget(m_emptyDetail);
+    }
+}
+
+} // namespace fenrow
