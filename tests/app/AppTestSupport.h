@@ -1,0 +1,142 @@
+#pragma once
+
+#include "FlowListModel.h"
+#include "FlowListView.h"
+#include "MainWindow.h"
+#include "Sidebar.h"
+#include "domain/ActiveFlowState.h"
+#include "domain/FenrowModelContainer.h"
+#include "domain/FenrowStore.h"
+#include "domain/FixedClock.h"
+#include "domain/NodeStatus.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimeZone>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace fenrow::testing {
+
+// A main window over a fresh in-memory store, shown and active, with the
+// helpers the GUI tests share to reach rows, menus and dialogs.
+class WindowFixture : public ::testing::Test {
+protected:
+    WindowFixture()
+        : clock(QDateTime(QDate(2026, 6, 10), QTime(9, 0), QTimeZone("Europe/Berlin")))
+    {
+        QString fatal;
+        store = FenrowModelContainer::openStore({QStringLiteral("--ui-test")}, clock,
+                                                LocalCalendar(QTimeZone("Europe/Berlin")), &fatal);
+        if (!store)
+            ADD_FAILURE() << fatal.toStdString();
+    }
+
+    ~WindowFixture() override
+    {
+        // Dialogs and menus are parented to the window; it goes before the store.
+        window.reset();
+    }
+
+    MainWindow &show()
+    {
+        window = std::make_unique<MainWindow>(*store, activeFlow);
+        window->show();
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        return *window;
+    }
+
+    // A flow with `done` finished tasks, `active` in progress and `open` pending.
+    const TaskFlow &addFlow(const QString &name, int done = 0, int active = 0, int open = 0)
+    {
+        const TaskFlow *flow = store->addFlow(name);
+        for (int i = 0; i < done + active + open; ++i) {
+            const FlowNode *node = store->addNode(QStringLiteral("Task %1").arg(i + 1), *flow);
+            if (i < done)
+                store->setStatus(NodeStatus::done, *node);
+            else if (i < done + active)
+                store->setStatus(NodeStatus::inProgress, *node);
+        }
+        return *flow;
+    }
+
+    QStringList flowNames() const
+    {
+        QStringList names;
+        for (const TaskFlow *flow : store->flows())
+            names << flow->name;
+        return names;
+    }
+
+    Sidebar &sidebar() const { return *window->sidebar(); }
+    FlowListView &list() const { return *sidebar().flowList(); }
+    FlowListModel &model() const { return *sidebar().flowModel(); }
+
+    QPoint rowCenter(const QUuid &id) const { return list().visualRect(model().indexOf(id)).center(); }
+
+    void clickRow(const QUuid &id, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mouseClick(list().viewport(), button, Qt::NoModifier, rowCenter(id));
+    }
+
+    // A widget sees the press and release of the first click before the
+    // double click; the list opens the editor only for the row pressed.
+    void doubleClickRow(const QUuid &id)
+    {
+        clickRow(id);
+        QTest::mouseDClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, rowCenter(id));
+    }
+
+    // The open rename field; a closed one may linger hidden until deleted.
+    QLineEdit *renameField() const
+    {
+        for (QLineEdit *field : list().findChildren<QLineEdit *>(QStringLiteral("sidebar.flow.rename")))
+            if (field->isVisible())
+                return field;
+        return nullptr;
+    }
+
+    // Opens a row's context menu the way a right click does.
+    QMenu *openRowMenu(const QUuid &id)
+    {
+        const QPoint position = rowCenter(id);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, position, list().viewport()->mapToGlobal(position));
+        QApplication::sendEvent(list().viewport(), &event);
+        QMenu *menu = nullptr;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return (menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())); }));
+        return menu;
+    }
+
+    void chooseFromRowMenu(const QUuid &id, const char *action)
+    {
+        QMenu *menu = openRowMenu(id);
+        ASSERT_NE(menu, nullptr);
+        QAction *entry = menu->findChild<QAction *>(QString::fromLatin1(action));
+        ASSERT_NE(entry, nullptr) << action;
+        QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(entry).center());
+    }
+
+    QMessageBox *deleteConfirmation() const
+    {
+        QMessageBox *box = nullptr;
+        const bool shown = QTest::qWaitFor([&] {
+            box = window->findChild<QMessageBox *>(QStringLiteral("sidebar.row.deleteConfirmation"));
+            return box && box->isVisible();
+        });
+        return shown ? box : nullptr;
+    }
+
+    FixedClock clock;
+    std::unique_ptr<FenrowStore> store;
+    ActiveFlowState activeFlow;
+    std::unique_ptr<MainWindow> window;
+};
+
+} // namespace fenrow::testing

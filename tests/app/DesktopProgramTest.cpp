@@ -1,0 +1,119 @@
+#include "DesktopProgram.h"
+#include "MainWindow.h"
+#include "domain/FenrowModelContainer.h"
+#include "shell/InterfaceLanguage.h"
+#include "shell/SettingsFile.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace fenrow {
+namespace {
+
+// Runs the program with its data in a folder of the test's own, and answers
+// whatever window it shows with `respond` once that appears.
+class DesktopProgramTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_savedData = qgetenv("XDG_DATA_HOME");
+        qputenv("XDG_DATA_HOME", home.path().toUtf8());
+        storeFile = QDir(home.filePath("fenrow")).filePath(FenrowModelContainer::storeFileName);
+        // The program settles the language from the settings; keep it English.
+        SettingsFile::open()->setValue("preferences.uiLanguage", "en");
+    }
+    void TearDown() override
+    {
+        qputenv("XDG_DATA_HOME", m_savedData);
+        InterfaceLanguage::apply("en");
+    }
+
+    int runAnswering(const std::function<bool()> &respond)
+    {
+        QTimer poll;
+        poll.setInterval(10);
+        const QDeadlineTimer deadline(10000);
+        QObject::connect(&poll, &QTimer::timeout, [&] {
+            if (respond()) {
+                poll.stop();
+            } else if (deadline.hasExpired()) {
+                // Never hang the suite on a window that didn't come.
+                ADD_FAILURE() << "the expected window did not appear";
+                if (QWidget *modal = QApplication::activeModalWidget())
+                    modal->close();
+                QApplication::exit(99);
+                poll.stop();
+            }
+        });
+        poll.start();
+        return DesktopProgram::run(*qApp);
+    }
+
+    QTemporaryDir home;
+    QString storeFile;
+
+private:
+    QByteArray m_savedData;
+};
+
+TEST_F(DesktopProgramTest, AStoreThatCannotBeOpenedStopsWithAnAlertAndLeavesTheFileAlone)
+{
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(storeFile).absolutePath()));
+    const QByteArray notAStore = QByteArray("These are somebody's notes, not a Fenrow store.\n").repeated(200);
+    {
+        QFile file(storeFile);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(notAStore);
+    }
+
+    QString title, text;
+    const int status = runAnswering([&] {
+        auto *alert = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!alert || !alert->isVisible())
+            return false;
+        title = alert->windowTitle();
+        text = alert->text();
+        alert->accept();
+        return true;
+    });
+
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(title, "Fenrow cannot open its data");
+    EXPECT_TRUE(text.startsWith("Failed to create the Fenrow ModelContainer: ")) << text.toStdString();
+    QFile file(storeFile);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), notAStore);
+    EXPECT_FALSE(QFile::exists(storeFile + "-wal"));
+}
+
+TEST_F(DesktopProgramTest, AStoreThatOpensShowsTheMainWindow)
+{
+    QString title;
+    const int status = runAnswering([&] {
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            auto *window = qobject_cast<MainWindow *>(widget);
+            if (window && window->isVisible()) {
+                title = window->windowTitle();
+                window->close();
+                return true;
+            }
+        }
+        return false;
+    });
+
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(title, "Fenrow");
+    EXPECT_TRUE(QFile::exists(storeFile)) << "the store lives in the user's data folder";
+}
+
+} // namespace
+} // namespace fenrow

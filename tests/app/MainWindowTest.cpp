@@ -1,0 +1,120 @@
+#include "AppTestSupport.h"
+
+#include "FlowDetailView.h"
+
+#include <QLabel>
+#include <QSignalSpy>
+#include <QStackedWidget>
+#include <QWindow>
+
+namespace fenrow::testing {
+namespace {
+
+class MainWindowTest : public WindowFixture {
+protected:
+    QWidget *shownDetail() const { return window->findChild<QStackedWidget *>("detail")->currentWidget(); }
+    QString detailName() const { return window->findChild<QLabel *>("detail.flow.name")->text(); }
+
+    void deleteThroughMenu(const QUuid &id)
+    {
+        chooseFromRowMenu(id, "sidebar.row.action.delete");
+        QMessageBox *box = deleteConfirmation();
+        ASSERT_NE(box, nullptr);
+        QTest::mouseClick(box->findChild<QPushButton *>("sidebar.row.confirmDelete"), Qt::LeftButton);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return store->flow(id) == nullptr; }));
+    }
+};
+
+TEST_F(MainWindowTest, TitleAndDetailFollowTheSelectedFlow)
+{
+    const TaskFlow &garden = addFlow("Garden", 1, 1, 2);
+    show();
+    EXPECT_NE(window->findChild<QWidget *>("main.window.root"), nullptr);
+    EXPECT_NE(window->findChild<QWidget *>("sidebar.root"), nullptr);
+    EXPECT_GE(window->minimumWidth(), 720);
+    EXPECT_GE(window->minimumHeight(), 480);
+
+    EXPECT_EQ(window->windowTitle(), "Fenrow");
+    EXPECT_EQ(shownDetail()->objectName(), "detail.empty");
+    EXPECT_FALSE(activeFlow.activeFlowID().has_value());
+
+    clickRow(garden.id);
+    EXPECT_EQ(window->selectedFlow(), garden.id);
+    EXPECT_EQ(window->windowTitle(), "Garden");
+    EXPECT_EQ(shownDetail()->objectName(), "canvas.root");
+    EXPECT_EQ(detailName(), "Garden");
+    EXPECT_EQ(window->findChild<QLabel *>("detail.flow.progress")->text(), "1 of 4 done · 1 in progress");
+    EXPECT_EQ(activeFlow.activeFlowID(), garden.id);
+
+    // A rename from anywhere reaches the title and the detail.
+    store->renameFlow(garden, "Kitchen garden");
+    EXPECT_EQ(window->windowTitle(), "Kitchen garden");
+    EXPECT_EQ(detailName(), "Kitchen garden");
+    store->renameFlow(garden, "Beds [*]");
+    EXPECT_EQ(window->windowHandle()->title(), "Beds [*]") << "a name is shown as typed";
+
+    // The keyboard moves through the rows like clicks do.
+    const TaskFlow &taxes = addFlow("Taxes");
+    list().setFocus();
+    QTest::keyClick(&list(), Qt::Key_Down);
+    EXPECT_EQ(window->selectedFlow(), taxes.id);
+    EXPECT_EQ(window->windowTitle(), "Taxes");
+}
+
+TEST_F(MainWindowTest, DeletingTheShownFlowFallsBackToTheFirstRemainingThenToNone)
+{
+    const QUuid first = addFlow("First").id;
+    const QUuid second = addFlow("Second").id;
+    const QUuid third = addFlow("Third").id;
+    show();
+
+    clickRow(second);
+    deleteThroughMenu(second);
+    EXPECT_EQ(window->selectedFlow(), first);
+    EXPECT_EQ(list().currentIndex(), model().indexOf(first));
+    EXPECT_EQ(window->windowTitle(), "First");
+    EXPECT_EQ(detailName(), "First");
+    EXPECT_EQ(activeFlow.activeFlowID(), first);
+
+    // Deleting a flow that isn't shown leaves the selection alone.
+    deleteThroughMenu(third);
+    EXPECT_EQ(window->selectedFlow(), first);
+
+    deleteThroughMenu(first);
+    EXPECT_TRUE(window->selectedFlow().isNull());
+    EXPECT_FALSE(list().selectionModel()->hasSelection());
+    EXPECT_EQ(window->windowTitle(), "Fenrow");
+    EXPECT_EQ(shownDetail()->objectName(), "detail.empty");
+    EXPECT_FALSE(activeFlow.activeFlowID().has_value());
+}
+
+TEST_F(MainWindowTest, SidebarWidthStaysWithinItsLimits)
+{
+    show();
+    EXPECT_EQ(window->sidebarWidth(), 260);
+    window->setSidebarWidth(100);
+    EXPECT_EQ(window->sidebarWidth(), 216);
+    window->setSidebarWidth(1000);
+    EXPECT_EQ(window->sidebarWidth(), 420);
+    window->setSidebarWidth(300);
+    EXPECT_EQ(window->sidebarWidth(), 300);
+
+    // Dragging the divider resizes live and reports the final width once.
+    QWidget *divider = window->findChild<QWidget *>("sidebar.resize");
+    ASSERT_NE(divider, nullptr);
+    QSignalSpy committed(window.get(), &MainWindow::sidebarWidthCommitted);
+    const QPoint grip = divider->rect().center();
+    QTest::mousePress(divider, Qt::LeftButton, Qt::NoModifier, grip);
+    QMouseEvent move(QEvent::MouseMove, QPointF(grip + QPoint(40, 0)), divider->mapToGlobal(QPointF(grip + QPoint(40, 0))),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(divider, &move);
+    EXPECT_EQ(window->sidebarWidth(), 340);
+    EXPECT_EQ(committed.count(), 0);
+    QTest::mouseRelease(divider, Qt::LeftButton, Qt::NoModifier, grip + QPoint(500, 0));
+    EXPECT_EQ(window->sidebarWidth(), 420);
+    ASSERT_EQ(committed.count(), 1);
+    EXPECT_EQ(committed.first().first().toInt(), 420);
+}
+
+} // namespace
+} // namespace fenrow::testing

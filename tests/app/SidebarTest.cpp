@@ -1,0 +1,230 @@
+#include "AppTestSupport.h"
+
+#include "UuidText.h"
+
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QToolButton>
+
+namespace fenrow::testing {
+namespace {
+
+using SidebarTest = WindowFixture;
+
+TEST_F(SidebarTest, RowsShowNameProgressAndIdentifier)
+{
+    const TaskFlow &empty = addFlow("Garden");
+    const TaskFlow &partly = addFlow("Move house", 2, 1, 3);
+    const TaskFlow &finished = addFlow("Taxes", 4);
+    show();
+
+    ASSERT_EQ(model().rowCount(), 3);
+    const auto row = [&](const TaskFlow &flow, int role) { return model().indexOf(flow.id).data(role).toString(); };
+    EXPECT_EQ(row(empty, Qt::DisplayRole), "Garden");
+    EXPECT_EQ(row(empty, FlowListModel::ProgressTextRole), "No tasks yet");
+    EXPECT_EQ(row(partly, FlowListModel::ProgressTextRole), "2 of 6 done · 1 in progress");
+    EXPECT_EQ(row(finished, FlowListModel::ProgressTextRole), "All 4 done");
+    EXPECT_EQ(row(partly, FlowListModel::IdentifierRole), "sidebar.row." + uuidText(partly.id));
+
+    // Progress follows the store without the row being rebuilt.
+    store->setStatus(NodeStatus::done, *partly.orderedItems().last());
+    EXPECT_EQ(row(partly, FlowListModel::ProgressTextRole), "3 of 6 done · 1 in progress");
+}
+
+TEST_F(SidebarTest, PlusButtonCreatesSelectsAndRenamesTheNewFlow)
+{
+    addFlow("Existing");
+    show();
+    auto *plus = sidebar().findChild<QToolButton *>("sidebar.action.newFlow");
+    ASSERT_NE(plus, nullptr);
+    EXPECT_EQ(plus->toolTip(), "New flow");
+
+    QTest::mouseClick(plus, Qt::LeftButton);
+    ASSERT_EQ(flowNames(), QStringList({"Existing", "Untitled flow"}));
+    const QUuid created = store->flows().last()->id;
+    EXPECT_EQ(window->selectedFlow(), created);
+    EXPECT_EQ(list().currentIndex(), model().indexOf(created));
+
+    QLineEdit *field = renameField();
+    ASSERT_NE(field, nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return field->hasFocus(); }));
+    EXPECT_EQ(field->placeholderText(), "Flow name");
+    EXPECT_EQ(field->selectedText(), "Untitled flow") << "typing replaces the stand-in name";
+
+    QTest::keyClicks(field, "Launch plan");
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return store->flow(created)->name == "Launch plan"; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return renameField() == nullptr; }));
+    EXPECT_EQ(window->windowTitle(), "Launch plan");
+}
+
+TEST_F(SidebarTest, RenameInPlaceCommitsOnReturnAndFocusLossAndCancelsOnEscape)
+{
+    const TaskFlow &flow = addFlow("Garden");
+    addFlow("Taxes");
+    show();
+    QSignalSpy changes(store.get(), &FenrowStore::changed);
+
+    // Escape leaves the old name and writes nothing.
+    doubleClickRow(flow.id);
+    ASSERT_NE(renameField(), nullptr);
+    QTest::keyClicks(renameField(), "Orchard");
+    QTest::keyClick(renameField(), Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return renameField() == nullptr; }));
+    EXPECT_EQ(flow.name, "Garden");
+    EXPECT_EQ(changes.count(), 0);
+
+    // Return commits, trimmed like every entered name.
+    doubleClickRow(flow.id);
+    ASSERT_NE(renameField(), nullptr);
+    QTest::keyClicks(renameField(), "  Orchard ");
+    QTest::keyClick(renameField(), Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return flow.name == "Orchard"; }));
+
+    // The context entry opens the same field; moving the focus away commits.
+    chooseFromRowMenu(flow.id, "sidebar.row.action.rename");
+    QLineEdit *field = renameField();
+    ASSERT_NE(field, nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return field->hasFocus(); }));
+    EXPECT_EQ(field->text(), "Orchard");
+    QTest::keyClicks(field, "Orchard and beds");
+    window->findChild<QWidget *>("sidebar.action.quit")->setFocus();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return flow.name == "Orchard and beds"; }));
+    EXPECT_EQ(renameField(), nullptr);
+
+    // The same name commits without harm: nothing to write.
+    const int before = changes.count();
+    doubleClickRow(flow.id);
+    ASSERT_NE(renameField(), nullptr);
+    QTest::keyClick(renameField(), Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return renameField() == nullptr; }));
+    EXPECT_EQ(flow.name, "Orchard and beds");
+    EXPECT_EQ(changes.count(), before);
+}
+
+TEST_F(SidebarTest, ContextMenuListsRenameThenDelete)
+{
+    const TaskFlow &flow = addFlow("Garden");
+    const TaskFlow &other = addFlow("Taxes");
+    show();
+    clickRow(other.id);
+
+    QMenu *menu = openRowMenu(flow.id);
+    ASSERT_NE(menu, nullptr);
+    QStringList entries;
+    for (QAction *action : menu->actions())
+        if (!action->isSeparator())
+            entries << action->objectName() + "=" + action->text();
+    EXPECT_EQ(entries, QStringList({"sidebar.row.action.rename=Rename", "sidebar.row.action.delete=Delete…"}));
+    menu->close();
+    EXPECT_EQ(window->selectedFlow(), other.id) << "the menu does not change the shown flow";
+}
+
+TEST_F(SidebarTest, DeleteAsksFirstAndCancelKeepsTheFlow)
+{
+    const TaskFlow &flow = addFlow("Garden", 1, 0, 1);
+    addFlow("Taxes");
+    const QUuid id = flow.id;
+    show();
+
+    chooseFromRowMenu(id, "sidebar.row.action.delete");
+    QMessageBox *box = deleteConfirmation();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->windowTitle(), "Delete “Garden”?");
+    EXPECT_EQ(box->informativeText().left(40), "The flow and all of its tasks, connectio");
+    auto *cancel = box->findChild<QPushButton *>("sidebar.row.confirmCancel");
+    auto *confirm = box->findChild<QPushButton *>("sidebar.row.confirmDelete");
+    ASSERT_TRUE(cancel && confirm);
+    EXPECT_EQ(confirm->text(), "Delete");
+    EXPECT_EQ(box->defaultButton(), cancel) << "Return must not delete";
+
+    QPointer<QMessageBox> closing = box;
+    QTest::mouseClick(cancel, Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return closing.isNull(); }));
+    ASSERT_NE(store->flow(id), nullptr);
+
+    chooseFromRowMenu(id, "sidebar.row.action.delete");
+    box = deleteConfirmation();
+    ASSERT_NE(box, nullptr);
+    QTest::mouseClick(box->findChild<QPushButton *>("sidebar.row.confirmDelete"), Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return store->flow(id) == nullptr; }));
+    EXPECT_EQ(flowNames(), QStringList({"Taxes"}));
+    EXPECT_FALSE(model().indexOf(id).isValid());
+}
+
+// Drag-and-drop events as a drag over the list delivers them.
+class DropTest : public WindowFixture {
+protected:
+    struct Outcome {
+        bool moveAccepted;
+        bool dropAccepted;
+    };
+
+    Outcome drop(const QString &payload, const QUuid &target)
+    {
+        QMimeData data;
+        data.setText(payload);
+        QWidget *viewport = list().viewport();
+        const QPoint at = rowCenter(target);
+        QDragEnterEvent enter(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(viewport, &enter);
+        QDragMoveEvent move(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(viewport, &move);
+        QDropEvent dropped(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(viewport, &dropped);
+        return {move.isAccepted(), dropped.isAccepted()};
+    }
+
+    void SetUp() override
+    {
+        a = addFlow("A").id;
+        b = addFlow("B").id;
+        c = addFlow("C").id;
+        d = addFlow("D").id;
+        show();
+    }
+
+    QUuid a, b, c, d;
+};
+
+TEST_F(DropTest, RowsDragTheirFlowId)
+{
+    std::unique_ptr<QMimeData> data(model().mimeData({model().indexOf(b)}));
+    ASSERT_NE(data, nullptr);
+    EXPECT_EQ(QUuid::fromString(data->text()), b);
+}
+
+TEST_F(DropTest, DropOnAnotherRowMovesTheFlowToThatPlace)
+{
+    EXPECT_TRUE(drop(uuidText(a), c).dropAccepted);
+    EXPECT_EQ(flowNames(), QStringList({"B", "C", "A", "D"})) << "downwards";
+
+    EXPECT_TRUE(drop(uuidText(d), b).dropAccepted);
+    EXPECT_EQ(flowNames(), QStringList({"D", "B", "C", "A"})) << "upwards";
+
+    // Ids from elsewhere come with braces, lower case or more lines.
+    EXPECT_TRUE(drop(a.toString() + "\nmore text", d).dropAccepted);
+    EXPECT_EQ(flowNames(), QStringList({"A", "D", "B", "C"}));
+
+    // The order is the store's, not just the list's.
+    QList<qint64> orders;
+    for (const TaskFlow *flow : store->flows())
+        orders << flow->order;
+    EXPECT_EQ(orders, QList<qint64>({0, 1, 2, 3}));
+}
+
+TEST_F(DropTest, DropOnItselfOrOfAnUnknownIdIsRefusedAndChangesNothing)
+{
+    QSignalSpy changes(store.get(), &FenrowStore::changed);
+    for (const QString &payload : {uuidText(b), uuidText(QUuid::createUuid()), QStringLiteral("not an id")}) {
+        SCOPED_TRACE(payload.toStdString());
+        const Outcome outcome = drop(payload, b);
+        EXPECT_FALSE(outcome.moveAccepted);
+        EXPECT_FALSE(outcome.dropAccepted);
+    }
+    EXPECT_EQ(flowNames(), QStringList({"A", "B", "C", "D"}));
+    EXPECT_EQ(changes.count(), 0);
+}
+
+} // namespace
+} // namespace fenrow::testing
