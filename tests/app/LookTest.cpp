@@ -58,12 +58,7 @@ protected:
         }
     }
 
-    void settle()
-    {
-        QApplication::processEvents();
-        list().doItemsLayout();
-        QApplication::processEvents();
-    }
+    void settle() { QApplication::processEvents(); }
 
     void saveScreenshot(QWidget &widget, const QString &name)
     {

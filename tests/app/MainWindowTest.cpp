@@ -59,6 +59,10 @@ TEST_F(MainWindowTest, TitleAndDetailFollowTheSelectedFlow)
     QTest::keyClick(&list(), Qt::Key_Down);
     EXPECT_EQ(window->selectedFlow(), taxes.id);
     EXPECT_EQ(window->windowTitle(), "Taxes");
+
+    QSignalSpy quitting(window.get(), &MainWindow::quitRequested);
+    QTest::mouseClick(window->findChild<QPushButton *>("sidebar.action.quit"), Qt::LeftButton);
+    EXPECT_EQ(quitting.count(), 1);
 }
 
 TEST_F(MainWindowTest, DeletingTheShownFlowFallsBackToTheFirstRemainingThenToNone)

@@ -29,6 +29,15 @@ TEST_F(SidebarTest, RowsShowNameProgressAndIdentifier)
     // Progress follows the store without the row being rebuilt.
     store->setStatus(NodeStatus::done, *partly.orderedItems().last());
     EXPECT_EQ(row(partly, FlowListModel::ProgressTextRole), "3 of 6 done · 1 in progress");
+
+    // In a narrow sidebar the longer text takes a second line, and the row
+    // grows to hold it.
+    window->setSidebarWidth(Sidebar::minimumWidth);
+    QApplication::processEvents();
+    const int oneLine = list().visualRect(model().indexOf(finished.id)).height();
+    store->addNode("One more", finished);
+    EXPECT_EQ(row(finished, FlowListModel::ProgressTextRole), "4 of 5 done · 0 in progress");
+    EXPECT_GT(list().visualRect(model().indexOf(finished.id)).height(), oneLine);
 }
 
 TEST_F(SidebarTest, PlusButtonCreatesSelectsAndRenamesTheNewFlow)
