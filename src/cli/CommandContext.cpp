@@ -9,7 +9,7 @@
 
 namespace fenrow {
 
-CommandContext::CommandContext(const CommandRegistry &registry, const CommandSpec &command,
+CommandContext::CommandContext(const CommandRegistry &registry, const CommandDefinition &command,
                                const ParsedArguments &parsed, Console &console, const Clock &clock,
                                FenrowStore *store)
     : m_registry(registry), m_command(command), m_parsed(parsed),

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CommandSpec.h"
+#include "CommandDefinition.h"
 #include "Console.h"
 #include "ParsedArguments.h"
 
@@ -17,11 +17,11 @@ class FenrowStore;
 // store (for commands that use it) and the console.
 class CommandContext {
 public:
-    CommandContext(const CommandRegistry &registry, const CommandSpec &command, const ParsedArguments &parsed,
+    CommandContext(const CommandRegistry &registry, const CommandDefinition &command, const ParsedArguments &parsed,
                    Console &console, const Clock &clock, FenrowStore *store);
 
     const CommandRegistry &registry() const { return m_registry; }
-    const CommandSpec &command() const { return m_command; }
+    const CommandDefinition &command() const { return m_command; }
 
     // The words after the command's own.
     const QStringList &arguments() const { return m_arguments; }
@@ -42,7 +42,7 @@ public:
 
 private:
     const CommandRegistry &m_registry;
-    const CommandSpec &m_command;
+    const CommandDefinition &m_command;
     const ParsedArguments &m_parsed;
     QStringList m_arguments;
     Console &m_console;

@@ -24,11 +24,11 @@ int reportUnknownCommand(const CommandRegistry &registry, const QStringList &wor
 {
     for (qsizetype length = words.size(); length > 0; --length) {
         const QStringList group = words.first(length);
-        const QList<const CommandSpec *> members = registry.commandsUnder(group);
+        const QList<const CommandDefinition *> members = registry.commandsUnder(group);
         if (members.isEmpty())
             continue;
         QStringList choices;
-        for (const CommandSpec *command : members)
+        for (const CommandDefinition *command : members)
             choices.append(command->words().at(length));
         choices.removeDuplicates();
         const QString groupName = group.join(QLatin1Char(' '));
@@ -58,7 +58,7 @@ int printHelp(const CommandRegistry &registry, const ParsedArguments &parsed, co
 
 // What is wrong with the options and arguments `command` was given; empty
 // when nothing is.
-QString problemWith(const CommandRegistry &registry, const CommandSpec &command, const ParsedArguments &parsed)
+QString problemWith(const CommandRegistry &registry, const CommandDefinition &command, const ParsedArguments &parsed)
 {
     for (auto it = parsed.options.cbegin(); it != parsed.options.cend(); ++it) {
         if (!registry.isGlobalOption(it.key()) && !command.options.contains(it.key()))
@@ -122,7 +122,7 @@ int CommandDispatcher::run(const QStringList &arguments, Console &console) const
     if (!match.command)
         return reportUnknownCommand(m_registry, parsed.words, console);
 
-    const CommandSpec &command = *match.command;
+    const CommandDefinition &command = *match.command;
     const QString problem = problemWith(m_registry, command, parsed);
     if (!problem.isEmpty())
         return console.usageError(problem, HelpText::usage(m_registry, command), command.name);

@@ -21,7 +21,7 @@ bool startsWithWords(const QStringList &words, const QStringList &prefix)
 
 CommandRegistry::CommandRegistry()
 {
-    const QList<OptionSpec> global{
+    const QList<OptionDefinition> global{
         {GlobalOption::json, {}, {}, QStringLiteral("Print machine-readable JSON")},
         {GlobalOption::now, {}, QStringLiteral("TIME"),
          QStringLiteral("Take TIME (ISO 8601, e.g. 2026-06-10T09:00:00) as the current time")},
@@ -29,37 +29,37 @@ CommandRegistry::CommandRegistry()
         {GlobalOption::version, {}, {}, QStringLiteral("Show the version")},
         {GlobalOption::uiTest, {}, {}, QStringLiteral("Keep the store in memory"), true},
     };
-    for (const OptionSpec &option : global) {
+    for (const OptionDefinition &option : global) {
         addOption(option);
         m_globalOptionNames.append(option.name);
     }
 }
 
-void CommandRegistry::addOption(OptionSpec option)
+void CommandRegistry::addOption(OptionDefinition option)
 {
     Q_ASSERT(!this->option(option.name));
     m_options.push_back(std::move(option));
 }
 
-void CommandRegistry::addCommand(CommandSpec command)
+void CommandRegistry::addCommand(CommandDefinition command)
 {
     Q_ASSERT(std::none_of(m_commands.begin(), m_commands.end(),
-                          [&](const CommandSpec &known) { return known.name == command.name; }));
+                          [&](const CommandDefinition &known) { return known.name == command.name; }));
     m_commands.push_back(std::move(command));
 }
 
-const OptionSpec *CommandRegistry::option(const QString &name) const
+const OptionDefinition *CommandRegistry::option(const QString &name) const
 {
-    for (const OptionSpec &option : m_options) {
+    for (const OptionDefinition &option : m_options) {
         if (option.name == name)
             return &option;
     }
     return nullptr;
 }
 
-const OptionSpec *CommandRegistry::optionByShortName(QChar shortName) const
+const OptionDefinition *CommandRegistry::optionByShortName(QChar shortName) const
 {
-    for (const OptionSpec &option : m_options) {
+    for (const OptionDefinition &option : m_options) {
         if (!option.shortName.isNull() && option.shortName == shortName)
             return &option;
     }
@@ -71,9 +71,9 @@ bool CommandRegistry::isGlobalOption(const QString &name) const
     return m_globalOptionNames.contains(name);
 }
 
-QList<const OptionSpec *> CommandRegistry::globalOptions() const
+QList<const OptionDefinition *> CommandRegistry::globalOptions() const
 {
-    QList<const OptionSpec *> options;
+    QList<const OptionDefinition *> options;
     for (const QString &name : m_globalOptionNames)
         options.append(option(name));
     return options;
@@ -82,7 +82,7 @@ QList<const OptionSpec *> CommandRegistry::globalOptions() const
 CommandRegistry::Match CommandRegistry::find(const QStringList &words) const
 {
     Match best;
-    for (const CommandSpec &command : m_commands) {
+    for (const CommandDefinition &command : m_commands) {
         const QStringList commandWords = command.words();
         if (commandWords.size() > best.wordCount && startsWithWords(words, commandWords))
             best = {&command, commandWords.size()};
@@ -90,10 +90,10 @@ CommandRegistry::Match CommandRegistry::find(const QStringList &words) const
     return best;
 }
 
-QList<const CommandSpec *> CommandRegistry::commandsUnder(const QStringList &prefix) const
+QList<const CommandDefinition *> CommandRegistry::commandsUnder(const QStringList &prefix) const
 {
-    QList<const CommandSpec *> found;
-    for (const CommandSpec &command : m_commands) {
+    QList<const CommandDefinition *> found;
+    for (const CommandDefinition &command : m_commands) {
         if (startsWithWords(command.words(), prefix))
             found.append(&command);
     }

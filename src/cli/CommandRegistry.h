@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CommandSpec.h"
+#include "CommandDefinition.h"
 
 #include <QList>
 #include <QString>
@@ -27,30 +27,30 @@ public:
     // Starts with the global options.
     CommandRegistry();
 
-    void addOption(OptionSpec option);
-    void addCommand(CommandSpec command);
+    void addOption(OptionDefinition option);
+    void addCommand(CommandDefinition command);
 
-    const OptionSpec *option(const QString &name) const;
-    const OptionSpec *optionByShortName(QChar shortName) const;
+    const OptionDefinition *option(const QString &name) const;
+    const OptionDefinition *optionByShortName(QChar shortName) const;
     bool isGlobalOption(const QString &name) const;
-    QList<const OptionSpec *> globalOptions() const;
+    QList<const OptionDefinition *> globalOptions() const;
 
     // The command whose words begin `words`, the longest when several do.
     struct Match {
-        const CommandSpec *command = nullptr;
+        const CommandDefinition *command = nullptr;
         qsizetype wordCount = 0;
     };
     Match find(const QStringList &words) const;
 
     // Commands whose words start with `prefix`, in the order they were added.
-    QList<const CommandSpec *> commandsUnder(const QStringList &prefix) const;
-    QList<const CommandSpec *> commands() const { return commandsUnder({}); }
+    QList<const CommandDefinition *> commandsUnder(const QStringList &prefix) const;
+    QList<const CommandDefinition *> commands() const { return commandsUnder({}); }
 
 private:
     // Deques keep the addresses handed out stable as entries are added.
-    std::deque<OptionSpec> m_options;
+    std::deque<OptionDefinition> m_options;
     QStringList m_globalOptionNames;
-    std::deque<CommandSpec> m_commands;
+    std::deque<CommandDefinition> m_commands;
 };
 
 } // namespace fenrow

@@ -7,12 +7,12 @@ namespace fenrow::HelpText {
 
 namespace {
 
-QString commandColumn(const CommandSpec &command)
+QString commandColumn(const CommandDefinition &command)
 {
     return command.argumentsSyntax.isEmpty() ? command.name : command.name + QLatin1Char(' ') + command.argumentsSyntax;
 }
 
-QString optionColumn(const OptionSpec &option)
+QString optionColumn(const OptionDefinition &option)
 {
     QString text = option.shortName.isNull() ? QStringLiteral("    ") : QStringLiteral("-%1, ").arg(option.shortName);
     text += QStringLiteral("--") + option.name;
@@ -21,18 +21,18 @@ QString optionColumn(const OptionSpec &option)
     return text;
 }
 
-void printCommandTable(const QList<const CommandSpec *> &commands, QTextStream &out)
+void printCommandTable(const QList<const CommandDefinition *> &commands, QTextStream &out)
 {
     TextTable table({}, QStringLiteral("  "));
-    for (const CommandSpec *command : commands)
+    for (const CommandDefinition *command : commands)
         table.addRow({commandColumn(*command), command->summary});
     table.print(out);
 }
 
-void printOptionTable(const QList<const OptionSpec *> &options, QTextStream &out)
+void printOptionTable(const QList<const OptionDefinition *> &options, QTextStream &out)
 {
     TextTable table({}, QStringLiteral("  "));
-    for (const OptionSpec *option : options) {
+    for (const OptionDefinition *option : options) {
         if (!option->hidden)
             table.addRow({optionColumn(*option), option->help});
     }
@@ -41,13 +41,13 @@ void printOptionTable(const QList<const OptionSpec *> &options, QTextStream &out
 
 } // namespace
 
-QString usage(const CommandRegistry &registry, const CommandSpec &command)
+QString usage(const CommandRegistry &registry, const CommandDefinition &command)
 {
     QString line = QStringLiteral("fenrow ") + commandColumn(command);
     for (const QString &name : command.options) {
-        const OptionSpec *option = registry.option(name);
-        line += QStringLiteral(" [--") + name + (option->takesValue() ? QLatin1Char(' ') + option->valueName : QString())
-            + QLatin1Char(']');
+        const OptionDefinition *option = registry.option(name);
+        const QString value = option->takesValue() ? QLatin1Char(' ') + option->valueName : QString();
+        line += QStringLiteral(" [--") + name + value + QLatin1Char(']');
     }
     return line;
 }
@@ -72,16 +72,16 @@ void printGroup(const CommandRegistry &registry, const QStringList &group, QText
     out << "\nSee \"fenrow help " << name << " COMMAND\" for more on a command.\n";
 }
 
-void printCommand(const CommandRegistry &registry, const CommandSpec &command, QTextStream &out)
+void printCommand(const CommandRegistry &registry, const CommandDefinition &command, QTextStream &out)
 {
     out << "Usage: " << usage(registry, command) << "\n\n" << command.summary << ".\n";
     if (!command.description.isEmpty())
         out << '\n' << command.description << '\n';
 
-    QList<const OptionSpec *> options;
+    QList<const OptionDefinition *> options;
     for (const QString &name : command.options)
         options.append(registry.option(name));
-    for (const OptionSpec *option : registry.globalOptions()) {
+    for (const OptionDefinition *option : registry.globalOptions()) {
         // The version belongs to the program, not to a command.
         if (option->name != GlobalOption::version)
             options.append(option);

@@ -7,7 +7,7 @@
 namespace fenrow {
 
 class CommandRegistry;
-struct CommandSpec;
+struct CommandDefinition;
 
 // The help the front end prints, all of it read from the registry.
 namespace HelpText {
@@ -16,10 +16,10 @@ namespace HelpText {
 void printOverview(const CommandRegistry &registry, QTextStream &out);
 // The commands under a group's words: "fenrow help flow".
 void printGroup(const CommandRegistry &registry, const QStringList &group, QTextStream &out);
-void printCommand(const CommandRegistry &registry, const CommandSpec &command, QTextStream &out);
+void printCommand(const CommandRegistry &registry, const CommandDefinition &command, QTextStream &out);
 
 // "fenrow flow delete FLOW [--yes]".
-QString usage(const CommandRegistry &registry, const CommandSpec &command);
+QString usage(const CommandRegistry &registry, const CommandDefinition &command);
 
 } // namespace HelpText
 

@@ -38,7 +38,7 @@ ParsedArguments ParsedArguments::parse(const QStringList &arguments, const Comma
             continue;
         }
 
-        const OptionSpec *option = nullptr;
+        const OptionDefinition *option = nullptr;
         std::optional<QString> inlineValue;
         if (argument.startsWith(QLatin1String("--"))) {
             const qsizetype equals = argument.indexOf(QLatin1Char('='));

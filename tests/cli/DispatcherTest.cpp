@@ -49,7 +49,7 @@ TEST_F(DispatcherTest, HelpAndVersionWorkWithoutTheStore)
 
     const CommandResult overview = run({"--help"});
     EXPECT_EQ(overview.status, exitSuccess);
-    for (const CommandSpec *command : registry.commands())
+    for (const CommandDefinition *command : registry.commands())
         EXPECT_TRUE(overview.out.contains("  " + command->name)) << command->name.toStdString();
     EXPECT_FALSE(overview.out.contains("ui-test"));
     EXPECT_EQ(run({"help"}).out, overview.out);

@@ -11,7 +11,7 @@ class CommandContext;
 
 // An option a command accepts: a long name ("json"), an optional one-letter
 // alias and, for options that take one, the name of the value ("TIME").
-struct OptionSpec {
+struct OptionDefinition {
     QString name{};
     QChar shortName{};
     QString valueName{};
@@ -24,7 +24,7 @@ struct OptionSpec {
 
 // One subcommand: its words ("flow add"), what it takes, how it is
 // described, and what runs it. `maxArguments` below 0 means no limit.
-struct CommandSpec {
+struct CommandDefinition {
     using Handler = std::function<int(CommandContext &)>;
 
     // Members default-initialise so commands can name only what they use.
