@@ -86,7 +86,6 @@ QVariant FlowListModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
-    case Qt::ToolTipRole:
         return flow->name;
     case FlowIdRole:
         return flow->id;

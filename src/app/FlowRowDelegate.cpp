@@ -4,9 +4,11 @@
 #include "FlowListView.h"
 #include "Theme.h"
 
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
+#include <QToolTip>
 
 namespace fenrow {
 
@@ -167,6 +169,20 @@ void FlowRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
         line.translate(0, line.height());
     }
     painter->restore();
+}
+
+bool FlowRowDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                                const QModelIndex &index)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const QString name = index.data(Qt::DisplayRole).toString();
+    const RowLayout layout = layoutRow(option.rect, index.data(FlowListModel::ProgressTextRole).toString());
+    if (QFontMetrics(bodyFont()).horizontalAdvance(name) > layout.name.width())
+        QToolTip::showText(event->globalPos(), name, view, option.rect);
+    else
+        QToolTip::hideText();
+    return true;
 }
 
 QWidget *FlowRowDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &) const

@@ -56,7 +56,7 @@ Sidebar::Sidebar(FenrowStore &store, QWidget *parent) : QWidget(parent), m_store
     connect(m_model, &QAbstractItemModel::modelReset, this, &Sidebar::restoreSelection);
 
     auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(Metric::sidebarPadding - 2, 16, Metric::sidebarPadding - 2, Metric::sidebarPadding);
+    column->setContentsMargins(Metric::sidebarPadding, 16, Metric::sidebarPadding, 12);
     column->setSpacing(0);
     column->addWidget(makeBrandHeader());
     column->addSpacing(20);

@@ -32,7 +32,7 @@ inline const QColor canvasDot{0xd9, 0xdc, 0xe2};
 } // namespace Color
 
 namespace Metric {
-inline constexpr int sidebarPadding = 12;
+inline constexpr int sidebarPadding = 10;
 inline constexpr int rowRadius = 7;
 inline constexpr int rowPaddingX = 10;
 inline constexpr int rowPaddingY = 7;

@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <QToolTip>
 
 namespace fenrow::testing {
 namespace {
@@ -38,6 +39,16 @@ TEST_F(SidebarTest, RowsShowNameProgressAndIdentifier)
     store->addNode("One more", finished);
     EXPECT_EQ(row(finished, FlowListModel::ProgressTextRole), "4 of 5 done · 0 in progress");
     EXPECT_GT(list().visualRect(model().indexOf(finished.id)).height(), oneLine);
+
+    // A name cut short by the width shows whole in a tooltip; others don't.
+    const auto tooltipOver = [&](const TaskFlow &flow) {
+        QHelpEvent help(QEvent::ToolTip, rowCenter(flow.id), list().viewport()->mapToGlobal(rowCenter(flow.id)));
+        QApplication::sendEvent(list().viewport(), &help);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+    store->renameFlow(partly, "Move house to the little village on the far side of the hills");
+    EXPECT_EQ(tooltipOver(empty), "");
+    EXPECT_EQ(tooltipOver(partly), partly.name);
 }
 
 TEST_F(SidebarTest, PlusButtonCreatesSelectsAndRenamesTheNewFlow)
