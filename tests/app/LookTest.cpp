@@ -74,38 +74,30 @@ TEST_P(LookTest, TextsFitAtDefaultAndMinimumSizes)
     show();
     settle();
     expectNothingClipped("empty state");
-    if (code == "en" || code == "de")
-        saveScreenshot(*window, "main-window-empty-" + code);
+    saveScreenshot(*window, "main-window-empty-" + code);
 
     addSampleFlows();
     window->selectFlow(store->flows().first()->id);
     settle();
     expectNothingClipped("default size");
-    if (code == "en" || code == "de" || code == "tr")
-        saveScreenshot(*window, "main-window-" + code);
+    saveScreenshot(*window, "main-window-" + code);
 
     window->resize(window->minimumSize());
     window->setSidebarWidth(0);
     settle();
     expectNothingClipped("minimum size");
-    if (code == "de" || code == "tr")
-        saveScreenshot(*window, "main-window-minimum-" + code);
+    saveScreenshot(*window, "main-window-minimum-" + code);
 
-    if (code == "en") {
-        window->resize(1040, 680);
-        sidebar().createFlow();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return renameField() != nullptr; }));
-        saveScreenshot(*window, "main-window-renaming-en");
-        QTest::keyClick(renameField(), Qt::Key_Escape);
-    }
-    if (code == "de") {
-        window->resize(1040, 680);
-        chooseFromRowMenu(store->flows().first()->id, "sidebar.row.action.delete");
-        QMessageBox *box = deleteConfirmation();
-        ASSERT_NE(box, nullptr);
-        saveScreenshot(*box, "delete-confirmation-de");
-        box->reject();
-    }
+    // The dialogs a reviewer wants to see: renaming, and deleting.
+    sidebar().createFlow();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return renameField() != nullptr; }));
+    saveScreenshot(*window, "main-window-renaming-" + code);
+    QTest::keyClick(renameField(), Qt::Key_Escape);
+    chooseFromRowMenu(store->flows().first()->id, "sidebar.row.action.delete");
+    QMessageBox *box = deleteConfirmation();
+    ASSERT_NE(box, nullptr);
+    saveScreenshot(*box, "delete-confirmation-" + code);
+    box->reject();
 }
 
 INSTANTIATE_TEST_SUITE_P(AllLanguages, LookTest, ::testing::ValuesIn(languages),

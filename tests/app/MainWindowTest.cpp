@@ -109,9 +109,7 @@ TEST_F(MainWindowTest, SidebarWidthStaysWithinItsLimits)
     QSignalSpy committed(window.get(), &MainWindow::sidebarWidthCommitted);
     const QPoint grip = divider->rect().center();
     QTest::mousePress(divider, Qt::LeftButton, Qt::NoModifier, grip);
-    QMouseEvent move(QEvent::MouseMove, QPointF(grip + QPoint(40, 0)), divider->mapToGlobal(QPointF(grip + QPoint(40, 0))),
-                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(divider, &move);
+    QTest::mouseMove(divider, grip + QPoint(40, 0));
     EXPECT_EQ(window->sidebarWidth(), 340);
     EXPECT_EQ(committed.count(), 0);
     QTest::mouseRelease(divider, Qt::LeftButton, Qt::NoModifier, grip + QPoint(500, 0));
