@@ -50,13 +50,13 @@ public:
     QModelIndex indexOf(const QUuid &id) const;
     QUuid flowIdAt(const QModelIndex &index) const;
 
+private:
     // The order after dropping `dragged` onto `target`: the dragged flow ends
     // where the target was, the others keep their sequence. Nothing when the
     // drop is refused (onto itself, or an id that is not in the list).
     static std::optional<QList<const TaskFlow *>> orderAfterDrop(const QList<const TaskFlow *> &flows,
                                                                   const QUuid &dragged, const QUuid &target);
 
-private:
     void reload();
     const TaskFlow *flowAt(const QModelIndex &index) const;
     std::optional<QList<const TaskFlow *>> dropOrder(const QMimeData *data, const QModelIndex &target) const;

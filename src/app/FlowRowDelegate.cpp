@@ -24,11 +24,6 @@ struct RowLayout {
     QRect progress;
 };
 
-int textWidthFor(int rowWidth)
-{
-    return rowWidth - 2 * Metric::rowPaddingX - Metric::progressRing - Metric::rowPaddingX;
-}
-
 // Greedy line filling over the given pieces, joined by `glue` on a line.
 QStringList fill(const QStringList &pieces, const QString &glue, const QFontMetrics &metrics, int width)
 {
@@ -78,7 +73,7 @@ RowLayout layoutRow(const QRect &rect, const QString &progressText)
     const int textLeft = layout.ring.right() + 1 + Metric::rowPaddingX;
     const int textWidth = content.right() + 1 - textLeft;
     layout.name = QRect(textLeft, content.top(), textWidth, nameHeight);
-    layout.progress = QRect(textLeft, layout.name.bottom() + 2, textWidth, progressHeight(progressText, textWidth));
+    layout.progress = QRect(textLeft, layout.name.bottom() + 3, textWidth, progressHeight(progressText, textWidth));
     return layout;
 }
 
@@ -120,9 +115,8 @@ QSize FlowRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModel
     const auto *view = qobject_cast<const QAbstractItemView *>(option.widget);
     const int width = view ? view->viewport()->width() : option.rect.width();
     const QString progress = index.data(FlowListModel::ProgressTextRole).toString();
-    const int height = Metric::rowGap + 2 * Metric::rowPaddingY + QFontMetrics(bodyFont()).height() + 2
-                       + progressHeight(progress, std::max(textWidthFor(width), 40));
-    return {width, height};
+    const RowLayout layout = layoutRow(QRect(0, 0, width, 0), progress);
+    return {width, layout.progress.bottom() + 1 + Metric::rowPaddingY + Metric::rowGap / 2};
 }
 
 void FlowRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const

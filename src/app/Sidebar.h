@@ -38,7 +38,6 @@ public:
     void beginRename(const QUuid &id);
     // Asks before deleting; the answer arrives after the dialog closes.
     QMessageBox *confirmDelete(const QUuid &id);
-    QMenu *rowMenu(const QUuid &id);
 
     FlowListView *flowList() const { return m_list; }
     FlowListModel *flowModel() const { return m_model; }
@@ -51,6 +50,7 @@ private:
     QWidget *makeBrandHeader();
     QWidget *makeSectionHeader();
     QWidget *makeFooter();
+    QMenu *rowMenu(const QUuid &id);
     void showRowMenu(const QPoint &position);
     void restoreSelection();
     void userChangedSelection();
