@@ -75,5 +75,33 @@
         <source>Fenrow cannot open its data</source>
         <translation>Fenrow kann seine Daten nicht öffnen</translation>
     </message>
+    <message id="sample.flow.name">
+        <source>Sample: Launch a landing page</source>
+        <translation>Beispiel: Eine Landingpage starten</translation>
+    </message>
+    <message id="sample.flow.item.offer">
+        <source>Define the offer</source>
+        <translation>Angebot festlegen</translation>
+    </message>
+    <message id="sample.flow.item.copy">
+        <source>Write the copy</source>
+        <translation>Texte schreiben</translation>
+    </message>
+    <message id="sample.flow.item.layout">
+        <source>Design the layout</source>
+        <translation>Layout gestalten</translation>
+    </message>
+    <message id="sample.flow.item.build">
+        <source>Build the page</source>
+        <translation>Seite bauen</translation>
+    </message>
+    <message id="sample.flow.item.publish">
+        <source>Publish and announce</source>
+        <translation>Veröffentlichen und ankündigen</translation>
+    </message>
+    <message id="sidebar.flow.untitled">
+        <source>Untitled flow</source>
+        <translation>Unbenannter Flow</translation>
+    </message>
 </context>
 </TS>

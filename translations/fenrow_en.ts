@@ -75,5 +75,33 @@
         <source>Fenrow cannot open its data</source>
         <translation>Fenrow cannot open its data</translation>
     </message>
+    <message id="sample.flow.name">
+        <source>Sample: Launch a landing page</source>
+        <translation>Sample: Launch a landing page</translation>
+    </message>
+    <message id="sample.flow.item.offer">
+        <source>Define the offer</source>
+        <translation>Define the offer</translation>
+    </message>
+    <message id="sample.flow.item.copy">
+        <source>Write the copy</source>
+        <translation>Write the copy</translation>
+    </message>
+    <message id="sample.flow.item.layout">
+        <source>Design the layout</source>
+        <translation>Design the layout</translation>
+    </message>
+    <message id="sample.flow.item.build">
+        <source>Build the page</source>
+        <translation>Build the page</translation>
+    </message>
+    <message id="sample.flow.item.publish">
+        <source>Publish and announce</source>
+        <translation>Publish and announce</translation>
+    </message>
+    <message id="sidebar.flow.untitled">
+        <source>Untitled flow</source>
+        <translation>Untitled flow</translation>
+    </message>
 </context>
 </TS>

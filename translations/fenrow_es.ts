@@ -75,5 +75,33 @@
         <source>Fenrow cannot open its data</source>
         <translation>Fenrow no puede abrir sus datos</translation>
     </message>
+    <message id="sample.flow.name">
+        <source>Sample: Launch a landing page</source>
+        <translation>Ejemplo: Lanzar una página de aterrizaje</translation>
+    </message>
+    <message id="sample.flow.item.offer">
+        <source>Define the offer</source>
+        <translation>Definir la oferta</translation>
+    </message>
+    <message id="sample.flow.item.copy">
+        <source>Write the copy</source>
+        <translation>Escribir los textos</translation>
+    </message>
+    <message id="sample.flow.item.layout">
+        <source>Design the layout</source>
+        <translation>Diseñar la maqueta</translation>
+    </message>
+    <message id="sample.flow.item.build">
+        <source>Build the page</source>
+        <translation>Construir la página</translation>
+    </message>
+    <message id="sample.flow.item.publish">
+        <source>Publish and announce</source>
+        <translation>Publicar y anunciar</translation>
+    </message>
+    <message id="sidebar.flow.untitled">
+        <source>Untitled flow</source>
+        <translation>Flujo sin título</translation>
+    </message>
 </context>
 </TS>

@@ -75,5 +75,33 @@
         <source>Fenrow cannot open its data</source>
         <translation>Fenrow ne peut pas ouvrir ses données</translation>
     </message>
+    <message id="sample.flow.name">
+        <source>Sample: Launch a landing page</source>
+        <translation>Exemple : lancer une page d’accueil</translation>
+    </message>
+    <message id="sample.flow.item.offer">
+        <source>Define the offer</source>
+        <translation>Définir l’offre</translation>
+    </message>
+    <message id="sample.flow.item.copy">
+        <source>Write the copy</source>
+        <translation>Rédiger les textes</translation>
+    </message>
+    <message id="sample.flow.item.layout">
+        <source>Design the layout</source>
+        <translation>Concevoir la mise en page</translation>
+    </message>
+    <message id="sample.flow.item.build">
+        <source>Build the page</source>
+        <translation>Construire la page</translation>
+    </message>
+    <message id="sample.flow.item.publish">
+        <source>Publish and announce</source>
+        <translation>Publier et annoncer</translation>
+    </message>
+    <message id="sidebar.flow.untitled">
+        <source>Untitled flow</source>
+        <translation>Flux sans titre</translation>
+    </message>
 </context>
 </TS>

@@ -75,5 +75,33 @@
         <source>Fenrow cannot open its data</source>
         <translation>Fenrow verilerini açamıyor</translation>
     </message>
+    <message id="sample.flow.name">
+        <source>Sample: Launch a landing page</source>
+        <translation>Örnek: Bir tanıtım sayfası yayınla</translation>
+    </message>
+    <message id="sample.flow.item.offer">
+        <source>Define the offer</source>
+        <translation>Teklifi belirle</translation>
+    </message>
+    <message id="sample.flow.item.copy">
+        <source>Write the copy</source>
+        <translation>Metni yaz</translation>
+    </message>
+    <message id="sample.flow.item.layout">
+        <source>Design the layout</source>
+        <translation>Sayfa düzenini tasarla</translation>
+    </message>
+    <message id="sample.flow.item.build">
+        <source>Build the page</source>
+        <translation>Sayfayı oluştur</translation>
+    </message>
+    <message id="sample.flow.item.publish">
+        <source>Publish and announce</source>
+        <translation>Yayınla ve duyur</translation>
+    </message>
+    <message id="sidebar.flow.untitled">
+        <source>Untitled flow</source>
+        <translation>Adsız akış</translation>
+    </message>
 </context>
 </TS>
