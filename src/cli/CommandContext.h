@@ -27,6 +27,8 @@ public:
     const QStringList &arguments() const { return m_arguments; }
     QString argument(qsizetype index) const { return m_arguments.value(index); }
     bool hasOption(const QString &name) const { return m_parsed.has(name); }
+    // The value an option was given; empty when it was not.
+    QString optionValue(const QString &name) const { return m_parsed.value(name); }
     bool json() const;
 
     const Clock &clock() const { return m_clock; }

@@ -16,6 +16,8 @@ public:
     static FlowReference resolve(const QList<const TaskFlow *> &flows, const QString &text);
 
     const TaskFlow *flow() const { return m_flow; }
+    // Several flows matched; false when one or none did.
+    bool isAmbiguous() const { return m_ambiguous; }
     // The flows the text matched (several) or, when it matched none, all of
     // them; empty once a flow is found.
     const QList<const TaskFlow *> &candidates() const { return m_candidates; }

@@ -8,6 +8,7 @@
 
 namespace fenrow {
 
+class FlowNode;
 class LocalCalendar;
 class TaskFlow;
 
@@ -20,6 +21,12 @@ QJsonValue dateTime(const std::optional<QDateTime> &moment, const LocalCalendar 
 
 // A flow with its 1-based place in the sidebar and its progress counters.
 QJsonObject flow(const TaskFlow &flow, qsizetype position, const LocalCalendar &calendar);
+
+// A row of the Ready list: id, title, flowID, flowName, dueDate, isOverdue
+// (at `now`), priorityRaw, estimateMinutes, dayPlanRank; absent values null.
+QJsonObject readyTask(const FlowNode &node, const QDateTime &now, const LocalCalendar &calendar);
+// A task with every field a command can change, and its state at `now`.
+QJsonObject task(const FlowNode &node, const QDateTime &now, const LocalCalendar &calendar);
 
 } // namespace JsonOutput
 

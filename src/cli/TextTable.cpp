@@ -15,12 +15,22 @@ void TextTable::addRow(const QStringList &cells)
     for (const QString &cell : cells)
         row.append(PlainText::singleLine(cell));
     m_rows.append(row);
+    m_isHeading.append(false);
+}
+
+void TextTable::addHeading(const QString &text)
+{
+    m_rows.append({PlainText::singleLine(text)});
+    m_isHeading.append(true);
 }
 
 void TextTable::print(QTextStream &out) const
 {
     QList<qsizetype> widths;
-    for (const QStringList &row : m_rows) {
+    for (qsizetype i = 0; i < m_rows.size(); ++i) {
+        if (m_isHeading[i])
+            continue;
+        const QStringList &row = m_rows[i];
         for (qsizetype column = 0; column < row.size(); ++column) {
             if (column >= widths.size())
                 widths.append(0);
@@ -28,7 +38,12 @@ void TextTable::print(QTextStream &out) const
         }
     }
 
-    for (const QStringList &row : m_rows) {
+    for (qsizetype i = 0; i < m_rows.size(); ++i) {
+        const QStringList &row = m_rows[i];
+        if (m_isHeading[i]) {
+            out << row.first() << '\n';
+            continue;
+        }
         QString line = m_indent;
         for (qsizetype column = 0; column < row.size(); ++column) {
             const QString &cell = row[column];

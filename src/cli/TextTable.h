@@ -15,6 +15,9 @@ public:
     explicit TextTable(QList<Alignment> alignments = {}, QString indent = {});
 
     void addRow(const QStringList &cells);
+    // A line of its own between rows, without the indent; it takes no part
+    // in the column widths, so columns line up across headings.
+    void addHeading(const QString &text);
     bool isEmpty() const { return m_rows.isEmpty(); }
     void print(QTextStream &out) const;
 
@@ -22,6 +25,8 @@ private:
     QList<Alignment> m_alignments;
     QString m_indent;
     QList<QStringList> m_rows;
+    // Headings are the rows marked here.
+    QList<bool> m_isHeading;
 };
 
 } // namespace fenrow
