@@ -2,12 +2,14 @@
 
 #include "FlowCommands.h"
 #include "HelpCommand.h"
+#include "ReadyCommand.h"
 
 namespace fenrow::CommandCatalog {
 
 void registerAll(CommandRegistry &registry)
 {
     // Help lists the commands in this order.
+    ReadyCommand::registerIn(registry);
     FlowCommands::registerIn(registry);
     HelpCommand::registerIn(registry);
 }

@@ -1,0 +1,138 @@
+#include "ReadyCommand.h"
+
+#include "CommandContext.h"
+#include "CommandRegistry.h"
+#include "ExitStatus.h"
+#include "JsonOutput.h"
+#include "OptionChoice.h"
+#include "PlainText.h"
+#include "TaskText.h"
+#include "TextTable.h"
+
+#include "domain/Clock.h"
+#include "domain/FenrowStore.h"
+#include "domain/Readiness.h"
+#include "shell/SettingsFile.h"
+
+#include <QJsonArray>
+
+namespace fenrow::ReadyCommand {
+
+namespace {
+
+const QString sortOption = QStringLiteral("sort");
+const QString sortSetting = QStringLiteral("preferences.readySort");
+
+// The list's own sort setting, shared with the window; a value this version
+// does not know reads as the flow order.
+ReadySort savedSort()
+{
+    return readRaw<ReadySort>(SettingsFile::open()->value(sortSetting).toString());
+}
+
+QString emptyReason(ReadyEmptyReason reason)
+{
+    switch (reason) {
+    case ReadyEmptyReason::noTasks:
+        return QStringLiteral("Nothing is ready: there are no tasks yet. Add one with: fenrow add TITLE");
+    case ReadyEmptyReason::allDone:
+        return QStringLiteral("Nothing is ready: every task is done. Well done!");
+    case ReadyEmptyReason::allBlocked:
+        return QStringLiteral("Nothing is ready: every open task is waiting for another task to be done first.");
+    case ReadyEmptyReason::allDeferred:
+        return QStringLiteral("Nothing is ready today: the open tasks start on a later day.");
+    }
+    return {};
+}
+
+QStringList rowCells(const ReadyTask &task, bool withFlow, const QDateTime &now, const LocalCalendar &calendar)
+{
+    const FlowNode &node = *task.node;
+    QString title = node.title;
+    // A paused or started task is still ready, but its row says so.
+    if (node.status() != NodeStatus::pending)
+        title += QStringLiteral(" [%1]").arg(TaskText::state(node, now, calendar));
+    QStringList cells{title};
+    if (withFlow)
+        cells.append(task.flow->name);
+    QString due;
+    if (node.dueDate) {
+        due = QStringLiteral("due ") + TaskText::day(*node.dueDate, calendar);
+        if (node.isOverdue(now, calendar))
+            due += QStringLiteral(" (overdue)");
+    }
+    cells.append(due);
+    cells.append(node.priority() == NodePriority::none ? QString()
+                                                       : rawString(node.priority()) + QStringLiteral(" priority"));
+    cells.append(node.estimateMinutes ? TaskText::estimate(*node.estimateMinutes) : QString());
+    return cells;
+}
+
+int showReady(CommandContext &context)
+{
+    ReadySort sort = savedSort();
+    if (context.hasOption(sortOption)) {
+        const std::optional<ReadySort> chosen = OptionChoice::parse<ReadySort>(context.optionValue(sortOption));
+        if (!chosen)
+            return context.usageError(QStringLiteral("--sort takes %1, not %2")
+                                          .arg(OptionChoice::list<ReadySort>(), PlainText::quoted(context.optionValue(sortOption))));
+        sort = *chosen;
+    }
+
+    const FenrowStore &store = context.store();
+    const QDateTime now = context.clock().now();
+    const LocalCalendar &calendar = store.calendar();
+    const QList<ReadyTask> tasks =
+        Readiness::sortedReady(Readiness::readyTasks(store.flows(), now, calendar), sort);
+
+    if (context.json()) {
+        QJsonArray list;
+        for (const ReadyTask &task : tasks)
+            list.append(JsonOutput::readyTask(*task.node, now, calendar));
+        context.printJson(list);
+        return exitSuccess;
+    }
+    if (tasks.isEmpty()) {
+        context.out() << emptyReason(Readiness::readyEmptyReason(store.flows(), now, calendar)) << '\n';
+        return exitSuccess;
+    }
+
+    // By flow, the flow names head their groups; otherwise each row names it.
+    const bool grouped = sort == ReadySort::flow;
+    TextTable table({}, grouped ? QStringLiteral("  ") : QString());
+    const TaskFlow *group = nullptr;
+    for (const ReadyTask &task : tasks) {
+        if (grouped && task.flow != group) {
+            group = task.flow;
+            table.addHeading(group->name);
+        }
+        table.addRow(rowCells(task, !grouped, now, calendar));
+    }
+    table.print(context.out());
+    return exitSuccess;
+}
+
+} // namespace
+
+void registerIn(CommandRegistry &registry)
+{
+    registry.addOption({sortOption, {}, QStringLiteral("SORT"),
+                        QStringLiteral("Order of the list: flow, dueDate, priority or estimate")});
+
+    registry.addCommand({
+        .name = QStringLiteral("ready"),
+        .summary = QStringLiteral("List the tasks that can be worked on now, from every flow"),
+        .description = QStringLiteral(
+            "A task is ready when it is not done, everything it waits for and all its\n"
+            "subtasks are done, and its start day has come. By flow (the default),\n"
+            "tasks are grouped under their flow in sidebar order; by dueDate,\n"
+            "priority or estimate, tasks without one come last. The default follows\n"
+            "the setting preferences.readySort in ~/.config/fenrow/fenrow.conf.\n"
+            "With --json, an array of tasks: id, title, flowID, flowName, dueDate,\n"
+            "isOverdue, priorityRaw, estimateMinutes and dayPlanRank."),
+        .options = {sortOption},
+        .run = showReady,
+    });
+}
+
+} // namespace fenrow::ReadyCommand
