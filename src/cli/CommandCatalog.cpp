@@ -3,6 +3,7 @@
 #include "FlowCommands.h"
 #include "HelpCommand.h"
 #include "ReadyCommand.h"
+#include "TaskCommands.h"
 
 namespace fenrow::CommandCatalog {
 
@@ -10,6 +11,7 @@ void registerAll(CommandRegistry &registry)
 {
     // Help lists the commands in this order.
     ReadyCommand::registerIn(registry);
+    TaskCommands::registerIn(registry);
     FlowCommands::registerIn(registry);
     HelpCommand::registerIn(registry);
 }

@@ -1,0 +1,244 @@
+#include "TaskCommands.h"
+
+#include "CommandContext.h"
+#include "CommandRegistry.h"
+#include "ExitStatus.h"
+#include "FlowReference.h"
+#include "JsonOutput.h"
+#include "PlainText.h"
+#include "TaskEdits.h"
+#include "TaskReference.h"
+#include "TaskText.h"
+#include "TextTable.h"
+
+#include "canvas/NodeSizeResolver.h"
+#include "domain/Clock.h"
+#include "domain/FenrowStore.h"
+#include "domain/TextRules.h"
+
+#include <QJsonArray>
+
+namespace fenrow::TaskCommands {
+
+namespace {
+
+const QString flowOption = QStringLiteral("flow");
+
+const QString taskArgumentHelp = QStringLiteral(
+    "TASK is the task's id, or its title: the exact title or the start of one\n"
+    "task's title, either ignoring case, in any flow. --flow FLOW looks in\n"
+    "that flow only.");
+
+// Resolves the TASK argument, within --flow when given, or reports why it
+// names none.
+const FlowNode *taskArgument(CommandContext &context)
+{
+    QList<const TaskFlow *> scope = context.store().flows();
+    QString scopeNote;
+    if (context.hasOption(flowOption)) {
+        const FlowReference flow = FlowReference::resolve(scope, context.optionValue(flowOption));
+        if (!flow.flow()) {
+            context.fail(flow.problem());
+            return nullptr;
+        }
+        scope = {flow.flow()};
+        scopeNote = QStringLiteral("\nOnly flow %1 was searched.").arg(PlainText::quoted(flow.flow()->name));
+    }
+    const TaskReference task = TaskReference::resolve(scope, context.argument(0));
+    if (!task.node())
+        context.fail(task.problem() + scopeNote);
+    return task.node();
+}
+
+void printTask(CommandContext &context, const FlowNode &node)
+{
+    const FenrowStore &store = context.store();
+    TaskText::printDetails(node, context.clock().now(), store.calendar(), context.out());
+}
+
+int addTask(CommandContext &context)
+{
+    FenrowStore &store = context.store();
+    const TaskFlow *flow = nullptr;
+    bool flowIsNew = false;
+    if (context.hasOption(flowOption)) {
+        const QString name = context.optionValue(flowOption);
+        if (name.trimmed().isEmpty())
+            return context.usageError(QStringLiteral("--flow needs the name or id of a flow"));
+        const FlowReference reference = FlowReference::resolve(store.flows(), name);
+        if (reference.isAmbiguous())
+            return context.fail(reference.problem());
+        flow = reference.flow();
+        if (!flow) {
+            flow = store.addFlow(name);
+            flowIsNew = true;
+        }
+    } else if (!store.flows().isEmpty()) {
+        flow = store.flows().first();
+    } else {
+        flow = store.addFlow(TextRules::untitledFlowName);
+        flowIsNew = true;
+    }
+
+    // Near the origin, where a flow's first cards stand, clear of the others.
+    const FlowNode *node = store.addNodeAt(*flow, context.argument(0), QPointF(0, 0), NodeSizeResolver());
+    if (context.json()) {
+        context.printJson(JsonOutput::task(*node, context.clock().now(), store.calendar()));
+        return exitSuccess;
+    }
+    context.out() << "Added a task to " << (flowIsNew ? "the new flow " : "flow ") << PlainText::quoted(flow->name)
+                  << ":\n";
+    printTask(context, *node);
+    return exitSuccess;
+}
+
+int editTask(CommandContext &context)
+{
+    FenrowStore &store = context.store();
+    QString problem;
+    const std::optional<TaskEdits> edits = TaskEdits::read(context, store.calendar(), &problem);
+    if (!edits)
+        return context.usageError(problem);
+    if (edits->isEmpty())
+        return context.usageError(QStringLiteral("edit needs something to change, such as --title or --due"));
+    const FlowNode *node = taskArgument(context);
+    if (!node)
+        return exitFailure;
+
+    edits->applyTo(store, *node);
+    if (context.json())
+        context.printJson(JsonOutput::task(*node, context.clock().now(), store.calendar()));
+    else
+        printTask(context, *node);
+    return exitSuccess;
+}
+
+int completeTask(CommandContext &context)
+{
+    const FlowNode *node = taskArgument(context);
+    if (!node)
+        return exitFailure;
+    FenrowStore &store = context.store();
+    const QDateTime now = context.clock().now();
+    const LocalCalendar &calendar = store.calendar();
+
+    const bool wasDone = node->isDone;
+    const qint64 roundsBefore = node->repeatCount;
+    const QList<const FlowNode *> released = store.setStatus(NodeStatus::done, *node);
+    // A recurring task is never seen done: it counts one more round instead.
+    const bool repeated = node->repeatCount != roundsBefore;
+
+    if (context.json()) {
+        QJsonArray releasedTasks;
+        for (const FlowNode *other : released)
+            releasedTasks.append(JsonOutput::task(*other, now, calendar));
+        context.printJson(QJsonObject{
+            {QStringLiteral("task"), JsonOutput::task(*node, now, calendar)},
+            {QStringLiteral("repeated"), repeated},
+            {QStringLiteral("released"), releasedTasks},
+        });
+        return exitSuccess;
+    }
+
+    QTextStream &out = context.out();
+    const QString task = TaskText::titleInFlow(*node);
+    if (wasDone) {
+        out << task << " was already done.\n";
+        return exitSuccess;
+    }
+    out << "Done: " << task << ".\n";
+    if (repeated) {
+        QStringList dates;
+        if (node->startDate)
+            dates.append(QStringLiteral("starts %1").arg(TaskText::day(*node->startDate, calendar)));
+        if (node->dueDate)
+            dates.append(QStringLiteral("due %1").arg(TaskText::day(*node->dueDate, calendar)));
+        const std::optional<NodeRecurrence> recurrence = NodeRecurrence::decode(node->recurrenceRaw);
+        out << "It repeats " << TaskText::recurrence(*recurrence) << "; the next round "
+            << (dates.isEmpty() ? QStringLiteral("has no date") : dates.join(QStringLiteral(", "))) << ".\n";
+    }
+    if (!released.isEmpty()) {
+        out << "Released " << PlainText::counted(released.size(), QStringLiteral("task"), QStringLiteral("tasks"))
+            << ":\n";
+        TextTable table({}, QStringLiteral("  "));
+        for (const FlowNode *other : released)
+            table.addRow({TaskText::titleInFlow(*other), TaskText::state(*other, now, calendar)});
+        table.print(out);
+    }
+    return exitSuccess;
+}
+
+} // namespace
+
+void registerIn(CommandRegistry &registry)
+{
+    registry.addOption({flowOption, {}, QStringLiteral("FLOW"),
+                        QStringLiteral("The flow: where add puts the task, where edit and done look for it")});
+    registry.addOption({QStringLiteral("title"), {}, QStringLiteral("TEXT"), QStringLiteral("New title")});
+    registry.addOption({QStringLiteral("notes"), {}, QStringLiteral("TEXT"),
+                        QStringLiteral("New notes (\"\" clears them)")});
+    registry.addOption({QStringLiteral("status"), {}, QStringLiteral("STATUS"),
+                        QStringLiteral("pending, inProgress, done or paused")});
+    registry.addOption({QStringLiteral("priority"), {}, QStringLiteral("PRIORITY"),
+                        QStringLiteral("none, low, medium or high")});
+    registry.addOption({QStringLiteral("color"), {}, QStringLiteral("COLOR"),
+                        QStringLiteral("none, red, orange, yellow, green, blue, purple, pink or grey")});
+    registry.addOption({QStringLiteral("estimate"), {}, QStringLiteral("MINUTES"),
+                        QStringLiteral("Estimated minutes, or none")});
+    registry.addOption({QStringLiteral("start"), {}, QStringLiteral("DATE"),
+                        QStringLiteral("Start day (YYYY-MM-DD), or none")});
+    registry.addOption({QStringLiteral("due"), {}, QStringLiteral("DATE"),
+                        QStringLiteral("Due day (YYYY-MM-DD), or none")});
+    registry.addOption({QStringLiteral("repeat"), {}, QStringLiteral("RULE"),
+                        QStringLiteral("never, daily, weekdays, weekly, monthly, monthly:DAY or after:DAYS")});
+
+    registry.addCommand({
+        .name = QStringLiteral("add"),
+        .argumentsSyntax = QStringLiteral("TITLE"),
+        .summary = QStringLiteral("Add a task to a flow"),
+        .description = QStringLiteral(
+            "The task goes to the flow --flow names (by id, name or the start of a\n"
+            "name), or to a new flow of that name when none has it. Without --flow it\n"
+            "goes to the first flow in the sidebar, or to a new \"Untitled flow\" when\n"
+            "there is none. A blank TITLE gives \"New task\". Prints the new task."),
+        .options = {flowOption},
+        .minArguments = 1,
+        .maxArguments = 1,
+        .run = addTask,
+    });
+    QStringList editOptions = TaskEdits::optionNames();
+    editOptions.append(flowOption);
+    registry.addCommand({
+        .name = QStringLiteral("edit"),
+        .argumentsSyntax = QStringLiteral("TASK"),
+        .summary = QStringLiteral("Change a task's title, notes, status, dates and more"),
+        .description = taskArgumentHelp
+            + QStringLiteral(
+                "\n\nEvery option is checked before anything changes. DATE is a day\n"
+                "(2026-06-10) or an ISO 8601 time, taken as its local day; \"none\" clears\n"
+                "a date, the estimate or the repeat. A monthly repeat keeps to the day of\n"
+                "the start (else due) date, and follows it when the date moves; monthly:DAY\n"
+                "fixes the day. after:DAYS comes back DAYS after each completion. Setting\n"
+                "--status done completes the task as \"fenrow done\" does. Prints the task."),
+        .options = editOptions,
+        .minArguments = 1,
+        .maxArguments = 1,
+        .run = editTask,
+    });
+    registry.addCommand({
+        .name = QStringLiteral("done"),
+        .argumentsSyntax = QStringLiteral("TASK"),
+        .summary = QStringLiteral("Complete a task and show what it released"),
+        .description = taskArgumentHelp
+            + QStringLiteral(
+                "\n\nA repeating task is not left done: it comes back with its dates moved to\n"
+                "its next round. Prints the tasks that were waiting only for this one.\n"
+                "With --json, an object with the task, \"repeated\" and the \"released\" tasks."),
+        .options = {flowOption},
+        .minArguments = 1,
+        .maxArguments = 1,
+        .run = completeTask,
+    });
+}
+
+} // namespace fenrow::TaskCommands
