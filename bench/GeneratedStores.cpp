@@ -6,11 +6,9 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QHash>
 #include <QTemporaryDir>
 
 #include <cstdio>
-#include <memory>
 
 namespace fenrow::bench {
 

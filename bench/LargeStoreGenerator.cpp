@@ -1,6 +1,7 @@
 #include "LargeStoreGenerator.h"
 
 #include "ChecklistEntry.h"
+#include "FixedClock.h"
 #include "persistence/StoreDatabase.h"
 
 #include <QElapsedTimer>

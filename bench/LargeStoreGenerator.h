@@ -2,8 +2,8 @@
 
 #include "LargeStoreShape.h"
 
+#include "Clock.h"
 #include "FenrowStore.h"
-#include "FixedClock.h"
 #include "LocalCalendar.h"
 
 #include <QDateTime>

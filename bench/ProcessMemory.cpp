@@ -40,11 +40,4 @@ std::optional<ProcessMemory> ProcessMemory::read()
     return parse(status.readAll());
 }
 
-bool ProcessMemory::resetPeak()
-{
-    // Writing 5 to clear_refs resets VmHWM to the present VmRSS.
-    QFile clearRefs(QStringLiteral("/proc/self/clear_refs"));
-    return clearRefs.open(QIODevice::WriteOnly) && clearRefs.write("5") == 1;
-}
-
 } // namespace fenrow::bench

@@ -14,9 +14,6 @@ struct ProcessMemory {
 
     static std::optional<ProcessMemory> read();
     static std::optional<ProcessMemory> parse(const QByteArray &status);
-    // Starts the peak over from the present size, so a later peak belongs
-    // to what ran after this call. False where the kernel does not allow it.
-    static bool resetPeak();
 };
 
 } // namespace fenrow::bench
