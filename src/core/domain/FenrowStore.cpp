@@ -22,9 +22,8 @@ std::unique_ptr<FenrowStore> FenrowStore::open(std::unique_ptr<StoreDatabase> da
         return nullptr;
 
     std::unique_ptr<FenrowStore> store(new FenrowStore(std::move(database), clock, std::move(calendar)));
-    store->adopt({std::move(loaded->flows), std::move(loaded->completionRecords), std::move(loaded->templates)});
-    // Loaded rows are already on disk.
-    store->m_pending.clear();
+    store->adopt({std::move(loaded->flows), std::move(loaded->completionRecords), std::move(loaded->templates)},
+                 false);
     store->reloadFlows();
     store->backfillCompletionTimes();
     return store;

@@ -138,7 +138,9 @@ signals:
 
 private:
     FenrowStore(std::unique_ptr<StoreDatabase> database, const Clock &clock, LocalCalendar calendar);
-    void adopt(RecordBundle bundle);
+    // Takes the records in; `isNew` marks them for the next save (records
+    // loaded from the file are already there).
+    void adopt(RecordBundle bundle, bool isNew);
     template <typename Record>
     static Record *mut(const Record &record) { return const_cast<Record *>(&record); }
     // Writes `value` into `field` when it differs; reports whether it did.

@@ -4,26 +4,38 @@
 
 namespace fenrow {
 
-void FenrowStore::adopt(RecordBundle bundle)
+void FenrowStore::adopt(RecordBundle bundle, bool isNew)
 {
+    std::size_t nodeCount = std::size_t(m_nodesByID.size());
+    for (const auto &flow : bundle.flows)
+        nodeCount += flow->items().size();
+    m_nodesByID.reserve(qsizetype(nodeCount));
+
     for (auto &owned : bundle.flows) {
         TaskFlow *flow = m_allFlows.add(std::move(owned));
         m_flowsByID.insert(flow->id, flow);
         for (FlowNode *node : flow->items())
             m_nodesByID.insert(node->id, node);
-        markDirtyDeep(flow);
+        if (isNew)
+            markDirtyDeep(flow);
     }
-    for (auto &record : bundle.completionRecords)
-        m_pending.write(m_completionRecords.add(std::move(record)));
-    for (auto &flowTemplate : bundle.templates)
-        m_pending.write(m_templates.add(std::move(flowTemplate)));
+    for (auto &record : bundle.completionRecords) {
+        CompletionRecord *added = m_completionRecords.add(std::move(record));
+        if (isNew)
+            m_pending.write(added);
+    }
+    for (auto &flowTemplate : bundle.templates) {
+        FlowTemplate *added = m_templates.add(std::move(flowTemplate));
+        if (isNew)
+            m_pending.write(added);
+    }
 }
 
 void FenrowStore::insertRecords(RecordBundle bundle)
 {
     if (bundle.flows.empty() && bundle.completionRecords.empty() && bundle.templates.empty())
         return;
-    adopt(std::move(bundle));
+    adopt(std::move(bundle), true);
     finishChange();
 }
 

@@ -7,6 +7,7 @@
 #include "domain/TaskFlow.h"
 
 #include <QHash>
+#include <QSet>
 
 namespace fenrow {
 
@@ -61,7 +62,13 @@ std::optional<LoadedRecords> StoreDatabase::loadAll(QString *error)
         error);
     if (!nodes)
         return std::nullopt;
-    nodesByID.reserve(50000);
+    // Raw enumeration texts repeat across thousands of nodes: share one
+    // string per distinct value instead of one per node.
+    QSet<QString> rawTexts;
+    auto shared = [&rawTexts](QString text) {
+        const auto found = rawTexts.constFind(text);
+        return found != rawTexts.constEnd() ? *found : *rawTexts.insert(std::move(text));
+    };
     while (nodes->step()) {
         // A node whose flow is gone has nothing to show it; the cascade keeps
         // the file free of those, so this only guards against damage.
@@ -72,10 +79,10 @@ std::optional<LoadedRecords> StoreDatabase::loadAll(QString *error)
         node->id = nodes->uuid(0);
         node->title = nodes->text(2);
         node->isDone = nodes->boolean(3);
-        node->statusRaw = nodes->text(4);
+        node->statusRaw = shared(nodes->text(4));
         node->notes = nodes->text(5);
-        node->priorityRaw = nodes->text(6);
-        node->colorRaw = nodes->text(7);
+        node->priorityRaw = shared(nodes->text(6));
+        node->colorRaw = shared(nodes->text(7));
         node->startDate = nodes->optionalDateTime(8);
         node->dueDate = nodes->optionalDateTime(9);
         node->estimateMinutes = nodes->optionalInteger(10);
