@@ -161,6 +161,24 @@ TEST_F(Completion, SeriesAcrossWeekendsMonthEndsAndEmptyDates)
     EXPECT_EQ(rent.repeatCount, 2);
 }
 
+TEST_F(Completion, RoundsStayOnMidnightAcrossDaylightSaving)
+{
+    // Spring forward in Berlin on 2026-03-29, fall back on 2026-10-25.
+    store.clock.set(berlinTime(2026, 3, 28, 20, 0));
+    const FlowNode &spring = recurring(QStringLiteral("Spring"), rule(RecurrenceRule::daily));
+    store->setDueDate(berlinTime(2026, 3, 28), spring);
+    store->setStatus(NodeStatus::done, spring);
+    EXPECT_EQ(spring.dueDate->toTimeZone(testing::berlin()), berlinTime(2026, 3, 29));
+
+    store.clock.set(berlinTime(2026, 10, 24, 20, 0));
+    const FlowNode &autumn = recurring(QStringLiteral("Autumn"), rule(RecurrenceRule::weekly));
+    store->setStartDate(berlinTime(2026, 10, 20), autumn);
+    store->setDueDate(berlinTime(2026, 10, 22), autumn);
+    store->setStatus(NodeStatus::done, autumn);
+    EXPECT_EQ(autumn.startDate->toTimeZone(testing::berlin()), berlinTime(2026, 10, 27));
+    EXPECT_EQ(autumn.dueDate->toTimeZone(testing::berlin()), berlinTime(2026, 10, 29));
+}
+
 TEST_F(Completion, RecurrenceSetterAndStaleRounds)
 {
     const FlowNode &node = add(QStringLiteral("Review"));
