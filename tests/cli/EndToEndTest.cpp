@@ -133,4 +133,24 @@ TEST_F(EndToEndTest, ProgressFollowsTheInterfaceLanguage)
     EXPECT_TRUE(fenrow({"help"}).out.contains("Commands:"));
 }
 
+TEST_F(EndToEndTest, AddedTasksShowInTheReadyListInTheSavedSort)
+{
+    const ProcessRun added = fenrow({"add", "Sweep", "--json"});
+    ASSERT_EQ(added.status, 0) << added.err.toStdString();
+    ASSERT_EQ(fenrow({"add", "Pay rent", "--flow", "Home"}).status, 0);
+    ASSERT_EQ(fenrow({"edit", "pay", "--priority", "high", "--due", "2026-06-01"}).status, 0);
+    writeFile("config/fenrow/fenrow.conf", "[General]\npreferences.readySort=priority\n");
+
+    const ProcessRun ready = fenrow({"ready", "--json", "--now", "2026-06-10T09:00:00"});
+    ASSERT_EQ(ready.status, 0) << ready.err.toStdString();
+    const QJsonArray tasks = ready.json().array();
+    ASSERT_EQ(tasks.size(), 2) << ready.out.toStdString();
+    EXPECT_EQ(tasks[0].toObject()["title"].toString(), "Pay rent");
+    EXPECT_EQ(tasks[0].toObject()["flowName"].toString(), "Home");
+    EXPECT_EQ(tasks[0].toObject()["dueDate"].toString(), "2026-06-01T00:00:00+02:00");
+    EXPECT_EQ(tasks[0].toObject()["isOverdue"], true);
+    EXPECT_EQ(tasks[1].toObject()["id"], added.json().object()["id"]);
+    EXPECT_EQ(tasks[1].toObject()["flowName"].toString(), "Untitled flow");
+}
+
 } // namespace

@@ -1,0 +1,166 @@
+#include "CommandLineTest.h"
+
+#include "cli/ExitStatus.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace fenrow::testing {
+namespace {
+
+const QString now = QStringLiteral("2026-06-10T09:00:00");
+
+QDateTime day(int month, int dayOfMonth)
+{
+    return QDateTime(QDate(2026, month, dayOfMonth), QTime(0, 0));
+}
+
+class ReadyCommandTest : public CommandLineTest {
+protected:
+    // Two flows with tasks that are ready, blocked, deferred and done.
+    void addMixedFlows()
+    {
+        addFlows({"Launch", "Home"});
+        auto store = openStore();
+        const TaskFlow &launch = *store->flows()[0];
+        const TaskFlow &home = *store->flows()[1];
+        const FlowNode *design = store->addNode("Design", launch);
+        store->setPriority(NodePriority::low, *design);
+        store->setEstimate(30, *design);
+        store->setDueDate(day(6, 12), *design);
+        store->addEdge(*design, *store->addNode("Build", launch), EdgeSource::manual, EdgeKind::dependency);
+        const FlowNode *copy = store->addNode("Copy", launch);
+        store->setPriority(NodePriority::high, *copy);
+        store->setEstimate(120, *copy);
+        store->setDueDate(day(6, 8), *copy);
+        store->setDayPlanRank(2, *copy);
+        store->setStatus(NodeStatus::done, *store->addNode("Shipped", launch));
+        store->setStartDate(day(6, 11), *store->addNode("Later", launch));
+
+        const FlowNode *water = store->addNode("Water", home);
+        store->setStatus(NodeStatus::paused, *water);
+        store->setPriority(NodePriority::medium, *water);
+        store->setDueDate(day(6, 9), *water);
+        const FlowNode *sweep = store->addNode("Sweep", home);
+        store->setStartDate(day(6, 10), *sweep);
+        store->setEstimate(15, *sweep);
+    }
+
+    QJsonArray readyJson(const QStringList &options = {})
+    {
+        const CommandResult result = run(QStringList{"ready", "--json", "--now", now} + options);
+        EXPECT_EQ(result.status, exitSuccess) << result.err.toStdString();
+        return QJsonDocument::fromJson(result.out.toUtf8()).array();
+    }
+
+    QStringList readyTitles(const QStringList &options)
+    {
+        QStringList titles;
+        for (const QJsonValue &task : readyJson(options))
+            titles.append(task["title"].toString());
+        return titles;
+    }
+};
+
+TEST_F(ReadyCommandTest, ListsOnlyReadyTasksInEachSort)
+{
+    addMixedFlows();
+    const struct {
+        QString sort;
+        QStringList titles;
+    } sorts[] = {
+        {"flow", {"Design", "Copy", "Water", "Sweep"}},
+        {"dueDate", {"Copy", "Water", "Design", "Sweep"}},
+        {"priority", {"Copy", "Water", "Design", "Sweep"}},
+        {"ESTIMATE", {"Sweep", "Design", "Copy", "Water"}},
+    };
+    for (const auto &sort : sorts)
+        EXPECT_EQ(readyTitles({"--sort", sort.sort}), sort.titles) << sort.sort.toStdString();
+
+    // By flow, one heading per flow and columns aligned across them.
+    const CommandResult grouped = run({"ready", "--sort", "flow", "--now", now});
+    EXPECT_EQ(grouped.out, "Launch\n"
+                           "  Design          due 2026-06-12            low priority     30 min\n"
+                           "  Copy            due 2026-06-08 (overdue)  high priority    2 h\n"
+                           "Home\n"
+                           "  Water [paused]  due 2026-06-09 (overdue)  medium priority\n"
+                           "  Sweep                                                      15 min\n");
+    // Otherwise each row names its flow.
+    EXPECT_TRUE(run({"ready", "--sort", "priority", "--now", now}).out.startsWith("Copy            Launch  due"));
+
+    // The clock decides what is deferred and overdue.
+    EXPECT_TRUE(readyTitles({"--sort", "flow", "--now", "2026-06-11T00:00:00"}).contains("Later"));
+
+    const CommandResult wrong = run({"ready", "--sort", "title"});
+    EXPECT_EQ(wrong.status, exitUsage);
+    EXPECT_TRUE(wrong.err.startsWith("fenrow: --sort takes flow, dueDate, priority or estimate, not \"title\""))
+        << wrong.err.toStdString();
+}
+
+TEST_F(ReadyCommandTest, JsonRowsCarryIdsZonedDatesAndNulls)
+{
+    addMixedFlows();
+    const QJsonArray tasks = readyJson({"--sort", "flow"});
+    ASSERT_EQ(tasks.size(), 4);
+
+    const QJsonObject copy = tasks[1].toObject();
+    EXPECT_EQ(copy.keys(), (QStringList{"dayPlanRank", "dueDate", "estimateMinutes", "flowID", "flowName", "id",
+                                        "isOverdue", "priorityRaw", "title"}));
+    auto store = openStore();
+    const TaskFlow &launch = *store->flows()[0];
+    EXPECT_EQ(copy["id"].toString(), launch.orderedItems()[2]->id.toString(QUuid::WithoutBraces).toUpper());
+    EXPECT_EQ(copy["flowID"].toString(), launch.id.toString(QUuid::WithoutBraces).toUpper());
+    EXPECT_EQ(copy["flowName"].toString(), "Launch");
+    EXPECT_EQ(copy["dueDate"].toString(), "2026-06-08T00:00:00+02:00");
+    EXPECT_EQ(copy["isOverdue"], true);
+    EXPECT_EQ(copy["priorityRaw"].toString(), "high");
+    EXPECT_EQ(copy["estimateMinutes"].toInt(), 120);
+    EXPECT_EQ(copy["dayPlanRank"].toInt(), 2);
+
+    const QJsonObject sweep = tasks[3].toObject();
+    for (const char *absent : {"dueDate", "dayPlanRank"})
+        EXPECT_TRUE(sweep[absent].isNull()) << absent;
+    EXPECT_EQ(sweep["isOverdue"], false);
+    EXPECT_EQ(sweep["priorityRaw"].toString(), "none");
+    EXPECT_TRUE(tasks[2].toObject()["estimateMinutes"].isNull());
+}
+
+TEST_F(ReadyCommandTest, AnEmptyListSaysWhy)
+{
+    auto reason = [&] { return run({"ready", "--sort", "flow", "--now", now}).out; };
+    EXPECT_TRUE(reason().startsWith("Nothing is ready: there are no tasks yet.")) << reason().toStdString();
+    addFlows({"Empty", "Chores"});
+    EXPECT_TRUE(reason().startsWith("Nothing is ready: there are no tasks yet."));
+
+    addTasks("Chores", {NodeStatus::done, NodeStatus::done});
+    EXPECT_TRUE(reason().startsWith("Nothing is ready: every task is done."));
+
+    // Subtask edges hold their tail, so three edges can hold three tasks in a
+    // ring without a cycle: nothing is free.
+    {
+        auto store = openStore();
+        const TaskFlow &flow = *store->flows()[0];
+        const FlowNode *x = store->addNode("x", flow);
+        const FlowNode *y = store->addNode("y", flow);
+        const FlowNode *z = store->addNode("z", flow);
+        store->addEdge(*x, *y, EdgeSource::manual, EdgeKind::subtask);
+        store->addEdge(*x, *z, EdgeSource::manual, EdgeKind::dependency);
+        store->addEdge(*z, *y, EdgeSource::manual, EdgeKind::dependency);
+        store->setStartDate(day(7, 1), *store->addNode("Summer", *store->flows()[1]));
+    }
+    EXPECT_TRUE(reason().startsWith("Nothing is ready today: the open tasks start on a later day."));
+    {
+        auto store = openStore();
+        store->setStatus(NodeStatus::done, *store->flows()[1]->orderedItems().last());
+    }
+    EXPECT_TRUE(reason().startsWith("Nothing is ready: every open task is waiting")) << reason().toStdString();
+
+    // JSON stays an array, empty.
+    const CommandResult json = run({"ready", "--json", "--now", now});
+    EXPECT_EQ(QJsonDocument::fromJson(json.out.toUtf8()).array(), QJsonArray());
+    EXPECT_TRUE(json.out.trimmed().startsWith('['));
+}
+
+} // namespace
+} // namespace fenrow::testing
