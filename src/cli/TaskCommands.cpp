@@ -17,6 +17,7 @@
 #include "domain/TextRules.h"
 
 #include <QJsonArray>
+#include <QUuid>
 
 namespace fenrow::TaskCommands {
 
@@ -66,7 +67,8 @@ int addTask(CommandContext &context)
         if (name.trimmed().isEmpty())
             return context.usageError(QStringLiteral("--flow needs the name or id of a flow"));
         const FlowReference reference = FlowReference::resolve(store.flows(), name);
-        if (reference.isAmbiguous())
+        // An id that matches no flow is a mistake, not a name for a new one.
+        if (reference.isAmbiguous() || (!reference.flow() && !QUuid::fromString(name.trimmed()).isNull()))
             return context.fail(reference.problem());
         flow = reference.flow();
         if (!flow) {

@@ -56,6 +56,7 @@ TEST_F(TaskCommandsTest, AddPicksOrMakesTheFlow)
     EXPECT_EQ(ambiguous.status, exitFailure);
     EXPECT_TRUE(ambiguous.err.contains("Launch") && ambiguous.err.contains("Laundry")) << ambiguous.err.toStdString();
     EXPECT_EQ(run({"add", "Lost", "--flow", " "}).status, exitUsage);
+    EXPECT_EQ(run({"add", "Lost", "--flow", QUuid::createUuid().toString()}).status, exitFailure);
 
     auto store = openStore();
     EXPECT_EQ(contents(*store), (QStringList{"Untitled flow: Write copy, Pick domain", "Launch: ",
