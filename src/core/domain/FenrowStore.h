@@ -2,6 +2,9 @@
 
 #include "CompletionRecord.h"
 #include "EdgeProposal.h"
+#include "FlowBlueprint.h"
+#include "FlowFileImport.h"
+#include "FlowSnapshot.h"
 #include "GraphMutationError.h"
 #include "NodeRecurrence.h"
 #include "FlowTemplate.h"
@@ -18,6 +21,7 @@
 #include <QString>
 #include <QUuid>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -133,8 +137,52 @@ public:
     void setRecurrence(std::optional<NodeRecurrence> recurrence, const FlowNode &node);
     void deleteStaleRepeats(const FlowNode &node);
 
+    // --- undo snapshots (StoreSnapshots.cpp)
+    FlowSnapshot captureSnapshot(const TaskFlow &flow) const;
+    // Writes the snapshot back over the flow's rows, keeping every row that
+    // exists on both sides as the same object.
+    void applySnapshot(const FlowSnapshot &snapshot, const TaskFlow &flow);
+
+    // --- archive (StoreArchive.cpp)
+    // Newest first, without records of rounds that undo took back.
+    QList<const CompletionRecord *> archiveRecords() const;
+    bool canRestore(const CompletionRecord &record) const;
+    const FlowNode *restoreRecord(const CompletionRecord &record);
+    void deleteRecord(const CompletionRecord &record);
+    void archiveNodes(const QList<const FlowNode *> &nodes, const TaskFlow &flow);
+    void archiveDone(const TaskFlow &flow);
+    // Archives nodes done more than `days` days ago; returns how many.
+    int autoArchive(int days, const QDateTime &now);
+
+    // --- file attachments (StoreFiles.cpp)
+    const FlowFile *attachFile(const FlowFileImport::Payload &payload, double x, double y, const TaskFlow &flow);
+    void moveFile(const FlowFile &file, double x, double y);
+    void setFileManualSize(const FlowFile &file, double width, double height);
+    void resetFileSize(const FlowFile &file);
+    void setFileTrashed(const FlowFile &file, bool trashed);
+    void purgeTrashedFiles(const TaskFlow &flow);
+    void linkFile(const FlowFile &file, const FlowNode &node);
+    void unlinkFile(const FlowFile &file, const FlowNode &node);
+    void unlinkAll(const FlowFile &file);
+    static QList<const FlowFile *> liveFiles(const TaskFlow &flow);
+    static QList<const FlowFile *> linkedFiles(const FlowNode &node);
+    // Makes thumbnails for attached files; without one, files have none.
+    void setThumbnailMaker(std::function<std::optional<QByteArray>(const FlowFileImport::Payload &)> maker);
+
+    // --- templates (StoreTemplates.cpp)
+    const FlowTemplate *saveAsTemplate(const TaskFlow &flow);
+    // Ascending by creation.
+    QList<const FlowTemplate *> templateList() const;
+    const TaskFlow *instantiate(const FlowBlueprint &blueprint, const std::optional<QString> &name);
+    const TaskFlow *createFlow(const FlowTemplate &flowTemplate);
+    const TaskFlow *duplicateFlow(const TaskFlow &flow);
+    void deleteTemplate(const FlowTemplate &flowTemplate);
+
 signals:
     void changed();
+    // The rows of a flow changed outside any undoable action (archive,
+    // restore, deletion, replacement): its undo history no longer fits.
+    void flowHistoryInvalidated(const QUuid &flowID);
 
 private:
     FenrowStore(std::unique_ptr<StoreDatabase> database, const Clock &clock, LocalCalendar calendar);
@@ -163,6 +211,8 @@ private:
     bool eraseStaleRepeats(const FlowNode &node);
     void writeChecklist(FlowNode *node, const Checklist &entries);
     void placeChildren(const FlowNode &parent, const NodeSizeResolver &sizes);
+    void writeArchivedRecord(const FlowNode &node, const TaskFlow &flow, const QDateTime &now);
+    void eraseFiles(TaskFlow *flow, const QSet<QUuid> &ids);
     void backfillCompletionTimes();
     // Saves, re-publishes the list and signals: the tail of every mutation.
     void finishChange();
@@ -187,6 +237,7 @@ private:
     OwnedList<FlowTemplate> m_templates;
 
     PendingWrites m_pending;
+    std::function<std::optional<QByteArray>(const FlowFileImport::Payload &)> m_thumbnailMaker;
 };
 
 } // namespace fenrow
