@@ -63,6 +63,7 @@ void FenrowStore::deleteFlow(const TaskFlow &flow)
     m_flows.removeOne(target);
     m_allFlows.take(target);
     finishChange();
+    emit flowHistoryInvalidated(id);
 }
 
 void FenrowStore::reorderFlows(const QList<const TaskFlow *> &ordered)

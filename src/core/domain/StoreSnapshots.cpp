@@ -1,0 +1,198 @@
+// Whole-flow snapshots for undo: taken before and after each user action,
+// and written back over the live rows without replacing those that exist.
+#include "FenrowStore.h"
+
+#include "Clock.h"
+
+namespace fenrow {
+
+namespace {
+
+FlowSnapshot::Item itemOf(const FlowNode &node)
+{
+    return {node.id,         node.title,           node.isDone,       node.statusRaw,      node.notes,
+            node.priorityRaw, node.colorRaw,       node.startDate,    node.dueDate,        node.estimateMinutes,
+            node.dayPlanRank, node.manualWidth,    node.manualHeight, node.checklistData,  node.recurrenceRaw,
+            node.repeatCount, node.completedAt,    node.posX,         node.posY,           node.order,
+            node.createdAt};
+}
+
+} // namespace
+
+FlowSnapshot FenrowStore::captureSnapshot(const TaskFlow &flow) const
+{
+    FlowSnapshot snapshot;
+    snapshot.flowID = flow.id;
+    snapshot.items.reserve(qsizetype(flow.items().size()));
+    for (const FlowNode *node : flow.items())
+        snapshot.items.append(itemOf(*node));
+    for (const DependencyEdge *edge : flow.edges()) {
+        if (edge->fromItem() && edge->toItem())
+            snapshot.edges.append(
+                {edge->id, edge->fromItem()->id, edge->toItem()->id, edge->source, edge->kind, edge->createdAt});
+    }
+    for (const FlowFile *file : flow.files())
+        snapshot.files.append(
+            {file->id, file->isTrashed, file->posX, file->posY, file->manualWidth, file->manualHeight, file->order});
+    for (const FileLink *link : flow.fileLinks()) {
+        if (link->file() && link->node())
+            snapshot.links.append({link->id, link->file()->id, link->node()->id});
+    }
+    return snapshot;
+}
+
+void FenrowStore::applySnapshot(const FlowSnapshot &snapshot, const TaskFlow &flow)
+{
+    TaskFlow *target = mutableFlow(flow);
+    bool changedAny = false;
+
+    // Nodes first: edges and links refer to them. Deletes before inserts.
+    QSet<QUuid> wanted;
+    for (const FlowSnapshot::Item &item : snapshot.items)
+        wanted.insert(item.id);
+    QSet<QUuid> unwanted;
+    for (const FlowNode *node : std::as_const(*target).items()) {
+        if (!wanted.contains(node->id))
+            unwanted.insert(node->id);
+    }
+    if (!unwanted.isEmpty()) {
+        eraseNodes(target, unwanted);
+        changedAny = true;
+    }
+
+    QHash<QUuid, FlowNode *> nodes;
+    for (FlowNode *node : target->items())
+        nodes.insert(node->id, node);
+    for (const FlowSnapshot::Item &item : snapshot.items) {
+        FlowNode *node = nodes.value(item.id);
+        if (!node) {
+            auto created = std::make_unique<FlowNode>();
+            created->id = item.id;
+            created->setFlow(target);
+            node = target->items().add(std::move(created));
+            m_nodesByID.insert(node->id, node);
+            nodes.insert(node->id, node);
+            m_pending.write(node);
+            changedAny = true;
+        }
+        // Only rows that really differ are written, so an undo costs what
+        // it changes.
+        const FlowSnapshot::Item current = itemOf(*node);
+        if (current == item)
+            continue;
+        node->title = item.title;
+        node->isDone = item.isDone;
+        node->statusRaw = item.statusRaw;
+        node->notes = item.notes;
+        node->priorityRaw = item.priorityRaw;
+        node->colorRaw = item.colorRaw;
+        node->startDate = item.startDate;
+        node->dueDate = item.dueDate;
+        node->estimateMinutes = item.estimateMinutes;
+        node->dayPlanRank = item.dayPlanRank;
+        node->manualWidth = item.manualWidth;
+        node->manualHeight = item.manualHeight;
+        node->checklistData = item.checklistData;
+        node->recurrenceRaw = item.recurrenceRaw;
+        node->repeatCount = item.repeatCount;
+        node->completedAt = item.completedAt;
+        node->posX = item.posX;
+        node->posY = item.posY;
+        node->order = item.order;
+        node->createdAt = item.createdAt;
+        m_pending.write(node);
+        changedAny = true;
+    }
+
+    QSet<QUuid> wantedEdges;
+    for (const FlowSnapshot::Edge &edge : snapshot.edges)
+        wantedEdges.insert(edge.id);
+    changedAny |= 0 < target->edges().removeIf([&](const DependencyEdge &edge) { return !wantedEdges.contains(edge.id); },
+                                               [&](DependencyEdge *edge) { m_pending.remove(edge); });
+    QHash<QUuid, DependencyEdge *> edges;
+    for (DependencyEdge *edge : target->edges())
+        edges.insert(edge->id, edge);
+    for (const FlowSnapshot::Edge &wantedEdge : snapshot.edges) {
+        FlowNode *from = nodes.value(wantedEdge.fromItemID);
+        FlowNode *to = nodes.value(wantedEdge.toItemID);
+        if (!from || !to)
+            continue;
+        DependencyEdge *edge = edges.value(wantedEdge.id);
+        if (!edge) {
+            auto created = std::make_unique<DependencyEdge>();
+            created->id = wantedEdge.id;
+            created->setFlow(target);
+            edge = target->edges().add(std::move(created));
+        } else if (edge->fromItem() == from && edge->toItem() == to && edge->source == wantedEdge.source
+                   && edge->kind == wantedEdge.kind && edge->createdAt == wantedEdge.createdAt) {
+            continue;
+        }
+        edge->setFromItem(from);
+        edge->setToItem(to);
+        edge->source = wantedEdge.source;
+        edge->kind = wantedEdge.kind;
+        edge->createdAt = wantedEdge.createdAt;
+        m_pending.write(edge);
+        changedAny = true;
+    }
+
+    // Files are never created or deleted here; their bytes are not touched.
+    QHash<QUuid, FlowFile *> files;
+    for (FlowFile *file : target->files())
+        files.insert(file->id, file);
+    for (const FlowSnapshot::File &wantedFile : snapshot.files) {
+        FlowFile *file = files.value(wantedFile.id);
+        if (!file)
+            continue;
+        const FlowSnapshot::File current{file->id,          file->isTrashed,   file->posX, file->posY,
+                                         file->manualWidth, file->manualHeight, file->order};
+        if (current == wantedFile)
+            continue;
+        file->isTrashed = wantedFile.isTrashed;
+        file->posX = wantedFile.posX;
+        file->posY = wantedFile.posY;
+        file->manualWidth = wantedFile.manualWidth;
+        file->manualHeight = wantedFile.manualHeight;
+        file->order = wantedFile.order;
+        m_pending.write(file);
+        changedAny = true;
+    }
+
+    QSet<QUuid> wantedLinks;
+    for (const FlowSnapshot::Link &link : snapshot.links)
+        wantedLinks.insert(link.id);
+    changedAny |= 0 < target->fileLinks().removeIf(
+                          [&](const FileLink &link) { return !wantedLinks.contains(link.id); },
+                          [&](FileLink *link) {
+                              if (FlowFile *file = link->file())
+                                  file->links().removeOne(link);
+                              if (FlowNode *node = link->node())
+                                  node->fileLinks().removeOne(link);
+                              m_pending.remove(link);
+                          });
+    QSet<QUuid> liveLinks;
+    for (const FileLink *link : std::as_const(*target).fileLinks())
+        liveLinks.insert(link->id);
+    for (const FlowSnapshot::Link &wantedLink : snapshot.links) {
+        FlowFile *file = files.value(wantedLink.fileID);
+        FlowNode *node = nodes.value(wantedLink.nodeID);
+        if (!file || !node || liveLinks.contains(wantedLink.id))
+            continue;
+        auto created = std::make_unique<FileLink>();
+        created->id = wantedLink.id;
+        created->createdAt = m_clock.now();
+        created->setFlow(target);
+        created->setFile(file);
+        created->setNode(node);
+        FileLink *link = target->fileLinks().add(std::move(created));
+        file->links().append(link);
+        node->fileLinks().append(link);
+        m_pending.write(link);
+        changedAny = true;
+    }
+
+    if (changedAny)
+        finishChange();
+}
+
+} // namespace fenrow
