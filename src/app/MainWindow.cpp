@@ -1,6 +1,6 @@
 #include "MainWindow.h"
 
-#include "EmptyDetailView.h"
+#include "EmptyStateView.h"
 #include "FlowDetailView.h"
 #include "PanelResizeDivider.h"
 #include "Sidebar.h"
@@ -28,7 +28,9 @@ MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QWidget 
 
     m_detail = new QStackedWidget(root);
     m_detail->setObjectName(QStringLiteral("detail"));
-    m_emptyDetail = new EmptyDetailView(m_detail);
+    m_emptyDetail = new EmptyStateView(QStringLiteral("detail.empty"), m_detail);
+    m_emptyDetail->setContent(Glyphs::Symbol::emptySelection, qtTrId("detail.empty.title"),
+                              qtTrId("detail.empty.message"));
     m_flowDetail = new FlowDetailView(store, m_detail);
     m_detail->addWidget(m_emptyDetail);
     m_detail->addWidget(m_flowDetail);
