@@ -20,6 +20,9 @@ struct LargeStoreShape {
     static LargeStoreShape scaled(double scale);
     // The shape whose node count is `nodes`, the other counts in proportion.
     static LargeStoreShape withNodes(int nodes);
+    // A single flow with no archive and no attachments: a graph to edit or
+    // arrange on its own.
+    static LargeStoreShape oneFlow(int nodes, int edges);
 
     friend auto operator<=>(const LargeStoreShape &, const LargeStoreShape &) = default;
 };
