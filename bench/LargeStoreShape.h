@@ -1,7 +1,5 @@
 #pragma once
 
-#include <compare>
-
 namespace fenrow::bench {
 
 // How many records a generated store holds. The full shape is a heavy user
@@ -20,11 +18,6 @@ struct LargeStoreShape {
     static LargeStoreShape scaled(double scale);
     // The shape whose node count is `nodes`, the other counts in proportion.
     static LargeStoreShape withNodes(int nodes);
-    // A single flow with no archive and no attachments: a graph to edit or
-    // arrange on its own.
-    static LargeStoreShape oneFlow(int nodes, int edges);
-
-    friend auto operator<=>(const LargeStoreShape &, const LargeStoreShape &) = default;
 };
 
 } // namespace fenrow::bench

@@ -1,6 +1,6 @@
 #include "MainWindow.h"
 
-#include "EmptyStateView.h"
+#include "EmptyDetailView.h"
 #include "FlowDetailView.h"
 #include "PanelResizeDivider.h"
 #include "Sidebar.h"
@@ -28,9 +28,7 @@ MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QWidget 
 
     m_detail = new QStackedWidget(root);
     m_detail->setObjectName(QStringLiteral("detail"));
-    m_emptyDetail = new EmptyStateView(QStringLiteral("detail.empty"), m_detail);
-    m_emptyDetail->setContent(Glyphs::Symbol::emptySelection, qtTrId("detail.empty.title"),
-                              qtTrId("detail.empty.message"));
+    m_emptyDetail = new EmptyDetailView(m_detail);
     m_flowDetail = new FlowDetailView(store, m_detail);
     m_detail->addWidget(m_emptyDetail);
     m_detail->addWidget(m_flowDetail);

@@ -8,7 +8,7 @@ class QStackedWidget;
 namespace fenrow {
 
 class ActiveFlowState;
-class EmptyStateView;
+class EmptyDetailView;
 class FenrowStore;
 class FlowDetailView;
 class Sidebar;
@@ -49,7 +49,7 @@ private:
     ActiveFlowState &m_activeFlow;
     Sidebar *m_sidebar = nullptr;
     QStackedWidget *m_detail = nullptr;
-    EmptyStateView *m_emptyDetail = nullptr;
+    EmptyDetailView *m_emptyDetail = nullptr;
     FlowDetailView *m_flowDetail = nullptr;
     QUuid m_selected;
 };
