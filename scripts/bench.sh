@@ -13,7 +13,8 @@ set -euo pipefail
 build_dir=${1:-build}
 shift || true
 repetitions=${FENROW_BENCH_REPETITIONS:-10}
-programs=(fenrow-bench-store-open fenrow-bench-store-save)
+programs=(fenrow-bench-store-open fenrow-bench-store-save fenrow-bench-ready fenrow-bench-graph
+          fenrow-bench-ready-command)
 
 for program in "${programs[@]}"; do
   if [ ! -x "$build_dir/bench/$program" ]; then
