@@ -8,6 +8,7 @@
 #include "domain/FenrowStore.h"
 #include "domain/SystemClock.h"
 #include "shell/ProcessEntry.h"
+#include "shell/SettingsFile.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -44,8 +45,9 @@ int run(QApplication &application)
         return 1;
     }
 
+    const auto settings = SettingsFile::open();
     ActiveFlowState activeFlow;
-    MainWindow window(*store, activeFlow);
+    MainWindow window(*store, activeFlow, *settings);
     QObject::connect(&window, &MainWindow::quitRequested, &application, &QCoreApplication::quit);
     window.show();
     return application.exec();

@@ -1,19 +1,21 @@
 #include "MainWindow.h"
 
-#include "EmptyDetailView.h"
+#include "EmptyStateView.h"
 #include "FlowDetailView.h"
 #include "PanelResizeDivider.h"
 #include "Sidebar.h"
+#include "canvas/NodeSizeResolver.h"
 #include "domain/ActiveFlowState.h"
 #include "domain/FenrowStore.h"
+#include "shell/SampleFlow.h"
 
 #include <QHBoxLayout>
 #include <QStackedWidget>
 
 namespace fenrow {
 
-MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QWidget *parent)
-    : QMainWindow(parent), m_store(store), m_activeFlow(activeFlow)
+MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QSettings &settings, QWidget *parent)
+    : QMainWindow(parent), m_store(store), m_activeFlow(activeFlow), m_settings(settings)
 {
     setMinimumSize(minimumWindowWidth, minimumWindowHeight);
     resize(1040, 680);
@@ -28,7 +30,9 @@ MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QWidget 
 
     m_detail = new QStackedWidget(root);
     m_detail->setObjectName(QStringLiteral("detail"));
-    m_emptyDetail = new EmptyDetailView(m_detail);
+    m_emptyDetail = new EmptyStateView(QStringLiteral("detail.empty"), m_detail);
+    m_emptyDetail->setContent(Glyphs::Symbol::emptySelection, qtTrId("detail.empty.title"),
+                              qtTrId("detail.empty.message"));
     m_flowDetail = new FlowDetailView(store, m_detail);
     m_detail->addWidget(m_emptyDetail);
     m_detail->addWidget(m_flowDetail);
@@ -59,6 +63,23 @@ int MainWindow::sidebarWidth() const
 void MainWindow::setSidebarWidth(int width)
 {
     m_sidebar->setFixedWidth(Sidebar::clampedWidth(width));
+}
+
+void MainWindow::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    // Only the first appearance: hiding and showing the window again is no
+    // new start.
+    if (!m_hasAppeared) {
+        m_hasAppeared = true;
+        seedSampleFlow();
+    }
+}
+
+void MainWindow::seedSampleFlow()
+{
+    if (const TaskFlow *sample = SampleFlow::seedIfNeeded(m_store, m_settings, NodeSizeResolver()))
+        selectFlow(sample->id);
 }
 
 void MainWindow::selectFlow(const QUuid &requested)

@@ -3,12 +3,13 @@
 #include <QMainWindow>
 #include <QUuid>
 
+class QSettings;
 class QStackedWidget;
 
 namespace fenrow {
 
 class ActiveFlowState;
-class EmptyDetailView;
+class EmptyStateView;
 class FenrowStore;
 class FlowDetailView;
 class Sidebar;
@@ -24,7 +25,7 @@ public:
     static constexpr int minimumWindowWidth = 720;
     static constexpr int minimumWindowHeight = 480;
 
-    MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QWidget *parent = nullptr);
+    MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QSettings &settings, QWidget *parent = nullptr);
 
     // A null id shows the empty state; an id the store doesn't know too.
     void selectFlow(const QUuid &id);
@@ -41,17 +42,23 @@ signals:
     // The width the user settled on by dragging the divider.
     void sidebarWidthCommitted(int width);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     void followStore();
     void showSelection();
+    void seedSampleFlow();
 
     FenrowStore &m_store;
     ActiveFlowState &m_activeFlow;
+    QSettings &m_settings;
     Sidebar *m_sidebar = nullptr;
     QStackedWidget *m_detail = nullptr;
-    EmptyDetailView *m_emptyDetail = nullptr;
+    EmptyStateView *m_emptyDetail = nullptr;
     FlowDetailView *m_flowDetail = nullptr;
     QUuid m_selected;
+    bool m_hasAppeared = false;
 };
 
 } // namespace fenrow

@@ -168,7 +168,7 @@ void Sidebar::createFlow()
     // arrives; taking the focus from it commits it first.
     if (QWidget *focus = QApplication::focusWidget(); focus && m_list->viewport()->isAncestorOf(focus))
         m_list->setFocus();
-    const QUuid id = m_store.addFlow(QString())->id;
+    const QUuid id = m_store.addFlow(qtTrId("sidebar.flow.untitled"))->id;
     setCurrentFlow(id);
     emit flowSelected(id);
     beginRename(id);

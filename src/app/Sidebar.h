@@ -33,7 +33,7 @@ public:
     void setCurrentFlow(const QUuid &id);
     QUuid currentFlow() const { return m_currentFlow; }
 
-    // Creates an "Untitled flow", selects it and opens its name for editing.
+    // Creates an untitled flow, selects it and opens its name for editing.
     void createFlow();
     void beginRename(const QUuid &id);
     // Asks before deleting; the answer arrives after the dialog closes.

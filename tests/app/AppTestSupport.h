@@ -9,12 +9,16 @@
 #include "domain/FenrowStore.h"
 #include "domain/FixedClock.h"
 #include "domain/NodeStatus.h"
+#include "shell/SampleFlow.h"
+#include "shell/SettingsFile.h"
 
 #include <QApplication>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimeZone>
 
@@ -24,13 +28,19 @@
 
 namespace fenrow::testing {
 
-// A main window over a fresh in-memory store, shown and active, with the
-// helpers the GUI tests share to reach rows, menus and dialogs.
+// A main window over a fresh in-memory store and settings of its own, shown
+// and active, with the helpers the GUI tests share to reach rows, menus and
+// dialogs. The user has met the sample flow already unless a test says
+// otherwise.
 class WindowFixture : public ::testing::Test {
 protected:
     WindowFixture()
-        : clock(QDateTime(QDate(2026, 6, 10), QTime(9, 0), QTimeZone("Europe/Berlin")))
+        : clock(QDateTime(QDate(2026, 6, 10), QTime(9, 0), QTimeZone("Europe/Berlin"))),
+          m_savedConfig(qgetenv("XDG_CONFIG_HOME"))
     {
+        qputenv("XDG_CONFIG_HOME", configHome.path().toUtf8());
+        settings = SettingsFile::open();
+        settings->setValue(QLatin1StringView(SampleFlow::seededKey), true);
         QString fatal;
         store = FenrowModelContainer::openStore({QStringLiteral("--ui-test")}, clock,
                                                 LocalCalendar(QTimeZone("Europe/Berlin")), &fatal);
@@ -42,11 +52,12 @@ protected:
     {
         // Dialogs and menus are parented to the window; it goes before the store.
         window.reset();
+        qputenv("XDG_CONFIG_HOME", m_savedConfig);
     }
 
     MainWindow &show()
     {
-        window = std::make_unique<MainWindow>(*store, activeFlow);
+        window = std::make_unique<MainWindow>(*store, activeFlow, *settings);
         window->show();
         window->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -133,10 +144,15 @@ protected:
         return shown ? box : nullptr;
     }
 
+    QTemporaryDir configHome;
+    std::unique_ptr<QSettings> settings;
     FixedClock clock;
     std::unique_ptr<FenrowStore> store;
     ActiveFlowState activeFlow;
     std::unique_ptr<MainWindow> window;
+
+private:
+    QByteArray m_savedConfig;
 };
 
 } // namespace fenrow::testing

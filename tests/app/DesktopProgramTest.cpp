@@ -26,7 +26,9 @@ protected:
     void SetUp() override
     {
         m_savedData = qgetenv("XDG_DATA_HOME");
+        m_savedConfig = qgetenv("XDG_CONFIG_HOME");
         qputenv("XDG_DATA_HOME", home.path().toUtf8());
+        qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
         storeFile = QDir(home.filePath("fenrow")).filePath(FenrowModelContainer::storeFileName);
         // The program settles the language from the settings; keep it English.
         SettingsFile::open()->setValue("preferences.uiLanguage", "en");
@@ -34,6 +36,7 @@ protected:
     void TearDown() override
     {
         qputenv("XDG_DATA_HOME", m_savedData);
+        qputenv("XDG_CONFIG_HOME", m_savedConfig);
         InterfaceLanguage::apply("en");
     }
 
@@ -63,6 +66,7 @@ protected:
 
 private:
     QByteArray m_savedData;
+    QByteArray m_savedConfig;
 };
 
 TEST_F(DesktopProgramTest, AStoreThatCannotBeOpenedStopsWithAnAlertAndLeavesTheFileAlone)
@@ -95,7 +99,7 @@ TEST_F(DesktopProgramTest, AStoreThatCannotBeOpenedStopsWithAnAlertAndLeavesTheF
     EXPECT_FALSE(QFile::exists(storeFile + "-wal"));
 }
 
-TEST_F(DesktopProgramTest, AStoreThatOpensShowsTheMainWindow)
+TEST_F(DesktopProgramTest, AStoreThatOpensShowsTheMainWindowWithTheSampleFlowForANewUser)
 {
     QString title;
     const int status = runAnswering([&] {
@@ -111,7 +115,7 @@ TEST_F(DesktopProgramTest, AStoreThatOpensShowsTheMainWindow)
     });
 
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(title, "Fenrow");
+    EXPECT_EQ(title, "Sample: Launch a landing page");
     EXPECT_TRUE(QFile::exists(storeFile)) << "the store lives in the user's data folder";
 }
 

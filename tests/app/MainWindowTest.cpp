@@ -92,6 +92,33 @@ TEST_F(MainWindowTest, DeletingTheShownFlowFallsBackToTheFirstRemainingThenToNon
     EXPECT_FALSE(activeFlow.activeFlowID().has_value());
 }
 
+TEST_F(MainWindowTest, ANewUserMeetsTheSampleFlowOnTheFirstAppearanceOnly)
+{
+    const QString seeded = QString::fromLatin1(SampleFlow::seededKey);
+    settings->remove(seeded);
+    addFlow("Existing");
+    show();
+    EXPECT_EQ(flowNames(), QStringList({"Existing"})) << "someone with data never gets the sample";
+    EXPECT_FALSE(settings->value(seeded).toBool()) << "so the question is asked again next time";
+
+    // Showing the same window again is no new start.
+    store->deleteFlow(*store->flows().first());
+    window->hide();
+    window->show();
+    EXPECT_TRUE(store->flows().isEmpty());
+
+    // The next start finds no flows and seeds.
+    show();
+    ASSERT_EQ(store->flows().size(), 1);
+    const TaskFlow &sample = *store->flows().first();
+    EXPECT_EQ(sample.name, "Sample: Launch a landing page");
+    EXPECT_EQ(sample.items().size(), 5);
+    EXPECT_EQ(window->selectedFlow(), sample.id);
+    EXPECT_EQ(window->windowTitle(), sample.name);
+    EXPECT_EQ(list().currentIndex(), model().indexOf(sample.id));
+    EXPECT_TRUE(settings->value(seeded).toBool());
+}
+
 TEST_F(MainWindowTest, SidebarWidthStaysWithinItsLimits)
 {
     show();

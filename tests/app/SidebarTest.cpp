@@ -1,8 +1,10 @@
 #include "AppTestSupport.h"
 
 #include "UuidText.h"
+#include "shell/InterfaceLanguage.h"
 
 #include <QMimeData>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QToolButton>
 #include <QToolTip>
@@ -76,6 +78,12 @@ TEST_F(SidebarTest, PlusButtonCreatesSelectsAndRenamesTheNewFlow)
     EXPECT_TRUE(QTest::qWaitFor([&] { return store->flow(created)->name == "Launch plan"; }));
     EXPECT_TRUE(QTest::qWaitFor([&] { return renameField() == nullptr; }));
     EXPECT_EQ(window->windowTitle(), "Launch plan");
+
+    // The stand-in name speaks the user's language.
+    const auto english = qScopeGuard([] { InterfaceLanguage::apply("en"); });
+    ASSERT_TRUE(InterfaceLanguage::apply("de"));
+    QTest::mouseClick(plus, Qt::LeftButton);
+    EXPECT_EQ(store->flows().last()->name, "Unbenannter Flow");
 }
 
 TEST_F(SidebarTest, RenameInPlaceCommitsOnReturnAndFocusLossAndCancelsOnEscape)
