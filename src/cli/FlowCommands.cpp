@@ -2,8 +2,8 @@
 
 #include "CommandContext.h"
 #include "CommandRegistry.h"
+#include "CommandSupport.h"
 #include "ExitStatus.h"
-#include "FlowReference.h"
 #include "JsonOutput.h"
 #include "PlainText.h"
 #include "TextTable.h"
@@ -18,12 +18,6 @@ namespace fenrow::FlowCommands {
 
 namespace {
 
-const QString yesOption = QStringLiteral("yes");
-
-const QString flowArgumentHelp = QStringLiteral(
-    "FLOW is the flow's id, or its name: the exact name or the start of one\n"
-    "flow's name, either ignoring case.");
-
 qsizetype positionOf(const FenrowStore &store, const TaskFlow &flow)
 {
     return store.flows().indexOf(&flow) + 1;
@@ -32,15 +26,6 @@ qsizetype positionOf(const FenrowStore &store, const TaskFlow &flow)
 QString taskCount(const TaskFlow &flow)
 {
     return PlainText::counted(qint64(flow.items().size()), QStringLiteral("task"), QStringLiteral("tasks"));
-}
-
-// Resolves the FLOW argument at `index`, or reports why it names none.
-const TaskFlow *flowArgument(CommandContext &context, qsizetype index)
-{
-    const FlowReference reference = FlowReference::resolve(context.store().flows(), context.argument(index));
-    if (!reference.flow())
-        context.fail(reference.problem());
-    return reference.flow();
 }
 
 int listFlows(CommandContext &context)
@@ -79,7 +64,7 @@ int addFlow(CommandContext &context)
 
 int renameFlow(CommandContext &context)
 {
-    const TaskFlow *flow = flowArgument(context, 0);
+    const TaskFlow *flow = CommandSupport::flowArgument(context, 0);
     if (!flow)
         return exitFailure;
     const QString oldName = flow->name;
@@ -95,22 +80,13 @@ int renameFlow(CommandContext &context)
 
 int deleteFlow(CommandContext &context)
 {
-    const TaskFlow *flow = flowArgument(context, 0);
+    const TaskFlow *flow = CommandSupport::flowArgument(context, 0);
     if (!flow)
         return exitFailure;
     const QString name = PlainText::quoted(flow->name);
-    if (!context.hasOption(yesOption)) {
-        switch (context.console().confirm(QStringLiteral("Delete flow %1 with %2?").arg(name, taskCount(*flow)))) {
-        case Console::Answer::yes:
-            break;
-        case Console::Answer::no:
-            return context.fail(QStringLiteral("flow %1 was not deleted").arg(name));
-        case Console::Answer::unanswered:
-            return context.fail(QStringLiteral("flow %1 was not deleted: nobody confirmed it. Run the command on a "
-                                               "terminal to be asked, or pass --yes.")
-                                    .arg(name));
-        }
-    }
+    if (!CommandSupport::confirmed(context, QStringLiteral("Delete flow %1 with %2?").arg(name, taskCount(*flow)),
+                                   QStringLiteral("flow %1 was not deleted").arg(name)))
+        return exitFailure;
 
     FenrowStore &store = context.store();
     // The record goes with the deletion: describe it first.
@@ -131,7 +107,7 @@ int moveFlow(CommandContext &context)
     if (!isNumber)
         return context.usageError(QStringLiteral("POSITION is a whole number, not %1")
                                       .arg(PlainText::quoted(context.argument(1))));
-    const TaskFlow *flow = flowArgument(context, 0);
+    const TaskFlow *flow = CommandSupport::flowArgument(context, 0);
     if (!flow)
         return exitFailure;
 
@@ -154,7 +130,7 @@ int moveFlow(CommandContext &context)
 
 void registerIn(CommandRegistry &registry)
 {
-    registry.addOption({yesOption, QLatin1Char('y'), {}, QStringLiteral("Delete without asking")});
+    registry.addOption({SharedOption::yes, QLatin1Char('y'), {}, QStringLiteral("Go ahead without asking")});
 
     registry.addCommand({
         .name = QStringLiteral("flows"),
@@ -176,7 +152,7 @@ void registerIn(CommandRegistry &registry)
         .name = QStringLiteral("flow rename"),
         .argumentsSyntax = QStringLiteral("FLOW NAME"),
         .summary = QStringLiteral("Rename a flow"),
-        .description = flowArgumentHelp + QStringLiteral("\nA blank NAME gives \"Untitled flow\"."),
+        .description = CommandSupport::flowArgumentHelp + QStringLiteral("\nA blank NAME gives \"Untitled flow\"."),
         .minArguments = 2,
         .maxArguments = 2,
         .run = renameFlow,
@@ -185,10 +161,10 @@ void registerIn(CommandRegistry &registry)
         .name = QStringLiteral("flow delete"),
         .argumentsSyntax = QStringLiteral("FLOW"),
         .summary = QStringLiteral("Delete a flow with all its tasks"),
-        .description = flowArgumentHelp
+        .description = CommandSupport::flowArgumentHelp
             + QStringLiteral("\nAsks first on the terminal. Without a terminal to ask on, nothing is\n"
                              "deleted unless --yes is given."),
-        .options = {yesOption},
+        .options = {SharedOption::yes},
         .minArguments = 1,
         .maxArguments = 1,
         .run = deleteFlow,
@@ -197,7 +173,7 @@ void registerIn(CommandRegistry &registry)
         .name = QStringLiteral("flow move"),
         .argumentsSyntax = QStringLiteral("FLOW POSITION"),
         .summary = QStringLiteral("Move a flow to a position in the sidebar"),
-        .description = flowArgumentHelp
+        .description = CommandSupport::flowArgumentHelp
             + QStringLiteral("\nPOSITION counts from 1 at the top; a number beyond either end moves the\n"
                              "flow to that end."),
         .minArguments = 2,

@@ -2,8 +2,9 @@
 
 #include "CommandContext.h"
 #include "CommandRegistry.h"
+#include "CommandSupport.h"
 #include "ExitStatus.h"
-#include "FlowReference.h"
+#include "NamedReference.h"
 #include "JsonOutput.h"
 #include "PlainText.h"
 #include "TaskEdits.h"
@@ -23,8 +24,6 @@ namespace fenrow::TaskCommands {
 
 namespace {
 
-const QString flowOption = QStringLiteral("flow");
-
 const QString taskArgumentHelp = QStringLiteral(
     "TASK is the task's id, or its title: the exact title or the start of one\n"
     "task's title, either ignoring case, in any flow. --flow FLOW looks in\n"
@@ -36,14 +35,14 @@ const FlowNode *taskArgument(CommandContext &context)
 {
     QList<const TaskFlow *> scope = context.store().flows();
     QString scopeNote;
-    if (context.hasOption(flowOption)) {
-        const FlowReference flow = FlowReference::resolve(scope, context.optionValue(flowOption));
-        if (!flow.flow()) {
+    if (context.hasOption(SharedOption::flow)) {
+        const FlowReference flow = FlowReference::resolve(scope, context.optionValue(SharedOption::flow));
+        if (!flow.found()) {
             context.fail(flow.problem());
             return nullptr;
         }
-        scope = {flow.flow()};
-        scopeNote = QStringLiteral("\nOnly flow %1 was searched.").arg(PlainText::quoted(flow.flow()->name));
+        scope = {flow.found()};
+        scopeNote = QStringLiteral("\nOnly flow %1 was searched.").arg(PlainText::quoted(flow.found()->name));
     }
     const TaskReference task = TaskReference::resolve(scope, context.argument(0));
     if (!task.node())
@@ -62,15 +61,15 @@ int addTask(CommandContext &context)
     FenrowStore &store = context.store();
     const TaskFlow *flow = nullptr;
     bool flowIsNew = false;
-    if (context.hasOption(flowOption)) {
-        const QString name = context.optionValue(flowOption);
+    if (context.hasOption(SharedOption::flow)) {
+        const QString name = context.optionValue(SharedOption::flow);
         if (name.trimmed().isEmpty())
             return context.usageError(QStringLiteral("--flow needs the name or id of a flow"));
         const FlowReference reference = FlowReference::resolve(store.flows(), name);
         // An id that matches no flow is a mistake, not a name for a new one.
-        if (reference.isAmbiguous() || (!reference.flow() && !QUuid::fromString(name.trimmed()).isNull()))
+        if (reference.isAmbiguous() || (!reference.found() && !QUuid::fromString(name.trimmed()).isNull()))
             return context.fail(reference.problem());
-        flow = reference.flow();
+        flow = reference.found();
         if (!flow) {
             flow = store.addFlow(name);
             flowIsNew = true;
@@ -174,8 +173,9 @@ int completeTask(CommandContext &context)
 
 void registerIn(CommandRegistry &registry)
 {
-    registry.addOption({flowOption, {}, QStringLiteral("FLOW"),
-                        QStringLiteral("The flow: where add puts the task, where edit and done look for it")});
+    registry.addOption({SharedOption::flow, {}, QStringLiteral("FLOW"),
+                        QStringLiteral("The flow: where add puts the task, where edit and done look for it, what "
+                                       "find lists first")});
     registry.addOption({QStringLiteral("title"), {}, QStringLiteral("TEXT"), QStringLiteral("New title")});
     registry.addOption({QStringLiteral("notes"), {}, QStringLiteral("TEXT"),
                         QStringLiteral("New notes (\"\" clears them)")});
@@ -203,13 +203,13 @@ void registerIn(CommandRegistry &registry)
             "name), or to a new flow of that name when none has it. Without --flow it\n"
             "goes to the first flow in the sidebar, or to a new \"Untitled flow\" when\n"
             "there is none. A blank TITLE gives \"New task\". Prints the new task."),
-        .options = {flowOption},
+        .options = {SharedOption::flow},
         .minArguments = 1,
         .maxArguments = 1,
         .run = addTask,
     });
     QStringList editOptions = TaskEdits::optionNames();
-    editOptions.append(flowOption);
+    editOptions.append(SharedOption::flow);
     registry.addCommand({
         .name = QStringLiteral("edit"),
         .argumentsSyntax = QStringLiteral("TASK"),
@@ -236,7 +236,7 @@ void registerIn(CommandRegistry &registry)
                 "\n\nA repeating task is not left done: it comes back with its dates moved to\n"
                 "its next round. Prints the tasks that were waiting only for this one.\n"
                 "With --json, an object with the task, \"repeated\" and the \"released\" tasks."),
-        .options = {flowOption},
+        .options = {SharedOption::flow},
         .minArguments = 1,
         .maxArguments = 1,
         .run = completeTask,

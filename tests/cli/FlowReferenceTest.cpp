@@ -1,4 +1,4 @@
-#include "cli/FlowReference.h"
+#include "cli/NamedReference.h"
 
 #include "domain/TaskFlow.h"
 
@@ -24,7 +24,7 @@ protected:
         return flows.last();
     }
 
-    const TaskFlow *resolved(const QString &text) const { return FlowReference::resolve(flows, text).flow(); }
+    const TaskFlow *resolved(const QString &text) const { return FlowReference::resolve(flows, text).found(); }
 
     std::vector<std::unique_ptr<TaskFlow>> owned;
     QList<const TaskFlow *> flows;
@@ -58,7 +58,7 @@ TEST_F(FlowReferenceTest, ProblemsListTheCandidates)
 
     // Two flows with the same name: only the id tells them apart.
     const FlowReference twins = FlowReference::resolve(flows, "TAX");
-    EXPECT_EQ(twins.flow(), nullptr);
+    EXPECT_EQ(twins.found(), nullptr);
     EXPECT_EQ(twins.candidates(), (QList<const TaskFlow *>{first, second}));
     const QString problem = twins.problem();
     EXPECT_TRUE(problem.contains(first->id.toString(QUuid::WithoutBraces).toUpper())) << problem.toStdString();

@@ -1,0 +1,37 @@
+#include "CommandSupport.h"
+
+#include "CommandContext.h"
+#include "NamedReference.h"
+
+#include "domain/FenrowStore.h"
+
+namespace fenrow::CommandSupport {
+
+const TaskFlow *flowArgument(CommandContext &context, qsizetype index)
+{
+    const FlowReference reference = FlowReference::resolve(context.store().flows(), context.argument(index));
+    if (!reference.found())
+        context.fail(reference.problem());
+    return reference.found();
+}
+
+bool confirmed(CommandContext &context, const QString &question, const QString &refusal)
+{
+    if (context.hasOption(SharedOption::yes))
+        return true;
+    switch (context.console().confirm(question)) {
+    case Console::Answer::yes:
+        return true;
+    case Console::Answer::no:
+        context.fail(refusal);
+        return false;
+    case Console::Answer::unanswered:
+        context.fail(refusal
+                     + QStringLiteral(": nobody confirmed it. Run the command on a terminal to be asked, or pass "
+                                      "--yes."));
+        return false;
+    }
+    return false;
+}
+
+} // namespace fenrow::CommandSupport
