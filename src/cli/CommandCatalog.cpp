@@ -1,5 +1,6 @@
 #include "CommandCatalog.h"
 
+#include "ArchiveCommands.h"
 #include "FlowCommands.h"
 #include "HelpCommand.h"
 #include "ReadyCommand.h"
@@ -13,6 +14,7 @@ void registerAll(CommandRegistry &registry)
     ReadyCommand::registerIn(registry);
     TaskCommands::registerIn(registry);
     FlowCommands::registerIn(registry);
+    ArchiveCommands::registerIn(registry);
     HelpCommand::registerIn(registry);
 }
 
