@@ -5,6 +5,7 @@
 #include "HelpCommand.h"
 #include "ReadyCommand.h"
 #include "TaskCommands.h"
+#include "TemplateCommands.h"
 
 namespace fenrow::CommandCatalog {
 
@@ -14,6 +15,7 @@ void registerAll(CommandRegistry &registry)
     ReadyCommand::registerIn(registry);
     TaskCommands::registerIn(registry);
     FlowCommands::registerIn(registry);
+    TemplateCommands::registerIn(registry);
     ArchiveCommands::registerIn(registry);
     HelpCommand::registerIn(registry);
 }
