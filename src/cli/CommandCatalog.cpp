@@ -1,6 +1,7 @@
 #include "CommandCatalog.h"
 
 #include "ArchiveCommands.h"
+#include "FindCommand.h"
 #include "FlowCommands.h"
 #include "HelpCommand.h"
 #include "ReadyCommand.h"
@@ -14,6 +15,7 @@ void registerAll(CommandRegistry &registry)
     // Help lists the commands in this order.
     ReadyCommand::registerIn(registry);
     TaskCommands::registerIn(registry);
+    FindCommand::registerIn(registry);
     FlowCommands::registerIn(registry);
     TemplateCommands::registerIn(registry);
     ArchiveCommands::registerIn(registry);
