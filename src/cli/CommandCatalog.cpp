@@ -1,6 +1,7 @@
 #include "CommandCatalog.h"
 
 #include "ArchiveCommands.h"
+#include "AttachCommand.h"
 #include "FindCommand.h"
 #include "FlowCommands.h"
 #include "HelpCommand.h"
@@ -18,6 +19,7 @@ void registerAll(CommandRegistry &registry)
     FindCommand::registerIn(registry);
     FlowCommands::registerIn(registry);
     TemplateCommands::registerIn(registry);
+    AttachCommand::registerIn(registry);
     ArchiveCommands::registerIn(registry);
     HelpCommand::registerIn(registry);
 }
