@@ -103,5 +103,133 @@
         <source>Untitled flow</source>
         <translation>Unbenannter Flow</translation>
     </message>
+    <message id="sidebar.route.ready">
+        <source>Ready</source>
+        <translation>Bereit</translation>
+    </message>
+    <message id="ready.title">
+        <source>Ready</source>
+        <translation>Bereit</translation>
+    </message>
+    <message id="ready.sort.flow">
+        <source>Flow</source>
+        <translation>Flow</translation>
+    </message>
+    <message id="ready.sort.dueDate">
+        <source>Due date</source>
+        <translation>Fälligkeit</translation>
+    </message>
+    <message id="ready.sort.priority">
+        <source>Priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message id="ready.sort.estimate">
+        <source>Estimate</source>
+        <translation>Aufwand</translation>
+    </message>
+    <message id="ready.group.today">
+        <source>Today</source>
+        <translation>Heute</translation>
+    </message>
+    <message id="ready.group.other">
+        <source>Other tasks</source>
+        <translation>Weitere Aufgaben</translation>
+    </message>
+    <message id="ready.row.complete">
+        <source>Mark as done</source>
+        <translation>Als erledigt markieren</translation>
+    </message>
+    <message id="ready.row.hasNotes">
+        <source>Notes</source>
+        <translation>Notizen</translation>
+    </message>
+    <message id="ready.row.priority.high">
+        <source>High</source>
+        <translation>Hoch</translation>
+    </message>
+    <message id="ready.row.priority.medium">
+        <source>Medium</source>
+        <translation>Mittel</translation>
+    </message>
+    <message id="ready.row.priority.low">
+        <source>Low</source>
+        <translation>Niedrig</translation>
+    </message>
+    <message id="ready.row.due.today">
+        <source>Due today</source>
+        <translation>Heute fällig</translation>
+    </message>
+    <message id="ready.row.due.tomorrow">
+        <source>Due tomorrow</source>
+        <translation>Morgen fällig</translation>
+    </message>
+    <message id="ready.row.overdue %@">
+        <source>Overdue · %1</source>
+        <translation>Überfällig · %1</translation>
+    </message>
+    <message id="ready.row.dateFormat">
+        <source>MMM d</source>
+        <translation>d. MMM</translation>
+    </message>
+    <message id="ready.row.dateFormat.withYear">
+        <source>MMM d, yyyy</source>
+        <translation>d. MMM yyyy</translation>
+    </message>
+    <message id="ready.row.estimate.minutes %lld">
+        <source>%1 min</source>
+        <translation>%1 Min.</translation>
+    </message>
+    <message id="ready.row.estimate.hours %lld">
+        <source>%1 h</source>
+        <translation>%1 Std.</translation>
+    </message>
+    <message id="ready.row.estimate.hoursMinutes %lld %lld">
+        <source>%1 h %2 min</source>
+        <translation>%1 Std. %2 Min.</translation>
+    </message>
+    <message id="ready.empty.noTasks.title">
+        <source>No tasks yet</source>
+        <translation>Noch keine Aufgaben</translation>
+    </message>
+    <message id="ready.empty.noTasks.message">
+        <source>The tasks you can start right away gather here, from all of your flows. Add a few tasks to a flow to begin.</source>
+        <translation>Hier sammeln sich aus all deinen Flows die Aufgaben, mit denen du sofort anfangen kannst. Lege in einem Flow ein paar Aufgaben an, um loszulegen.</translation>
+    </message>
+    <message id="ready.empty.allDone.title">
+        <source>All done</source>
+        <translation>Alles erledigt</translation>
+    </message>
+    <message id="ready.empty.allDone.message">
+        <source>Every task in every flow is finished. Enjoy the quiet, or plan what comes next.</source>
+        <translation>Alle Aufgaben in allen Flows sind erledigt. Genieße die Ruhe oder plane, was als Nächstes kommt.</translation>
+    </message>
+    <message id="ready.empty.allBlocked.title">
+        <source>Everything is waiting</source>
+        <translation>Alles wartet</translation>
+    </message>
+    <message id="ready.empty.allBlocked.message">
+        <source>Each open task waits for another one to finish first. Look over the connections in your flows.</source>
+        <translation>Jede offene Aufgabe wartet darauf, dass zuerst eine andere fertig wird. Sieh dir die Verbindungen in deinen Flows an.</translation>
+    </message>
+    <message id="ready.empty.allDeferred.title">
+        <source>Nothing starts today</source>
+        <translation>Heute beginnt nichts</translation>
+    </message>
+    <message id="ready.empty.allDeferred.message">
+        <source>Your next tasks have a later start date. They appear here on the day they start.</source>
+        <translation>Deine nächsten Aufgaben beginnen erst später. Sie erscheinen hier an dem Tag, an dem sie beginnen.</translation>
+    </message>
+    <message id="sidebar.flow.copyName ">
+        <source>%1 copy</source>
+        <translation>%1 (Kopie)</translation>
+    </message>
+    <message id="archive.day.today">
+        <source>Today</source>
+        <translation>Heute</translation>
+    </message>
+    <message id="archive.day.yesterday">
+        <source>Yesterday</source>
+        <translation>Gestern</translation>
+    </message>
 </context>
 </TS>

@@ -103,5 +103,133 @@
         <source>Untitled flow</source>
         <translation>Untitled flow</translation>
     </message>
+    <message id="sidebar.route.ready">
+        <source>Ready</source>
+        <translation>Ready</translation>
+    </message>
+    <message id="ready.title">
+        <source>Ready</source>
+        <translation>Ready</translation>
+    </message>
+    <message id="ready.sort.flow">
+        <source>Flow</source>
+        <translation>Flow</translation>
+    </message>
+    <message id="ready.sort.dueDate">
+        <source>Due date</source>
+        <translation>Due date</translation>
+    </message>
+    <message id="ready.sort.priority">
+        <source>Priority</source>
+        <translation>Priority</translation>
+    </message>
+    <message id="ready.sort.estimate">
+        <source>Estimate</source>
+        <translation>Estimate</translation>
+    </message>
+    <message id="ready.group.today">
+        <source>Today</source>
+        <translation>Today</translation>
+    </message>
+    <message id="ready.group.other">
+        <source>Other tasks</source>
+        <translation>Other tasks</translation>
+    </message>
+    <message id="ready.row.complete">
+        <source>Mark as done</source>
+        <translation>Mark as done</translation>
+    </message>
+    <message id="ready.row.hasNotes">
+        <source>Notes</source>
+        <translation>Notes</translation>
+    </message>
+    <message id="ready.row.priority.high">
+        <source>High</source>
+        <translation>High</translation>
+    </message>
+    <message id="ready.row.priority.medium">
+        <source>Medium</source>
+        <translation>Medium</translation>
+    </message>
+    <message id="ready.row.priority.low">
+        <source>Low</source>
+        <translation>Low</translation>
+    </message>
+    <message id="ready.row.due.today">
+        <source>Due today</source>
+        <translation>Due today</translation>
+    </message>
+    <message id="ready.row.due.tomorrow">
+        <source>Due tomorrow</source>
+        <translation>Due tomorrow</translation>
+    </message>
+    <message id="ready.row.overdue %@">
+        <source>Overdue · %1</source>
+        <translation>Overdue · %1</translation>
+    </message>
+    <message id="ready.row.dateFormat">
+        <source>MMM d</source>
+        <translation>MMM d</translation>
+    </message>
+    <message id="ready.row.dateFormat.withYear">
+        <source>MMM d, yyyy</source>
+        <translation>MMM d, yyyy</translation>
+    </message>
+    <message id="ready.row.estimate.minutes %lld">
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message id="ready.row.estimate.hours %lld">
+        <source>%1 h</source>
+        <translation>%1 h</translation>
+    </message>
+    <message id="ready.row.estimate.hoursMinutes %lld %lld">
+        <source>%1 h %2 min</source>
+        <translation>%1 h %2 min</translation>
+    </message>
+    <message id="ready.empty.noTasks.title">
+        <source>No tasks yet</source>
+        <translation>No tasks yet</translation>
+    </message>
+    <message id="ready.empty.noTasks.message">
+        <source>The tasks you can start right away gather here, from all of your flows. Add a few tasks to a flow to begin.</source>
+        <translation>The tasks you can start right away gather here, from all of your flows. Add a few tasks to a flow to begin.</translation>
+    </message>
+    <message id="ready.empty.allDone.title">
+        <source>All done</source>
+        <translation>All done</translation>
+    </message>
+    <message id="ready.empty.allDone.message">
+        <source>Every task in every flow is finished. Enjoy the quiet, or plan what comes next.</source>
+        <translation>Every task in every flow is finished. Enjoy the quiet, or plan what comes next.</translation>
+    </message>
+    <message id="ready.empty.allBlocked.title">
+        <source>Everything is waiting</source>
+        <translation>Everything is waiting</translation>
+    </message>
+    <message id="ready.empty.allBlocked.message">
+        <source>Each open task waits for another one to finish first. Look over the connections in your flows.</source>
+        <translation>Each open task waits for another one to finish first. Look over the connections in your flows.</translation>
+    </message>
+    <message id="ready.empty.allDeferred.title">
+        <source>Nothing starts today</source>
+        <translation>Nothing starts today</translation>
+    </message>
+    <message id="ready.empty.allDeferred.message">
+        <source>Your next tasks have a later start date. They appear here on the day they start.</source>
+        <translation>Your next tasks have a later start date. They appear here on the day they start.</translation>
+    </message>
+    <message id="sidebar.flow.copyName ">
+        <source>%1 copy</source>
+        <translation>%1 copy</translation>
+    </message>
+    <message id="archive.day.today">
+        <source>Today</source>
+        <translation>Today</translation>
+    </message>
+    <message id="archive.day.yesterday">
+        <source>Yesterday</source>
+        <translation>Yesterday</translation>
+    </message>
 </context>
 </TS>

@@ -103,5 +103,133 @@
         <source>Untitled flow</source>
         <translation>Flujo sin título</translation>
     </message>
+    <message id="sidebar.route.ready">
+        <source>Ready</source>
+        <translation>Disponibles</translation>
+    </message>
+    <message id="ready.title">
+        <source>Ready</source>
+        <translation>Disponibles</translation>
+    </message>
+    <message id="ready.sort.flow">
+        <source>Flow</source>
+        <translation>Flujo</translation>
+    </message>
+    <message id="ready.sort.dueDate">
+        <source>Due date</source>
+        <translation>Vencimiento</translation>
+    </message>
+    <message id="ready.sort.priority">
+        <source>Priority</source>
+        <translation>Prioridad</translation>
+    </message>
+    <message id="ready.sort.estimate">
+        <source>Estimate</source>
+        <translation>Duración</translation>
+    </message>
+    <message id="ready.group.today">
+        <source>Today</source>
+        <translation>Hoy</translation>
+    </message>
+    <message id="ready.group.other">
+        <source>Other tasks</source>
+        <translation>Otras tareas</translation>
+    </message>
+    <message id="ready.row.complete">
+        <source>Mark as done</source>
+        <translation>Marcar como hecha</translation>
+    </message>
+    <message id="ready.row.hasNotes">
+        <source>Notes</source>
+        <translation>Notas</translation>
+    </message>
+    <message id="ready.row.priority.high">
+        <source>High</source>
+        <translation>Alta</translation>
+    </message>
+    <message id="ready.row.priority.medium">
+        <source>Medium</source>
+        <translation>Media</translation>
+    </message>
+    <message id="ready.row.priority.low">
+        <source>Low</source>
+        <translation>Baja</translation>
+    </message>
+    <message id="ready.row.due.today">
+        <source>Due today</source>
+        <translation>Vence hoy</translation>
+    </message>
+    <message id="ready.row.due.tomorrow">
+        <source>Due tomorrow</source>
+        <translation>Vence mañana</translation>
+    </message>
+    <message id="ready.row.overdue %@">
+        <source>Overdue · %1</source>
+        <translation>Vencida · %1</translation>
+    </message>
+    <message id="ready.row.dateFormat">
+        <source>MMM d</source>
+        <translation>d MMM</translation>
+    </message>
+    <message id="ready.row.dateFormat.withYear">
+        <source>MMM d, yyyy</source>
+        <translation>d MMM yyyy</translation>
+    </message>
+    <message id="ready.row.estimate.minutes %lld">
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message id="ready.row.estimate.hours %lld">
+        <source>%1 h</source>
+        <translation>%1 h</translation>
+    </message>
+    <message id="ready.row.estimate.hoursMinutes %lld %lld">
+        <source>%1 h %2 min</source>
+        <translation>%1 h %2 min</translation>
+    </message>
+    <message id="ready.empty.noTasks.title">
+        <source>No tasks yet</source>
+        <translation>Aún no hay tareas</translation>
+    </message>
+    <message id="ready.empty.noTasks.message">
+        <source>The tasks you can start right away gather here, from all of your flows. Add a few tasks to a flow to begin.</source>
+        <translation>Aquí se reúnen las tareas que puedes empezar ya, de todos tus flujos. Añade algunas tareas a un flujo para comenzar.</translation>
+    </message>
+    <message id="ready.empty.allDone.title">
+        <source>All done</source>
+        <translation>Todo hecho</translation>
+    </message>
+    <message id="ready.empty.allDone.message">
+        <source>Every task in every flow is finished. Enjoy the quiet, or plan what comes next.</source>
+        <translation>Todas las tareas de todos tus flujos están terminadas. Disfruta de la calma o planifica lo siguiente.</translation>
+    </message>
+    <message id="ready.empty.allBlocked.title">
+        <source>Everything is waiting</source>
+        <translation>Todo está en espera</translation>
+    </message>
+    <message id="ready.empty.allBlocked.message">
+        <source>Each open task waits for another one to finish first. Look over the connections in your flows.</source>
+        <translation>Cada tarea abierta espera a que antes termine otra. Revisa las conexiones de tus flujos.</translation>
+    </message>
+    <message id="ready.empty.allDeferred.title">
+        <source>Nothing starts today</source>
+        <translation>Hoy no empieza nada</translation>
+    </message>
+    <message id="ready.empty.allDeferred.message">
+        <source>Your next tasks have a later start date. They appear here on the day they start.</source>
+        <translation>Tus próximas tareas empiezan más adelante. Aparecerán aquí el día en que comiencen.</translation>
+    </message>
+    <message id="sidebar.flow.copyName ">
+        <source>%1 copy</source>
+        <translation>Copia de %1</translation>
+    </message>
+    <message id="archive.day.today">
+        <source>Today</source>
+        <translation>Hoy</translation>
+    </message>
+    <message id="archive.day.yesterday">
+        <source>Yesterday</source>
+        <translation>Ayer</translation>
+    </message>
 </context>
 </TS>

@@ -103,5 +103,133 @@
         <source>Untitled flow</source>
         <translation>Flux sans titre</translation>
     </message>
+    <message id="sidebar.route.ready">
+        <source>Ready</source>
+        <translation>Prêtes</translation>
+    </message>
+    <message id="ready.title">
+        <source>Ready</source>
+        <translation>Prêtes</translation>
+    </message>
+    <message id="ready.sort.flow">
+        <source>Flow</source>
+        <translation>Flux</translation>
+    </message>
+    <message id="ready.sort.dueDate">
+        <source>Due date</source>
+        <translation>Échéance</translation>
+    </message>
+    <message id="ready.sort.priority">
+        <source>Priority</source>
+        <translation>Priorité</translation>
+    </message>
+    <message id="ready.sort.estimate">
+        <source>Estimate</source>
+        <translation>Durée</translation>
+    </message>
+    <message id="ready.group.today">
+        <source>Today</source>
+        <translation>Aujourd’hui</translation>
+    </message>
+    <message id="ready.group.other">
+        <source>Other tasks</source>
+        <translation>Autres tâches</translation>
+    </message>
+    <message id="ready.row.complete">
+        <source>Mark as done</source>
+        <translation>Marquer comme terminée</translation>
+    </message>
+    <message id="ready.row.hasNotes">
+        <source>Notes</source>
+        <translation>Notes</translation>
+    </message>
+    <message id="ready.row.priority.high">
+        <source>High</source>
+        <translation>Haute</translation>
+    </message>
+    <message id="ready.row.priority.medium">
+        <source>Medium</source>
+        <translation>Moyenne</translation>
+    </message>
+    <message id="ready.row.priority.low">
+        <source>Low</source>
+        <translation>Basse</translation>
+    </message>
+    <message id="ready.row.due.today">
+        <source>Due today</source>
+        <translation>Échéance aujourd’hui</translation>
+    </message>
+    <message id="ready.row.due.tomorrow">
+        <source>Due tomorrow</source>
+        <translation>Échéance demain</translation>
+    </message>
+    <message id="ready.row.overdue %@">
+        <source>Overdue · %1</source>
+        <translation>En retard · %1</translation>
+    </message>
+    <message id="ready.row.dateFormat">
+        <source>MMM d</source>
+        <translation>d MMM</translation>
+    </message>
+    <message id="ready.row.dateFormat.withYear">
+        <source>MMM d, yyyy</source>
+        <translation>d MMM yyyy</translation>
+    </message>
+    <message id="ready.row.estimate.minutes %lld">
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message id="ready.row.estimate.hours %lld">
+        <source>%1 h</source>
+        <translation>%1 h</translation>
+    </message>
+    <message id="ready.row.estimate.hoursMinutes %lld %lld">
+        <source>%1 h %2 min</source>
+        <translation>%1 h %2 min</translation>
+    </message>
+    <message id="ready.empty.noTasks.title">
+        <source>No tasks yet</source>
+        <translation>Pas encore de tâches</translation>
+    </message>
+    <message id="ready.empty.noTasks.message">
+        <source>The tasks you can start right away gather here, from all of your flows. Add a few tasks to a flow to begin.</source>
+        <translation>Les tâches que vous pouvez commencer tout de suite se rassemblent ici, depuis tous vos flux. Ajoutez quelques tâches à un flux pour démarrer.</translation>
+    </message>
+    <message id="ready.empty.allDone.title">
+        <source>All done</source>
+        <translation>Tout est terminé</translation>
+    </message>
+    <message id="ready.empty.allDone.message">
+        <source>Every task in every flow is finished. Enjoy the quiet, or plan what comes next.</source>
+        <translation>Toutes les tâches de tous vos flux sont terminées. Profitez du calme ou préparez la suite.</translation>
+    </message>
+    <message id="ready.empty.allBlocked.title">
+        <source>Everything is waiting</source>
+        <translation>Tout est en attente</translation>
+    </message>
+    <message id="ready.empty.allBlocked.message">
+        <source>Each open task waits for another one to finish first. Look over the connections in your flows.</source>
+        <translation>Chaque tâche ouverte attend qu’une autre soit terminée d’abord. Vérifiez les liens dans vos flux.</translation>
+    </message>
+    <message id="ready.empty.allDeferred.title">
+        <source>Nothing starts today</source>
+        <translation>Rien ne commence aujourd’hui</translation>
+    </message>
+    <message id="ready.empty.allDeferred.message">
+        <source>Your next tasks have a later start date. They appear here on the day they start.</source>
+        <translation>Vos prochaines tâches commencent plus tard. Elles apparaîtront ici le jour où elles commencent.</translation>
+    </message>
+    <message id="sidebar.flow.copyName ">
+        <source>%1 copy</source>
+        <translation>Copie de %1</translation>
+    </message>
+    <message id="archive.day.today">
+        <source>Today</source>
+        <translation>Aujourd’hui</translation>
+    </message>
+    <message id="archive.day.yesterday">
+        <source>Yesterday</source>
+        <translation>Hier</translation>
+    </message>
 </context>
 </TS>

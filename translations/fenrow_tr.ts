@@ -103,5 +103,133 @@
         <source>Untitled flow</source>
         <translation>Adsız akış</translation>
     </message>
+    <message id="sidebar.route.ready">
+        <source>Ready</source>
+        <translation>Hazır</translation>
+    </message>
+    <message id="ready.title">
+        <source>Ready</source>
+        <translation>Hazır</translation>
+    </message>
+    <message id="ready.sort.flow">
+        <source>Flow</source>
+        <translation>Akış</translation>
+    </message>
+    <message id="ready.sort.dueDate">
+        <source>Due date</source>
+        <translation>Son tarih</translation>
+    </message>
+    <message id="ready.sort.priority">
+        <source>Priority</source>
+        <translation>Öncelik</translation>
+    </message>
+    <message id="ready.sort.estimate">
+        <source>Estimate</source>
+        <translation>Süre</translation>
+    </message>
+    <message id="ready.group.today">
+        <source>Today</source>
+        <translation>Bugün</translation>
+    </message>
+    <message id="ready.group.other">
+        <source>Other tasks</source>
+        <translation>Diğer görevler</translation>
+    </message>
+    <message id="ready.row.complete">
+        <source>Mark as done</source>
+        <translation>Tamamlandı olarak işaretle</translation>
+    </message>
+    <message id="ready.row.hasNotes">
+        <source>Notes</source>
+        <translation>Notlar</translation>
+    </message>
+    <message id="ready.row.priority.high">
+        <source>High</source>
+        <translation>Yüksek</translation>
+    </message>
+    <message id="ready.row.priority.medium">
+        <source>Medium</source>
+        <translation>Orta</translation>
+    </message>
+    <message id="ready.row.priority.low">
+        <source>Low</source>
+        <translation>Düşük</translation>
+    </message>
+    <message id="ready.row.due.today">
+        <source>Due today</source>
+        <translation>Son tarih bugün</translation>
+    </message>
+    <message id="ready.row.due.tomorrow">
+        <source>Due tomorrow</source>
+        <translation>Son tarih yarın</translation>
+    </message>
+    <message id="ready.row.overdue %@">
+        <source>Overdue · %1</source>
+        <translation>Gecikti · %1</translation>
+    </message>
+    <message id="ready.row.dateFormat">
+        <source>MMM d</source>
+        <translation>d MMM</translation>
+    </message>
+    <message id="ready.row.dateFormat.withYear">
+        <source>MMM d, yyyy</source>
+        <translation>d MMM yyyy</translation>
+    </message>
+    <message id="ready.row.estimate.minutes %lld">
+        <source>%1 min</source>
+        <translation>%1 dk</translation>
+    </message>
+    <message id="ready.row.estimate.hours %lld">
+        <source>%1 h</source>
+        <translation>%1 sa</translation>
+    </message>
+    <message id="ready.row.estimate.hoursMinutes %lld %lld">
+        <source>%1 h %2 min</source>
+        <translation>%1 sa %2 dk</translation>
+    </message>
+    <message id="ready.empty.noTasks.title">
+        <source>No tasks yet</source>
+        <translation>Henüz görev yok</translation>
+    </message>
+    <message id="ready.empty.noTasks.message">
+        <source>The tasks you can start right away gather here, from all of your flows. Add a few tasks to a flow to begin.</source>
+        <translation>Hemen başlayabileceğiniz görevler tüm akışlarınızdan burada toplanır. Başlamak için bir akışa birkaç görev ekleyin.</translation>
+    </message>
+    <message id="ready.empty.allDone.title">
+        <source>All done</source>
+        <translation>Hepsi tamam</translation>
+    </message>
+    <message id="ready.empty.allDone.message">
+        <source>Every task in every flow is finished. Enjoy the quiet, or plan what comes next.</source>
+        <translation>Tüm akışlarınızdaki bütün görevler bitti. Sessizliğin tadını çıkarın ya da sıradakini planlayın.</translation>
+    </message>
+    <message id="ready.empty.allBlocked.title">
+        <source>Everything is waiting</source>
+        <translation>Her şey bekliyor</translation>
+    </message>
+    <message id="ready.empty.allBlocked.message">
+        <source>Each open task waits for another one to finish first. Look over the connections in your flows.</source>
+        <translation>Açık görevlerin her biri önce başka bir görevin bitmesini bekliyor. Akışlarınızdaki bağlantılara göz atın.</translation>
+    </message>
+    <message id="ready.empty.allDeferred.title">
+        <source>Nothing starts today</source>
+        <translation>Bugün başlayan bir şey yok</translation>
+    </message>
+    <message id="ready.empty.allDeferred.message">
+        <source>Your next tasks have a later start date. They appear here on the day they start.</source>
+        <translation>Sıradaki görevlerinizin başlangıç tarihi daha ileride. Başladıkları gün burada görünürler.</translation>
+    </message>
+    <message id="sidebar.flow.copyName ">
+        <source>%1 copy</source>
+        <translation>%1 kopyası</translation>
+    </message>
+    <message id="archive.day.today">
+        <source>Today</source>
+        <translation>Bugün</translation>
+    </message>
+    <message id="archive.day.yesterday">
+        <source>Yesterday</source>
+        <translation>Dün</translation>
+    </message>
 </context>
 </TS>

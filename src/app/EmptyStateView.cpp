@@ -1,6 +1,5 @@
-#include "EmptyDetailView.h"
+#include "EmptyStateView.h"
 
-#include "Glyphs.h"
 #include "Theme.h"
 
 #include <QHBoxLayout>
@@ -10,60 +9,71 @@
 
 namespace fenrow {
 
-namespace {
-
-class EmptySymbol : public QWidget {
+class EmptyStateSymbol : public QWidget {
 public:
-    explicit EmptySymbol(QWidget *parent) : QWidget(parent) { setFixedSize(60, 60); }
+    explicit EmptyStateSymbol(QWidget *parent) : QWidget(parent) { setFixedSize(60, 60); }
+
+    Glyphs::Symbol symbol = Glyphs::Symbol::emptySelection;
 
 protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
-        Glyphs::paintEmptySelection(painter, QRectF(rect()).adjusted(2, 2, -2, -2), Theme::Color::secondaryText);
+        Glyphs::paintSymbol(painter, QRectF(rect()).adjusted(2, 2, -2, -2), symbol, Theme::Color::secondaryText);
     }
 };
 
-} // namespace
-
-EmptyDetailView::EmptyDetailView(QWidget *parent) : QWidget(parent)
+EmptyStateView::EmptyStateView(const QString &name, QWidget *parent) : QWidget(parent)
 {
-    setObjectName(QStringLiteral("detail.empty"));
+    setObjectName(name);
 
-    auto *symbol = new EmptySymbol(this);
-    auto *title = new QLabel(qtTrId("detail.empty.title"), this);
-    title->setObjectName(QStringLiteral("detail.empty.title"));
-    title->setFont(Theme::titleFont());
-    title->setAlignment(Qt::AlignCenter);
-    title->setWordWrap(true);
+    m_symbol = new EmptyStateSymbol(this);
+    m_title = new QLabel(this);
+    m_title->setObjectName(name + QStringLiteral(".title"));
+    m_title->setFont(Theme::titleFont());
+    m_title->setAlignment(Qt::AlignCenter);
+    m_title->setWordWrap(true);
 
-    auto *message = new QLabel(qtTrId("detail.empty.message"), this);
-    message->setObjectName(QStringLiteral("detail.empty.message"));
-    message->setAlignment(Qt::AlignCenter);
-    message->setWordWrap(true);
+    m_message = new QLabel(this);
+    m_message->setObjectName(name + QStringLiteral(".message"));
+    m_message->setAlignment(Qt::AlignCenter);
+    m_message->setWordWrap(true);
     // A measure a reader's eye can follow, whatever the window's width.
-    message->setMaximumWidth(380);
-    QPalette muted = message->palette();
+    m_message->setMaximumWidth(380);
+    QPalette muted = m_message->palette();
     muted.setColor(QPalette::WindowText, Theme::Color::secondaryText);
-    message->setPalette(muted);
+    m_message->setPalette(muted);
 
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(32, 32, 32, 32);
     column->setSpacing(0);
     column->addStretch(1);
-    column->addWidget(symbol, 0, Qt::AlignHCenter);
+    column->addWidget(m_symbol, 0, Qt::AlignHCenter);
     column->addSpacing(18);
-    column->addWidget(title);
+    column->addWidget(m_title);
     column->addSpacing(8);
     // Centred by stretches, not by alignment: an aligned label gets its
     // one-line height and the wrapped lines would be cut off.
     auto *measure = new QHBoxLayout;
     measure->addStretch(1);
-    measure->addWidget(message, 100);
+    measure->addWidget(m_message, 100);
     measure->addStretch(1);
     column->addLayout(measure);
     // A little above centre reads as centred.
     column->addStretch(2);
+}
+
+void EmptyStateView::setContent(Glyphs::Symbol symbol, const QString &title, const QString &message)
+{
+    m_symbol->symbol = symbol;
+    m_symbol->update();
+    m_title->setText(title);
+    m_message->setText(message);
+}
+
+Glyphs::Symbol EmptyStateView::symbol() const
+{
+    return m_symbol->symbol;
 }
 
 } // namespace fenrow

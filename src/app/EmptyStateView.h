@@ -1,15 +1,31 @@
 #pragma once
 
+#include "Glyphs.h"
+
 #include <QWidget>
+
+class QLabel;
 
 namespace fenrow {
 
-// What the detail area shows while no flow is chosen.
-class EmptyDetailView : public QWidget {
+class EmptyStateSymbol;
+
+// A place with nothing to show yet: a large symbol, a title and a short
+// message, centred. Its parts are named after the view: "<name>.title" and
+// "<name>.message".
+class EmptyStateView : public QWidget {
     Q_OBJECT
 
 public:
-    explicit EmptyDetailView(QWidget *parent = nullptr);
+    explicit EmptyStateView(const QString &name, QWidget *parent = nullptr);
+
+    void setContent(Glyphs::Symbol symbol, const QString &title, const QString &message);
+    Glyphs::Symbol symbol() const;
+
+private:
+    EmptyStateSymbol *m_symbol = nullptr;
+    QLabel *m_title = nullptr;
+    QLabel *m_message = nullptr;
 };
 
 } // namespace fenrow

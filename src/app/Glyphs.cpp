@@ -1,5 +1,7 @@
 #include "Glyphs.h"
 
+#include "Theme.h"
+
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
@@ -92,22 +94,227 @@ QPixmap brandMark(int size)
     return pixmap;
 }
 
-void paintEmptySelection(QPainter &painter, const QRectF &rect, const QColor &color)
+QIcon readyList(const QColor &color)
 {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
+    return drawnIcon([&](QPainter &painter) {
+        painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        QPainterPath tick;
+        tick.moveTo(2.2, 4.1);
+        tick.lineTo(3.7, 5.6);
+        tick.lineTo(6.2, 2.6);
+        painter.drawPath(tick);
+        for (const qreal y : {4.0, 8.5, 13.0})
+            painter.drawLine(QPointF(8.5, y), QPointF(14, y));
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(color, 1.3));
+        painter.drawEllipse(QPointF(4.2, 8.5), 1.6, 1.6);
+        painter.drawEllipse(QPointF(4.2, 13), 1.6, 1.6);
+    });
+}
+
+namespace {
+
+// A square of side `side` centred in `rect`: symbols keep their proportions
+// whatever box they get.
+QRectF centredSquare(const QRectF &rect, qreal side)
+{
+    return QRectF(rect.center() - QPointF(side / 2, side / 2), QSizeF(side, side));
+}
+
+void paintEmptySelection(QPainter &painter, const QRectF &rect, const QColor &color, qreal stroke)
+{
     const qreal side = std::min(rect.width(), rect.height()) * 0.68;
     const qreal radius = side * 0.16;
-    QPen dashed(color, std::max(1.5, side / 26), Qt::CustomDashLine, Qt::RoundCap);
+    QPen dashed(color, stroke, Qt::CustomDashLine, Qt::RoundCap);
     dashed.setDashPattern({2.2, 2.6});
     const QRectF back(rect.topLeft(), QSizeF(side, side));
     const QRectF front(rect.bottomRight() - QPointF(side, side), QSizeF(side, side));
     painter.setPen(dashed);
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(back, radius, radius);
-    painter.setBrush(QColor(255, 255, 255));
-    painter.setPen(QPen(color, dashed.widthF()));
+    painter.setBrush(Theme::Color::window);
+    painter.setPen(QPen(color, stroke));
     painter.drawRoundedRect(front, radius, radius);
+}
+
+void paintAllDone(QPainter &painter, const QRectF &box, const QColor &color, qreal stroke)
+{
+    const QPointF c = box.center();
+    const qreal r = box.width() * 0.45;
+    painter.setPen(QPen(color, stroke));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawEllipse(c, r, r);
+    QPainterPath tick;
+    tick.moveTo(c + QPointF(-0.42 * r, 0.02 * r));
+    tick.lineTo(c + QPointF(-0.1 * r, 0.34 * r));
+    tick.lineTo(c + QPointF(0.44 * r, -0.3 * r));
+    painter.setPen(QPen(color, stroke * 1.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPath(tick);
+}
+
+void paintHourglass(QPainter &painter, const QRectF &box, const QColor &color, qreal stroke)
+{
+    const qreal w = box.width() * 0.58;
+    const qreal h = box.height() * 0.84;
+    const qreal cx = box.center().x();
+    const qreal cy = box.center().y();
+    const qreal l = cx - w / 2, r = cx + w / 2, t = cy - h / 2, b = cy + h / 2;
+    const qreal waist = w * 0.07;
+
+    QPainterPath glass;
+    glass.moveTo(l, t);
+    glass.lineTo(r, t);
+    glass.quadTo(r, cy - h * 0.14, cx + waist, cy);
+    glass.quadTo(r, cy + h * 0.14, r, b);
+    glass.lineTo(l, b);
+    glass.quadTo(l, cy + h * 0.14, cx - waist, cy);
+    glass.quadTo(l, cy - h * 0.14, l, t);
+    painter.setPen(QPen(color, stroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPath(glass);
+
+    // Sand: most of it has run down, a little is still waiting above.
+    QColor sand = color;
+    sand.setAlphaF(0.35);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(sand);
+    QPainterPath below;
+    below.moveTo(l + w * 0.12, b - stroke);
+    below.quadTo(cx, b - h * 0.34, r - w * 0.12, b - stroke);
+    below.closeSubpath();
+    painter.drawPath(below);
+    QPainterPath above;
+    above.moveTo(cx - w * 0.22, cy - h * 0.17);
+    above.lineTo(cx + w * 0.22, cy - h * 0.17);
+    above.lineTo(cx, cy - h * 0.03);
+    above.closeSubpath();
+    painter.drawPath(above);
+
+    painter.setPen(QPen(color, stroke * 1.4, Qt::SolidLine, Qt::RoundCap));
+    const qreal overhang = w * 0.16;
+    painter.drawLine(QPointF(l - overhang, t), QPointF(r + overhang, t));
+    painter.drawLine(QPointF(l - overhang, b), QPointF(r + overhang, b));
+}
+
+void paintCalendarClock(QPainter &painter, const QRectF &box, const QColor &color, qreal stroke)
+{
+    const qreal s = box.width();
+    const QRectF sheet(box.left() + s * 0.04, box.top() + s * 0.12, s * 0.72, s * 0.66);
+    painter.setPen(QPen(color, stroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(sheet, s * 0.1, s * 0.1);
+    painter.drawLine(QPointF(sheet.left(), sheet.top() + s * 0.18), QPointF(sheet.right(), sheet.top() + s * 0.18));
+    for (const qreal x : {sheet.left() + s * 0.2, sheet.right() - s * 0.2})
+        painter.drawLine(QPointF(x, box.top() + s * 0.04), QPointF(x, sheet.top() + s * 0.08));
+    // Days as dots, left clear where the clock will sit.
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    const qreal dot = s * 0.028;
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 4; ++column)
+            if (row < 2 || column < 2)
+                painter.drawEllipse(QPointF(sheet.left() + s * (0.14 + 0.145 * column),
+                                            sheet.top() + s * (0.3 + 0.12 * row)),
+                                    dot, dot);
+
+    const QPointF c(box.left() + s * 0.72, box.top() + s * 0.72);
+    const qreal r = s * 0.24;
+    painter.setBrush(Theme::Color::window);
+    painter.setPen(QPen(color, stroke));
+    painter.drawEllipse(c, r, r);
+    painter.setPen(QPen(color, stroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QPainterPath hands;
+    hands.moveTo(c + QPointF(0, -r * 0.58));
+    hands.lineTo(c);
+    hands.lineTo(c + QPointF(r * 0.42, r * 0.2));
+    painter.drawPath(hands);
+}
+
+} // namespace
+
+void paintSymbol(QPainter &painter, const QRectF &rect, Symbol symbol, const QColor &color)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const qreal side = std::min(rect.width(), rect.height());
+    const qreal stroke = std::max(1.5, side / 26);
+    const QRectF box = centredSquare(rect, side);
+    switch (symbol) {
+    case Symbol::emptySelection:
+        paintEmptySelection(painter, box, color, stroke);
+        break;
+    case Symbol::allDone:
+        paintAllDone(painter, box, color, stroke);
+        break;
+    case Symbol::allBlocked:
+        paintHourglass(painter, box, color, stroke);
+        break;
+    case Symbol::allDeferred:
+        paintCalendarClock(painter, box, color, stroke);
+        break;
+    }
+    painter.restore();
+}
+
+void paintMark(QPainter &painter, const QRectF &rect, Mark mark, const QColor &color)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF box = centredSquare(rect, std::min(rect.width(), rect.height()));
+    const qreal s = box.width();
+    const auto at = [&](qreal x, qreal y) { return QPointF(box.left() + s * x, box.top() + s * y); };
+    QPen pen(color, std::max(1.1, s / 10), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    switch (mark) {
+    case Mark::flow: {
+        // One task leading to two: a flow in miniature.
+        painter.drawLine(at(0.3, 0.3), at(0.72, 0.26));
+        painter.drawLine(at(0.3, 0.3), at(0.72, 0.74));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawEllipse(at(0.26, 0.3), s * 0.15, s * 0.15);
+        painter.drawEllipse(at(0.76, 0.26), s * 0.13, s * 0.13);
+        painter.drawEllipse(at(0.76, 0.74), s * 0.13, s * 0.13);
+        break;
+    }
+    case Mark::due: {
+        const QRectF sheet(at(0.1, 0.16), at(0.9, 0.9));
+        painter.drawRoundedRect(sheet, s * 0.14, s * 0.14);
+        painter.drawLine(at(0.1, 0.4), at(0.9, 0.4));
+        painter.drawLine(at(0.32, 0.06), at(0.32, 0.24));
+        painter.drawLine(at(0.68, 0.06), at(0.68, 0.24));
+        break;
+    }
+    case Mark::priority: {
+        painter.drawLine(at(0.22, 0.08), at(0.22, 0.94));
+        QPainterPath flag;
+        flag.moveTo(at(0.22, 0.12));
+        flag.lineTo(at(0.84, 0.12));
+        flag.lineTo(at(0.68, 0.34));
+        flag.lineTo(at(0.84, 0.56));
+        flag.lineTo(at(0.22, 0.56));
+        flag.closeSubpath();
+        painter.setBrush(color);
+        painter.drawPath(flag);
+        break;
+    }
+    case Mark::estimate: {
+        painter.drawEllipse(at(0.5, 0.5), s * 0.42, s * 0.42);
+        QPainterPath hands;
+        hands.moveTo(at(0.5, 0.24));
+        hands.lineTo(at(0.5, 0.5));
+        hands.lineTo(at(0.7, 0.6));
+        painter.drawPath(hands);
+        break;
+    }
+    case Mark::notes: {
+        painter.drawRoundedRect(QRectF(at(0.14, 0.06), at(0.86, 0.94)), s * 0.12, s * 0.12);
+        for (const qreal y : {0.32, 0.5, 0.68})
+            painter.drawLine(at(0.32, y), at(y < 0.6 ? 0.68 : 0.54, y));
+        break;
+    }
+    }
     painter.restore();
 }
 

@@ -14,10 +14,23 @@ namespace fenrow {
 namespace Glyphs {
 QIcon plus(const QColor &color);
 QIcon quit(const QColor &color);
+// A short checklist with the first item ticked: the Ready list.
+QIcon readyList(const QColor &color);
 // The brand's mark: three linked nodes on an accent tile.
 QPixmap brandMark(int size);
-// Two overlapping dashed squares: "nothing chosen yet".
-void paintEmptySelection(QPainter &painter, const QRectF &rect, const QColor &color);
+
+// The large pictures of empty states.
+enum class Symbol {
+    emptySelection, // two overlapping squares, one dashed: nothing here yet
+    allDone,        // a ticked circle
+    allBlocked,     // an hourglass
+    allDeferred,    // a calendar with a clock
+};
+void paintSymbol(QPainter &painter, const QRectF &rect, Symbol symbol, const QColor &color);
+
+// The small marks in front of a task's details.
+enum class Mark { flow, due, priority, estimate, notes };
+void paintMark(QPainter &painter, const QRectF &rect, Mark mark, const QColor &color);
 } // namespace Glyphs
 
 } // namespace fenrow

@@ -1,8 +1,10 @@
 #include "MainWindow.h"
 
+#include "DayChangeTimer.h"
 #include "EmptyStateView.h"
 #include "FlowDetailView.h"
 #include "PanelResizeDivider.h"
+#include "ReadyListView.h"
 #include "Sidebar.h"
 #include "canvas/NodeSizeResolver.h"
 #include "domain/ActiveFlowState.h"
@@ -34,8 +36,10 @@ MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QSetting
     m_emptyDetail->setContent(Glyphs::Symbol::emptySelection, qtTrId("detail.empty.title"),
                               qtTrId("detail.empty.message"));
     m_flowDetail = new FlowDetailView(store, m_detail);
+    m_readyList = new ReadyListView(store, settings, m_detail);
     m_detail->addWidget(m_emptyDetail);
     m_detail->addWidget(m_flowDetail);
+    m_detail->addWidget(m_readyList);
 
     auto *row = new QHBoxLayout(root);
     row->setContentsMargins(0, 0, 0, 0);
@@ -46,13 +50,20 @@ MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QSetting
     setCentralWidget(root);
     setSidebarWidth(Sidebar::defaultWidth);
 
+    // What is ready and what is overdue depend on the day, not only on the
+    // records.
+    m_dayChange = new DayChangeTimer(store.clock(), store.calendar(), this);
+    connect(m_dayChange, &DayChangeTimer::dayChanged, m_sidebar, &Sidebar::refreshReadyCount);
+    connect(m_dayChange, &DayChangeTimer::dayChanged, m_readyList, &ReadyListView::reload);
+
     connect(divider, &PanelResizeDivider::widthChanged, this, &MainWindow::setSidebarWidth);
     connect(divider, &PanelResizeDivider::resizeFinished, this, &MainWindow::sidebarWidthCommitted);
-    connect(m_sidebar, &Sidebar::flowSelected, this, &MainWindow::selectFlow);
+    connect(m_sidebar, &Sidebar::routeSelected, this, &MainWindow::setRoute);
+    connect(m_readyList, &ReadyListView::flowRequested, this, &MainWindow::selectFlow);
     connect(m_sidebar, &Sidebar::quitRequested, this, &MainWindow::quitRequested);
     connect(&m_store, &FenrowStore::changed, this, &MainWindow::followStore);
 
-    showSelection();
+    showRoute();
 }
 
 int MainWindow::sidebarWidth() const
@@ -82,39 +93,51 @@ void MainWindow::seedSampleFlow()
         selectFlow(sample->id);
 }
 
-void MainWindow::selectFlow(const QUuid &requested)
+void MainWindow::setRoute(const DetailRoute &requested)
 {
-    const QUuid id = m_store.flow(requested) ? requested : QUuid();
-    if (id != m_selected) {
-        m_selected = id;
-        m_activeFlow.setActiveFlowID(id.isNull() ? std::nullopt : std::optional<QUuid>(id));
+    const DetailRoute route =
+        requested.kind() == DetailRoute::Kind::flow && !m_store.flow(requested.flowId()) ? DetailRoute() : requested;
+    if (route != m_route) {
+        m_route = route;
+        const QUuid flow = route.flowId();
+        m_activeFlow.setActiveFlowID(flow.isNull() ? std::nullopt : std::optional<QUuid>(flow));
     }
-    m_sidebar->setCurrentFlow(m_selected);
-    showSelection();
+    m_sidebar->setRoute(m_route);
+    showRoute();
 }
 
 void MainWindow::followStore()
 {
-    if (!m_selected.isNull() && !m_store.flow(m_selected)) {
+    if (m_route.kind() == DetailRoute::Kind::flow && !m_store.flow(m_route.flowId())) {
         const QList<const TaskFlow *> &flows = m_store.flows();
         selectFlow(flows.isEmpty() ? QUuid() : flows.first()->id);
         return;
     }
     // A rename shows in the title.
-    showSelection();
+    showRoute();
 }
 
-void MainWindow::showSelection()
+void MainWindow::showRoute()
 {
-    if (const TaskFlow *flow = m_store.flow(m_selected)) {
-        // "[*]" in a title is Qt's modified marker; doubled, it shows as typed.
-        setWindowTitle(QString(flow->name).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
-        m_flowDetail->showFlow(flow->id);
-        m_detail->setCurrentWidget(m_flowDetail);
-    } else {
-        setWindowTitle(qtTrId("mainWindow.title"));
-        m_detail->setCurrentWidget(m_emptyDetail);
+    switch (m_route.kind()) {
+    case DetailRoute::Kind::flow:
+        if (const TaskFlow *flow = m_store.flow(m_route.flowId())) {
+            // "[*]" in a title is Qt's modified marker; doubled, it shows as typed.
+            setWindowTitle(QString(flow->name).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+            m_flowDetail->showFlow(flow->id);
+            m_detail->setCurrentWidget(m_flowDetail);
+            return;
+        }
+        break;
+    case DetailRoute::Kind::ready:
+        setWindowTitle(qtTrId("ready.title"));
+        m_detail->setCurrentWidget(m_readyList);
+        return;
+    case DetailRoute::Kind::none:
+        break;
     }
+    setWindowTitle(qtTrId("mainWindow.title"));
+    m_detail->setCurrentWidget(m_emptyDetail);
 }
 
 } // namespace fenrow

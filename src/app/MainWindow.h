@@ -1,5 +1,7 @@
 #pragma once
 
+#include "DetailRoute.h"
+
 #include <QMainWindow>
 #include <QUuid>
 
@@ -9,15 +11,17 @@ class QStackedWidget;
 namespace fenrow {
 
 class ActiveFlowState;
+class DayChangeTimer;
 class EmptyStateView;
 class FenrowStore;
 class FlowDetailView;
+class ReadyListView;
 class Sidebar;
 
-// The one main window: the sidebar of flows on the left, the detail of the
-// chosen flow (or the empty state) on the right. The window owns which flow
-// is shown; it follows the store, so a deleted flow hands the place to the
-// first remaining one, or to nothing.
+// The one main window: the sidebar on the left, the detail of the current
+// route on the right (a flow, the Ready list, or the empty state). The
+// window owns the route; it follows the store, so a deleted flow hands the
+// place to the first remaining one, or to nothing.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -27,15 +31,19 @@ public:
 
     MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QSettings &settings, QWidget *parent = nullptr);
 
-    // A null id shows the empty state; an id the store doesn't know too.
-    void selectFlow(const QUuid &id);
-    QUuid selectedFlow() const { return m_selected; }
+    // A flow route to a flow the store doesn't know shows the empty state.
+    void setRoute(const DetailRoute &route);
+    DetailRoute route() const { return m_route; }
+    void selectFlow(const QUuid &id) { setRoute(DetailRoute::flow(id)); }
+    // The flow on screen; null while another route is shown.
+    QUuid selectedFlow() const { return m_route.flowId(); }
 
     int sidebarWidth() const;
     // Clamped into the sidebar's limits.
     void setSidebarWidth(int width);
 
     Sidebar *sidebar() const { return m_sidebar; }
+    ReadyListView *readyList() const { return m_readyList; }
 
 signals:
     void quitRequested();
@@ -47,7 +55,7 @@ protected:
 
 private:
     void followStore();
-    void showSelection();
+    void showRoute();
     void seedSampleFlow();
 
     FenrowStore &m_store;
@@ -57,7 +65,9 @@ private:
     QStackedWidget *m_detail = nullptr;
     EmptyStateView *m_emptyDetail = nullptr;
     FlowDetailView *m_flowDetail = nullptr;
-    QUuid m_selected;
+    ReadyListView *m_readyList = nullptr;
+    DayChangeTimer *m_dayChange = nullptr;
+    DetailRoute m_route;
     bool m_hasAppeared = false;
 };
 

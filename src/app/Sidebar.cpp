@@ -4,8 +4,11 @@
 #include "FlowListView.h"
 #include "FlowRowDelegate.h"
 #include "Glyphs.h"
+#include "SidebarRouteRow.h"
 #include "Theme.h"
+#include "domain/Clock.h"
 #include "domain/FenrowStore.h"
+#include "domain/Readiness.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -54,12 +57,15 @@ Sidebar::Sidebar(FenrowStore &store, QWidget *parent) : QWidget(parent), m_store
     // current without the user choosing it.
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &Sidebar::userChangedSelection);
     connect(m_model, &QAbstractItemModel::modelReset, this, &Sidebar::restoreSelection);
+    connect(&m_store, &FenrowStore::changed, this, &Sidebar::refreshReadyCount);
 
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(Metric::sidebarPadding, 16, Metric::sidebarPadding, 12);
     column->setSpacing(0);
     column->addWidget(makeBrandHeader());
-    column->addSpacing(20);
+    column->addSpacing(16);
+    column->addWidget(makeReadyRow());
+    column->addSpacing(18);
     column->addWidget(makeSectionHeader());
     column->addSpacing(4);
     column->addWidget(m_list, 1);
@@ -81,6 +87,27 @@ QWidget *Sidebar::makeBrandHeader()
     row->addWidget(mark);
     row->addWidget(name, 1);
     return header;
+}
+
+SidebarRouteRow *Sidebar::makeReadyRow()
+{
+    m_ready = new SidebarRouteRow(Glyphs::readyList(Color::accent), qtTrId("sidebar.route.ready"), this);
+    m_ready->setObjectName(QStringLiteral("sidebar.route.ready"));
+    connect(m_ready, &QAbstractButton::clicked, this, [this] {
+        // A click on the chosen row would uncheck it; the route stays.
+        m_ready->setChecked(true);
+        if (m_route.isReady())
+            return;
+        setRoute(DetailRoute::ready());
+        emit routeSelected(m_route);
+    });
+    refreshReadyCount();
+    return m_ready;
+}
+
+void Sidebar::refreshReadyCount()
+{
+    m_ready->setBadge(Readiness::readyTasks(m_store.flows(), m_store.clock().now(), m_store.calendar()).size());
 }
 
 QWidget *Sidebar::makeSectionHeader()
@@ -131,15 +158,16 @@ QWidget *Sidebar::makeFooter()
     return quit;
 }
 
-void Sidebar::setCurrentFlow(const QUuid &id)
+void Sidebar::setRoute(const DetailRoute &route)
 {
-    m_currentFlow = id;
+    m_route = route;
+    m_ready->setChecked(route.isReady());
     restoreSelection();
 }
 
 void Sidebar::restoreSelection()
 {
-    const QModelIndex index = m_model->indexOf(m_currentFlow);
+    const QModelIndex index = m_model->indexOf(m_route.flowId());
     QItemSelectionModel *selection = m_list->selectionModel();
     if (selection->currentIndex() == index && (!index.isValid() || selection->isSelected(index)))
         return;
@@ -156,10 +184,10 @@ void Sidebar::userChangedSelection()
 {
     const QModelIndexList selected = m_list->selectionModel()->selectedIndexes();
     const QUuid id = selected.isEmpty() ? QUuid() : m_model->flowIdAt(selected.first());
-    if (m_applyingSelection || id.isNull() || id == m_currentFlow)
+    if (m_applyingSelection || id.isNull() || id == m_route.flowId())
         return;
-    m_currentFlow = id;
-    emit flowSelected(id);
+    setRoute(DetailRoute::flow(id));
+    emit routeSelected(m_route);
 }
 
 void Sidebar::createFlow()
@@ -169,8 +197,8 @@ void Sidebar::createFlow()
     if (QWidget *focus = QApplication::focusWidget(); focus && m_list->viewport()->isAncestorOf(focus))
         m_list->setFocus();
     const QUuid id = m_store.addFlow(qtTrId("sidebar.flow.untitled"))->id;
-    setCurrentFlow(id);
-    emit flowSelected(id);
+    setRoute(DetailRoute::flow(id));
+    emit routeSelected(m_route);
     beginRename(id);
 }
 

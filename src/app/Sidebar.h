@@ -1,5 +1,7 @@
 #pragma once
 
+#include "DetailRoute.h"
+
 #include <QUuid>
 #include <QWidget>
 
@@ -14,11 +16,12 @@ namespace fenrow {
 class FenrowStore;
 class FlowListModel;
 class FlowListView;
+class SidebarRouteRow;
 
-// The left column of the main window: brand, the flows with their progress,
-// and quit. It shows which flow is selected but does not own the choice: a
-// click asks for a flow through `flowSelected`, and the window answers with
-// `setCurrentFlow`. Row actions call the store directly.
+// The left column of the main window: brand, the Ready row, the flows with
+// their progress, and quit. It shows which route is chosen but does not own
+// the choice: a click asks for a route through `routeSelected`, and the
+// window answers with `setRoute`. Row actions call the store directly.
 class Sidebar : public QWidget {
     Q_OBJECT
 
@@ -30,8 +33,12 @@ public:
 
     explicit Sidebar(FenrowStore &store, QWidget *parent = nullptr);
 
-    void setCurrentFlow(const QUuid &id);
-    QUuid currentFlow() const { return m_currentFlow; }
+    void setRoute(const DetailRoute &route);
+    DetailRoute route() const { return m_route; }
+
+    // Counts the ready tasks of all flows again; the store's changes do this
+    // by themselves, the turn of the day needs a call.
+    void refreshReadyCount();
 
     // Creates an untitled flow, selects it and opens its name for editing.
     void createFlow();
@@ -41,13 +48,15 @@ public:
 
     FlowListView *flowList() const { return m_list; }
     FlowListModel *flowModel() const { return m_model; }
+    SidebarRouteRow *readyRow() const { return m_ready; }
 
 signals:
-    void flowSelected(const QUuid &id);
+    void routeSelected(const DetailRoute &route);
     void quitRequested();
 
 private:
     QWidget *makeBrandHeader();
+    SidebarRouteRow *makeReadyRow();
     QWidget *makeSectionHeader();
     QWidget *makeFooter();
     QMenu *rowMenu(const QUuid &id);
@@ -58,7 +67,8 @@ private:
     FenrowStore &m_store;
     FlowListModel *m_model = nullptr;
     FlowListView *m_list = nullptr;
-    QUuid m_currentFlow;
+    SidebarRouteRow *m_ready = nullptr;
+    DetailRoute m_route;
     bool m_applyingSelection = false;
 };
 

@@ -28,6 +28,11 @@ inline const QColor track{0xdc, 0xdf, 0xe5};
 inline const QColor ringOutline{0xa9, 0xaf, 0xba};
 inline const QColor done{0x2f, 0x9e, 0x6b};
 inline const QColor destructive{0xc2, 0x3a, 0x34};
+// Past due: urgent, but not the red of destroying something.
+inline const QColor warning{0xc4, 0x4d, 0x12};
+inline const QColor priorityHigh{0xdc, 0x4f, 0x3a};
+inline const QColor priorityMedium{0xe0, 0x9a, 0x1f};
+inline const QColor priorityLow{0x5b, 0x8d, 0xd6};
 inline const QColor canvasDot{0xd9, 0xdc, 0xe2};
 } // namespace Color
 

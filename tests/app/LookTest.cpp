@@ -12,15 +12,29 @@ namespace {
 struct Language {
     const char *code;
     QStringList flows;
+    QStringList tasks;
 };
 
-// Flow names a user of each language might pick, long ones included.
+// Flow and task names a user of each language might pick, long ones included.
 const QList<Language> languages = {
-    {"en", {"Move to Leipzig", "Tax return 2025", "Website relaunch", "Garden shed"}},
-    {"de", {"Umzug nach Leipzig", "Steuererklärung 2025", "Website-Relaunch", "Gartenhaus bauen"}},
-    {"tr", {"İzmir'e taşınma", "Vergi beyannamesi 2025", "Web sitesi yenileme", "Bahçe kulübesi"}},
-    {"es", {"Mudanza a Leipzig", "Declaración de la renta", "Relanzamiento web", "Caseta del jardín"}},
-    {"fr", {"Déménagement à Leipzig", "Déclaration d'impôts", "Refonte du site", "Abri de jardin"}},
+    {"en",
+     {"Move to Leipzig", "Tax return 2025", "Website relaunch", "Garden shed"},
+     {"Book the movers", "Cancel the internet contract", "Pack the books into boxes", "Register at the new address"}},
+    {"de",
+     {"Umzug nach Leipzig", "Steuererklärung 2025", "Website-Relaunch", "Gartenhaus bauen"},
+     {"Umzugsfirma buchen", "Internetvertrag kündigen", "Bücher in Kartons packen", "Neuen Wohnsitz anmelden"}},
+    {"tr",
+     {"İzmir'e taşınma", "Vergi beyannamesi 2025", "Web sitesi yenileme", "Bahçe kulübesi"},
+     {"Nakliyeciyi ayarla", "İnternet aboneliğini iptal et", "Kitapları kolilere yerleştir",
+      "Yeni adrese kayıt yaptır"}},
+    {"es",
+     {"Mudanza a Leipzig", "Declaración de la renta", "Relanzamiento web", "Caseta del jardín"},
+     {"Reservar la mudanza", "Cancelar el contrato de internet", "Empaquetar los libros en cajas",
+      "Empadronarse en la nueva dirección"}},
+    {"fr",
+     {"Déménagement à Leipzig", "Déclaration d'impôts", "Refonte du site", "Abri de jardin"},
+     {"Réserver les déménageurs", "Résilier le contrat internet", "Mettre les livres en cartons",
+      "Déclarer la nouvelle adresse"}},
 };
 
 class LookTest : public WindowFixture, public ::testing::WithParamInterface<Language> {
@@ -98,6 +112,56 @@ TEST_P(LookTest, TextsFitAtDefaultAndMinimumSizes)
     ASSERT_NE(box, nullptr);
     saveScreenshot(*box, "delete-confirmation-" + code);
     box->reject();
+}
+
+TEST_P(LookTest, ReadyListFitsAndSaysWhyWhenEmpty)
+{
+    const QString code = QString::fromLatin1(GetParam().code);
+    settings->remove(QLatin1StringView(SampleFlow::seededKey));
+    show();
+    ASSERT_EQ(store->flows().size(), 1) << "the sample flow";
+
+    // Besides the sample's first task: one late, one due soon with notes,
+    // one long, and one planned for today.
+    const QStringList &titles = GetParam().tasks;
+    const TaskFlow &move = *store->addFlow(GetParam().flows[0]);
+    const auto day = [](int d) { return QDateTime(QDate(2026, 6, d), QTime(0, 0), QTimeZone("Europe/Berlin")); };
+    const FlowNode &movers = *store->addNode(titles[0], move);
+    store->setDueDate(day(8), movers);
+    store->setPriority(NodePriority::high, movers);
+    store->setEstimate(45, movers);
+    const FlowNode &internet = *store->addNode(titles[1], move);
+    store->setDueDate(day(15), internet);
+    store->setPriority(NodePriority::medium, internet);
+    store->setEstimate(20, internet);
+    store->setNotes(internet, "Customer number in the folder");
+    const FlowNode &books = *store->addNode(titles[2], move);
+    store->setPriority(NodePriority::low, books);
+    store->setEstimate(150, books);
+    const FlowNode &address = *store->addNode(titles[3], move);
+    store->setStartDate(day(10), address);
+    store->setDueDate(day(11), address);
+
+    window->setRoute(DetailRoute::ready());
+    settle();
+    expectNothingClipped("ready list");
+    saveScreenshot(*window, "ready-list-" + code);
+
+    window->findChild<QAbstractButton *>("ready.sort.priority")->click();
+    window->resize(window->minimumSize());
+    window->setSidebarWidth(0);
+    settle();
+    expectNothingClipped("ready list at minimum size");
+    saveScreenshot(*window, "ready-list-minimum-" + code);
+
+    const QList<const TaskFlow *> flows = store->flows();
+    for (const TaskFlow *flow : flows)
+        for (const FlowNode *node : flow->orderedItems())
+            store->setStatus(NodeStatus::done, *node);
+    window->resize(1040, 680);
+    settle();
+    expectNothingClipped("empty ready list");
+    saveScreenshot(*window, "ready-empty-" + code);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllLanguages, LookTest, ::testing::ValuesIn(languages),

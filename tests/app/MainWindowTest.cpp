@@ -1,6 +1,7 @@
 #include "AppTestSupport.h"
 
 #include "FlowDetailView.h"
+#include "SidebarRouteRow.h"
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -117,6 +118,54 @@ TEST_F(MainWindowTest, ANewUserMeetsTheSampleFlowOnTheFirstAppearanceOnly)
     EXPECT_EQ(window->windowTitle(), sample.name);
     EXPECT_EQ(list().currentIndex(), model().indexOf(sample.id));
     EXPECT_TRUE(settings->value(seeded).toBool());
+    EXPECT_EQ(sidebar().readyRow()->badge(), 1) << "only the first task of the diamond is ready";
+}
+
+TEST_F(MainWindowTest, TheReadyRowLeadsToTheReadyListAndCountsWhatIsReady)
+{
+    // Half a second before midnight, so that the turn of the day comes
+    // during the test.
+    clock.set(QDateTime(QDate(2026, 6, 10), QTime(23, 59, 59, 500), QTimeZone("Europe/Berlin")));
+    const TaskFlow &garden = addFlow("Garden", 0, 0, 3);
+    const QList<const FlowNode *> tasks = garden.orderedItems();
+    store->addEdge(*tasks[0], *tasks[1], EdgeSource::manual, EdgeKind::dependency);
+    store->setStartDate(QDateTime(QDate(2026, 6, 11), QTime(0, 0), QTimeZone("Europe/Berlin")), *tasks[2]);
+    const TaskFlow &taxes = addFlow("Taxes", 1, 1, 0);
+    show();
+
+    SidebarRouteRow *ready = sidebar().readyRow();
+    ASSERT_NE(ready, nullptr);
+    EXPECT_EQ(sidebar().findChild<QWidget *>("sidebar.route.ready"), ready);
+    EXPECT_EQ(ready->text(), "Ready");
+    EXPECT_EQ(ready->badge(), 2) << "not the blocked task, not tomorrow's";
+
+    clickRow(taxes.id);
+    QTest::mouseClick(ready, Qt::LeftButton);
+    EXPECT_TRUE(window->route().isReady());
+    EXPECT_TRUE(ready->isChecked());
+    EXPECT_FALSE(list().selectionModel()->hasSelection()) << "one route is chosen at a time";
+    EXPECT_EQ(window->windowTitle(), "Ready");
+    EXPECT_EQ(shownDetail()->objectName(), "ready.root");
+    EXPECT_FALSE(activeFlow.activeFlowID().has_value());
+
+    // A second click keeps the route; deleting a flow leaves it alone.
+    QTest::mouseClick(ready, Qt::LeftButton);
+    EXPECT_TRUE(ready->isChecked());
+    store->deleteFlow(taxes);
+    EXPECT_TRUE(window->route().isReady());
+    EXPECT_EQ(ready->badge(), 1);
+
+    store->setStatus(NodeStatus::done, *tasks[0]);
+    EXPECT_EQ(ready->badge(), 1) << "done one, released one";
+
+    // At midnight tomorrow's task becomes today's, with no store change.
+    clock.set(QDateTime(QDate(2026, 6, 11), QTime(0, 0, 1), QTimeZone("Europe/Berlin")));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ready->badge() == 2; }, 3000));
+
+    clickRow(garden.id);
+    EXPECT_FALSE(ready->isChecked());
+    EXPECT_EQ(window->selectedFlow(), garden.id);
+    EXPECT_EQ(window->windowTitle(), "Garden");
 }
 
 TEST_F(MainWindowTest, SidebarWidthStaysWithinItsLimits)

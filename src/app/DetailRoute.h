@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QUuid>
+
+namespace fenrow {
+
+// What the detail area of the main window shows: nothing, one flow, or the
+// Ready list of all flows. A value: the window owns the current one and
+// the sidebar mirrors it.
+class DetailRoute {
+public:
+    enum class Kind { none, flow, ready };
+
+    DetailRoute() = default;
+    static DetailRoute flow(const QUuid &id) { return id.isNull() ? DetailRoute() : DetailRoute(Kind::flow, id); }
+    static DetailRoute ready() { return DetailRoute(Kind::ready, {}); }
+
+    Kind kind() const { return m_kind; }
+    bool isNone() const { return m_kind == Kind::none; }
+    bool isReady() const { return m_kind == Kind::ready; }
+    // The flow's id for a flow route, null for the others.
+    QUuid flowId() const { return m_flowId; }
+
+    friend bool operator==(const DetailRoute &, const DetailRoute &) = default;
+
+private:
+    DetailRoute(Kind kind, const QUuid &flowId) : m_kind(kind), m_flowId(flowId) {}
+
+    Kind m_kind = Kind::none;
+    QUuid m_flowId;
+};
+
+} // namespace fenrow

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "domain/NodePriority.h"
+#include "domain/Readiness.h"
+
+#include <QAbstractListModel>
+#include <QList>
+#include <QUuid>
+
+#include <optional>
+
+namespace fenrow {
+
+class FenrowStore;
+
+// The Ready list as rows: group headers (Today, one per flow when sorted
+// by flow) and the ready tasks under them. Rows are computed in one pass on
+// `reload` and hold text and ids, never record pointers, so a row cannot
+// reach a node that has gone.
+class ReadyListModel : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    enum class Kind { header, task };
+
+    enum Role {
+        KindRole = Qt::UserRole + 1,
+        NodeIdRole,
+        FlowIdRole,
+        // Header: the number of tasks under it.
+        CountRole,
+        // Task: the flow's name, empty under a header that already names it.
+        FlowNameRole,
+        DueTextRole,
+        OverdueRole,
+        PriorityRole,
+        PriorityTextRole,
+        EstimateTextRole,
+        HasNotesRole,
+        // "ready.row." + node UUID, "ready.group." + flow UUID, or
+        // "ready.group.today": stable names for tests and assistive tools.
+        IdentifierRole,
+    };
+
+    explicit ReadyListModel(FenrowStore &store, QObject *parent = nullptr);
+
+    void setSort(ReadySort sort);
+    ReadySort sort() const { return m_sort; }
+
+    // Reads the store again at the clock's now.
+    void reload();
+
+    qsizetype taskCount() const { return m_taskCount; }
+    QModelIndex indexOf(const QUuid &nodeId) const;
+    QUuid nodeIdAt(const QModelIndex &index) const;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+    // "45 min", "2 h", "1 h 30 min" in the interface language.
+    static QString estimateText(qint64 minutes);
+
+private:
+    struct Row {
+        Kind kind = Kind::task;
+        QString title;
+        QString identifier;
+        qsizetype count = 0;
+        QUuid nodeId;
+        QUuid flowId;
+        QString flowName;
+        QString dueText;
+        bool overdue = false;
+        NodePriority priority = NodePriority::none;
+        QString estimateText;
+        bool hasNotes = false;
+
+        // Same place, same thing: what decides between a refresh and a reset.
+        bool sameSlot(const Row &other) const { return kind == other.kind && identifier == other.identifier; }
+    };
+
+    QList<Row> buildRows() const;
+    Row taskRow(const ReadyTask &task, bool showFlow) const;
+    static Row headerRow(const QString &title, const QString &identifier, qsizetype count);
+
+    FenrowStore &m_store;
+    ReadySort m_sort = ReadySort::flow;
+    QList<Row> m_rows;
+    qsizetype m_taskCount = 0;
+};
+
+} // namespace fenrow

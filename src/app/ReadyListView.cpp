@@ -1,0 +1,331 @@
+#include "ReadyListView.h"
+
+#include "EmptyStateView.h"
+#include "ReadyListModel.h"
+#include "ReadyRowDelegate.h"
+#include "Theme.h"
+#include "domain/Clock.h"
+#include "domain/FenrowStore.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QLabel>
+#include <QListView>
+#include <QPainter>
+#include <QScrollBar>
+#include <QSettings>
+#include <QStackedWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace fenrow {
+
+namespace {
+
+using namespace Theme;
+
+// Room between the view's edge and a row's own padding; titles and rows
+// line up on it.
+constexpr int marginX = 24;
+// The scroll bar takes part of the right margin when it shows.
+constexpr int listRightMargin = 16;
+// The padding of a row's content inside its hover background.
+constexpr int rowInset = 12;
+
+// A list whose rows keep clear of the window's edge while its scroll bar
+// stays at the edge.
+class InsetListView : public QListView {
+public:
+    InsetListView(int left, int right, QWidget *parent) : QListView(parent) { setViewportMargins(left, 0, right, 0); }
+};
+
+// The options side by side on a soft track; the chosen one is raised.
+class SegmentedControl : public QWidget {
+public:
+    explicit SegmentedControl(QWidget *parent) : QWidget(parent)
+    {
+        auto *row = new QHBoxLayout(this);
+        row->setContentsMargins(2, 2, 2, 2);
+        row->setSpacing(0);
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+        setStyleSheet(QStringLiteral("QToolButton { border: 1px solid transparent; border-radius: 6px;"
+                                     " padding: 3px 10px; color: %1; background: transparent; }"
+                                     " QToolButton:hover:!checked { color: %2; }"
+                                     " QToolButton:checked { background: %3; color: %2; border-color: %4; }"
+                                     " QToolButton:focus { border-color: %5; }")
+                          .arg(Color::secondaryText.name(), Color::text.name(), Color::window.name(),
+                               Color::track.name(), Color::accent.name()));
+    }
+
+    QToolButton *addSegment(const QString &name, const QString &text)
+    {
+        auto *button = new QToolButton(this);
+        button->setObjectName(name);
+        button->setText(text);
+        button->setCheckable(true);
+        button->setFont(captionFont());
+        button->setCursor(Qt::PointingHandCursor);
+        button->setFocusPolicy(Qt::TabFocus);
+        layout()->addWidget(button);
+        return button;
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Color::hover);
+        painter.drawRoundedRect(QRectF(rect()), 8, 8);
+    }
+};
+
+QString sortTitle(ReadySort sort)
+{
+    switch (sort) {
+    case ReadySort::flow:
+        return qtTrId("ready.sort.flow");
+    case ReadySort::dueDate:
+        return qtTrId("ready.sort.dueDate");
+    case ReadySort::priority:
+        return qtTrId("ready.sort.priority");
+    case ReadySort::estimate:
+        return qtTrId("ready.sort.estimate");
+    }
+    return {};
+}
+
+} // namespace
+
+ReadyListView::ReadyListView(FenrowStore &store, QSettings &settings, QWidget *parent)
+    : QWidget(parent), m_store(store), m_settings(settings)
+{
+    setObjectName(QStringLiteral("ready.root"));
+    setAutoFillBackground(true);
+
+    m_model = new ReadyListModel(store, this);
+    m_model->setSort(readRaw<ReadySort>(m_settings.value(QLatin1StringView(sortKey)).toString()));
+
+    m_title = new QLabel(qtTrId("ready.title"), this);
+    m_title->setObjectName(QStringLiteral("ready.title"));
+    m_title->setFont(largeTitleFont());
+    m_sortControl = makeSortControl();
+
+    // Both edges line up with the rows' content below.
+    m_header = new QBoxLayout(QBoxLayout::LeftToRight);
+    m_header->setContentsMargins(marginX + rowInset, 0, listRightMargin + rowInset, 0);
+    m_header->setSpacing(16);
+    m_header->addWidget(m_title, 1);
+    m_header->addWidget(m_sortControl, 0, Qt::AlignVCenter);
+
+    m_list = new InsetListView(marginX, listRightMargin, this);
+    m_list->setObjectName(QStringLiteral("ready.list"));
+    m_list->setAccessibleName(qtTrId("ready.title"));
+    m_list->setModel(m_model);
+    m_list->setItemDelegate(new ReadyRowDelegate(m_list));
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_list->setUniformItemSizes(false);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_list->setMouseTracking(true);
+    m_list->setStyleSheet(QStringLiteral("QListView { background: transparent; outline: none; }"));
+    m_list->verticalScrollBar()->setStyleSheet(
+        QStringLiteral("QScrollBar:vertical { width: 8px; background: transparent; margin: 0; }"
+                       " QScrollBar::handle:vertical { background: %1; border-radius: 4px; min-height: 28px; }"
+                       " QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical { height: 0; }"
+                       " QScrollBar::add-page:vertical, QScrollBar::sub-page:vertical { background: none; }")
+            .arg(Color::ringOutline.name()));
+    m_list->viewport()->installEventFilter(this);
+    m_list->installEventFilter(this);
+    connect(m_list, &QListView::doubleClicked, this, [this](const QModelIndex &index) {
+        const QUuid flow = index.data(ReadyListModel::FlowIdRole).toUuid();
+        if (!flow.isNull())
+            emit flowRequested(flow);
+    });
+
+    m_empty = new EmptyStateView(QStringLiteral("ready.empty"), this);
+    m_content = new QStackedWidget(this);
+    m_content->addWidget(m_list);
+    m_content->addWidget(m_empty);
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 30, 0, 0);
+    column->setSpacing(0);
+    column->addLayout(m_header);
+    column->addSpacing(20);
+    column->addWidget(m_content, 1);
+
+    connect(&m_store, &FenrowStore::changed, this, &ReadyListView::reload);
+}
+
+QWidget *ReadyListView::makeSortControl()
+{
+    auto *control = new SegmentedControl(this);
+    control->setObjectName(QStringLiteral("ready.sort"));
+    m_sortButtons = new QButtonGroup(control);
+    m_sortButtons->setExclusive(true);
+    for (std::size_t i = 0; i < rawCaseCount<ReadySort>(); ++i) {
+        const auto sort = ReadySort(i);
+        QToolButton *button = control->addSegment(QStringLiteral("ready.sort.") + rawString(sort), sortTitle(sort));
+        m_sortButtons->addButton(button, int(i));
+    }
+    m_sortButtons->button(int(m_model->sort()))->setChecked(true);
+    connect(m_sortButtons, &QButtonGroup::idClicked, this, [this](int id) { setSort(ReadySort(id)); });
+    return control;
+}
+
+ReadySort ReadyListView::sort() const
+{
+    return m_model->sort();
+}
+
+void ReadyListView::setSort(ReadySort sort)
+{
+    m_sortButtons->button(int(sort))->setChecked(true);
+    const QString raw = rawString(sort);
+    if (m_settings.value(QLatin1StringView(sortKey)).toString() != raw)
+        m_settings.setValue(QLatin1StringView(sortKey), raw);
+    if (sort == m_model->sort())
+        return;
+    m_model->setSort(sort);
+    m_list->scrollToTop();
+    showEmptyReason();
+}
+
+void ReadyListView::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (m_stale)
+        reload();
+    arrangeHeader();
+}
+
+void ReadyListView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    arrangeHeader();
+}
+
+void ReadyListView::arrangeHeader()
+{
+    const QMargins margins = m_header->contentsMargins();
+    const int room = width() - margins.left() - margins.right();
+    const int sideBySide = m_title->sizeHint().width() + 16 + m_sortControl->sizeHint().width();
+    const bool stacked = !m_sortControl->isHidden() && sideBySide > room;
+    const auto direction = stacked ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
+    if (m_header->direction() == direction)
+        return;
+    m_header->setDirection(direction);
+    m_header->setSpacing(stacked ? 10 : 16);
+    m_header->setAlignment(m_sortControl, stacked ? Qt::AlignLeft : Qt::AlignVCenter);
+}
+
+void ReadyListView::reload()
+{
+    // Nobody looks at a hidden list: it catches up when it appears.
+    if (!isVisible()) {
+        m_stale = true;
+        return;
+    }
+    m_stale = false;
+    const QUuid current = m_model->nodeIdAt(m_list->currentIndex());
+    const int scrolled = m_list->verticalScrollBar()->value();
+    m_model->reload();
+    // A completed task leaves the list; the rest should not jump.
+    if (const QModelIndex index = m_model->indexOf(current); index.isValid())
+        m_list->setCurrentIndex(index);
+    m_list->verticalScrollBar()->setValue(scrolled);
+    showEmptyReason();
+}
+
+void ReadyListView::showEmptyReason()
+{
+    // Nothing to sort, nothing to offer sorting for.
+    m_sortControl->setVisible(m_model->taskCount() > 0);
+    arrangeHeader();
+    if (m_model->taskCount() > 0) {
+        m_content->setCurrentWidget(m_list);
+        return;
+    }
+    switch (Readiness::readyEmptyReason(m_store.flows(), m_store.clock().now(), m_store.calendar())) {
+    case ReadyEmptyReason::noTasks:
+        m_empty->setContent(Glyphs::Symbol::emptySelection, qtTrId("ready.empty.noTasks.title"),
+                            qtTrId("ready.empty.noTasks.message"));
+        break;
+    case ReadyEmptyReason::allDone:
+        m_empty->setContent(Glyphs::Symbol::allDone, qtTrId("ready.empty.allDone.title"),
+                            qtTrId("ready.empty.allDone.message"));
+        break;
+    case ReadyEmptyReason::allBlocked:
+        m_empty->setContent(Glyphs::Symbol::allBlocked, qtTrId("ready.empty.allBlocked.title"),
+                            qtTrId("ready.empty.allBlocked.message"));
+        break;
+    case ReadyEmptyReason::allDeferred:
+        m_empty->setContent(Glyphs::Symbol::allDeferred, qtTrId("ready.empty.allDeferred.title"),
+                            qtTrId("ready.empty.allDeferred.message"));
+        break;
+    }
+    m_content->setCurrentWidget(m_empty);
+}
+
+void ReadyListView::complete(const QUuid &nodeId)
+{
+    if (const FlowNode *node = m_store.node(nodeId); node && !node->isDone)
+        m_store.setStatus(NodeStatus::done, *node);
+}
+
+bool ReadyListView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_list && event->type() == QEvent::KeyPress) {
+        // Space ticks the current task, as a click on its circle does.
+        if (static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space) {
+            complete(m_model->nodeIdAt(m_list->currentIndex()));
+            return true;
+        }
+        return false;
+    }
+    if (watched != m_list->viewport())
+        return false;
+
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick: {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        const QPoint at = mouse->position().toPoint();
+        const QModelIndex index = m_list->indexAt(at);
+        const QUuid node = m_model->nodeIdAt(index);
+        if (node.isNull() || mouse->button() != Qt::LeftButton ||
+            !ReadyRowDelegate::completeHitRect(m_list->visualRect(index)).contains(at)) {
+            m_pressedCircle = QUuid();
+            return false;
+        }
+        // The circle is a button of its own: it neither selects nor opens
+        // the row. A task completes when press and release both land on its
+        // circle, so the second click of a double click, which lands on the
+        // row that moved up into the place, completes nothing.
+        if (event->type() == QEvent::MouseButtonPress) {
+            m_pressedCircle = node;
+        } else if (event->type() == QEvent::MouseButtonRelease) {
+            if (m_pressedCircle == node)
+                complete(node);
+            m_pressedCircle = QUuid();
+        } else {
+            m_pressedCircle = QUuid();
+        }
+        return true;
+    }
+    case QEvent::MouseMove:
+        // The circle lights up under the pointer, not only the row.
+        m_list->viewport()->update(m_list->visualRect(m_list->indexAt(static_cast<QMouseEvent *>(event)->position().toPoint())));
+        return false;
+    default:
+        return false;
+    }
+}
+
+} // namespace fenrow

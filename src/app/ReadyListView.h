@@ -1,0 +1,74 @@
+#pragma once
+
+#include "domain/Readiness.h"
+
+#include <QUuid>
+#include <QWidget>
+
+class QBoxLayout;
+class QButtonGroup;
+class QLabel;
+class QListView;
+class QSettings;
+class QStackedWidget;
+
+namespace fenrow {
+
+class EmptyStateView;
+class FenrowStore;
+class ReadyListModel;
+
+// The detail of the Ready route: every ready task of every flow, in the
+// user's chosen sort, with today's tasks first; or, when nothing is ready,
+// why not. It re-reads the store on each change (while hidden, when it next
+// appears) and writes records only through store operations.
+class ReadyListView : public QWidget {
+    Q_OBJECT
+
+public:
+    static constexpr const char *sortKey = "preferences.readySort";
+
+    ReadyListView(FenrowStore &store, QSettings &settings, QWidget *parent = nullptr);
+
+    void setSort(ReadySort sort);
+    ReadySort sort() const;
+
+    // Reads the store and the clock again.
+    void reload();
+
+    ReadyListModel *model() const { return m_model; }
+    QListView *list() const { return m_list; }
+    EmptyStateView *emptyState() const { return m_empty; }
+
+signals:
+    // The user asked to see a task's flow.
+    void flowRequested(const QUuid &flowId);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QWidget *makeSortControl();
+    void complete(const QUuid &nodeId);
+    void showEmptyReason();
+    // Title and sort side by side when they fit, else the sort below.
+    void arrangeHeader();
+
+    FenrowStore &m_store;
+    QSettings &m_settings;
+    ReadyListModel *m_model = nullptr;
+    QBoxLayout *m_header = nullptr;
+    QLabel *m_title = nullptr;
+    QWidget *m_sortControl = nullptr;
+    QListView *m_list = nullptr;
+    QStackedWidget *m_content = nullptr;
+    EmptyStateView *m_empty = nullptr;
+    QButtonGroup *m_sortButtons = nullptr;
+    // The task whose circle the mouse went down on.
+    QUuid m_pressedCircle;
+    bool m_stale = true;
+};
+
+} // namespace fenrow
