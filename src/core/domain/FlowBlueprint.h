@@ -51,7 +51,11 @@ struct FlowBlueprint {
     // empty or does not decode is returned as it is.
     static QString resetChecklist(const QString &checklistData);
 
+    // Compact JSON; absent optionals are left out. Empty when a number is
+    // infinite or NaN, which JSON cannot hold.
     QByteArray encode() const;
+    // None when the text is not such a document or a field has the wrong
+    // type. Raw strings are taken as they are and read tolerantly later.
     static std::optional<FlowBlueprint> decode(const QByteArray &json);
 
     friend bool operator==(const FlowBlueprint &, const FlowBlueprint &) = default;
