@@ -1,0 +1,143 @@
+#include "TestStore.h"
+
+#include "domain/FlowSearch.h"
+#include "domain/TextFolding.h"
+#include "shell/InterfaceLanguage.h"
+
+namespace fenrow {
+namespace {
+
+using testing::FlowFixture;
+using namespace FlowSearch;
+
+class FlowSearchTest : public FlowFixture {
+protected:
+    void SetUp() override { ASSERT_TRUE(InterfaceLanguage::apply(QStringLiteral("en"))); }
+    void TearDown() override { InterfaceLanguage::apply(QStringLiteral("en")); }
+
+    const FlowNode &add(const QString &title, const QString &notes = {}, const TaskFlow *in = nullptr)
+    {
+        const FlowNode *node = store->addNode(title, in ? *in : *flow);
+        if (!notes.isEmpty())
+            store->setNotes(*node, notes);
+        return *node;
+    }
+    QStringList found(const QString &query) const
+    {
+        QStringList titles;
+        for (const FlowSearchMatch &match : searchNodes(query, flow->orderedItems()))
+            titles << match.title;
+        return titles;
+    }
+};
+
+TEST_F(FlowSearchTest, FoldingIgnoresCaseAndDiacritics)
+{
+    EXPECT_TRUE(foldedContains(QStringLiteral("Café au lait"), QStringLiteral("cafe")));
+    EXPECT_TRUE(foldedContains(QStringLiteral("CAFÉ"), QStringLiteral("café")));
+    EXPECT_TRUE(foldedContains(QStringLiteral("Große Straße"), QStringLiteral("STRASSE")));
+    EXPECT_TRUE(foldedContains(QStringLiteral("Ångström"), QStringLiteral("angstrom")));
+    EXPECT_TRUE(foldedContains(QStringLiteral("ﬁle"), QStringLiteral("fil"))) << "compatibility forms decompose";
+    EXPECT_FALSE(foldedContains(QStringLiteral("Café"), QStringLiteral("cafes")));
+    EXPECT_FALSE(foldedContains(QStringLiteral("Café"), QString()));
+    // A mark outside the basic plane, and a letter outside it that must stay.
+    EXPECT_EQ(TextFolding::fold(QString::fromUtf8("a\xF0\x9D\x85\xA7" "b\xF0\x9F\x93\x8C")),
+              QString::fromUtf8("ab\xF0\x9F\x93\x8C"));
+}
+
+TEST_F(FlowSearchTest, TurkishInterfaceFoldsDottedAndDotlessI)
+{
+    const QString istanbul = QStringLiteral("İSTANBUL ofisi");
+    const QString isparta = QStringLiteral("ISPARTA gezisi");
+    ASSERT_TRUE(InterfaceLanguage::apply(QStringLiteral("tr")));
+    EXPECT_TRUE(foldedContains(istanbul, QStringLiteral("istanbul")));
+    EXPECT_TRUE(foldedContains(isparta, QStringLiteral("ısparta")));
+    EXPECT_FALSE(foldedContains(isparta, QStringLiteral("isparta"))) << "I is the capital of ı in Turkish";
+
+    ASSERT_TRUE(InterfaceLanguage::apply(QStringLiteral("en")));
+    EXPECT_TRUE(foldedContains(isparta, QStringLiteral("isparta")));
+    EXPECT_FALSE(foldedContains(isparta, QStringLiteral("ısparta")));
+}
+
+TEST_F(FlowSearchTest, NodesMatchByTitleFirstThenByANotesLine)
+{
+    add(QStringLiteral("Résumé draft"));
+    add(QStringLiteral("Cover letter"), QStringLiteral("Mention the resume"));
+    add(QStringLiteral("Portfolio"), QStringLiteral("Pick three pieces\n\n   Link the résumé page  \nresume again"));
+    const FlowNode &checklist = add(QStringLiteral("References"));
+    store->addChecklistEntry(QStringLiteral("Résumé copy"), checklist);
+
+    const QList<FlowSearchMatch> matches = searchNodes(QStringLiteral("  resume \n"), flow->orderedItems());
+    ASSERT_EQ(matches.size(), 3) << "the checklist is not searched";
+    EXPECT_EQ(matches[0].title, QStringLiteral("Résumé draft"));
+    EXPECT_EQ(matches[0].notesSnippet, std::nullopt);
+    EXPECT_EQ(matches[1].notesSnippet, QStringLiteral("Mention the resume"));
+    EXPECT_EQ(matches[2].notesSnippet, QStringLiteral("Link the résumé page")) << "first matching line, trimmed";
+    EXPECT_EQ(matches[0].flowID, std::nullopt);
+
+    // A node whose title and notes both match shows no snippet.
+    add(QStringLiteral("Letter"), QStringLiteral("letter body"));
+    EXPECT_EQ(searchNodes(QStringLiteral("letter"), flow->orderedItems()).last().notesSnippet, std::nullopt);
+
+    EXPECT_TRUE(found(QStringLiteral("   ")).isEmpty());
+    EXPECT_TRUE(found(QString()).isEmpty());
+    EXPECT_EQ(found(QStringLiteral("PIECES")), QStringList{"Portfolio"});
+}
+
+TEST_F(FlowSearchTest, SnippetIsTheFirstMatchingLineWhole)
+{
+    EXPECT_EQ(notesSnippet(QStringLiteral("one\r\ntwo\r\n\t three Café \r\n"), QStringLiteral("cafe")),
+              QStringLiteral("three Café"));
+    EXPECT_EQ(notesSnippet(QStringLiteral("one\ntwo"), QStringLiteral("one\ntwo")), std::nullopt)
+        << "a match must lie within one line";
+    EXPECT_EQ(notesSnippet(QStringLiteral("one\ntwo"), QStringLiteral("three")), std::nullopt);
+}
+
+TEST_F(FlowSearchTest, DoneNodesAreFoundWithTheirStatus)
+{
+    const FlowNode &paid = add(QStringLiteral("Pay rent"));
+    store->setStatus(NodeStatus::paused, add(QStringLiteral("Pay tax")));
+    store->setStatus(NodeStatus::done, paid);
+
+    const QList<FlowSearchMatch> matches = searchNodes(QStringLiteral("pay"), flow->orderedItems());
+    ASSERT_EQ(matches.size(), 2);
+    EXPECT_EQ(matches[0].id, paid.id);
+    EXPECT_EQ(matches[0].status, NodeStatus::done);
+    EXPECT_EQ(matches[1].status, NodeStatus::paused);
+}
+
+TEST_F(FlowSearchTest, GroupsPutTheCurrentFlowFirstAndLeaveOutFlowsWithoutMatches)
+{
+    const TaskFlow *other = store->addFlow(QStringLiteral("Garden"));
+    const TaskFlow *empty = store->addFlow(QStringLiteral("Taxes"));
+    const TaskFlow *last = store->addFlow(QStringLiteral("Home"));
+    add(QStringLiteral("Buy seeds"), {}, other);
+    add(QStringLiteral("File forms"), {}, empty);
+    add(QStringLiteral("Paint"), QStringLiteral("Seed the lawn after"), last);
+    add(QStringLiteral("Nothing here"));
+
+    // Only other flows match: the first group shown is one of them.
+    QList<FlowSearchGroup> groups = searchGroups(QStringLiteral("seed"), flow, store->flows());
+    ASSERT_EQ(groups.size(), 2);
+    EXPECT_EQ(groups[0].flowID, other->id);
+    EXPECT_EQ(groups[0].flowName, QStringLiteral("Garden"));
+    EXPECT_EQ(groups[0].matches[0].flowID, other->id);
+    EXPECT_EQ(groups[1].flowID, last->id);
+    EXPECT_EQ(groups[1].matches[0].notesSnippet, QStringLiteral("Seed the lawn after"));
+
+    // The current flow leads even when it comes last in the list, once only.
+    add(QStringLiteral("Seed catalogue"));
+    groups = searchGroups(QStringLiteral("SEED"), last, store->flows());
+    ASSERT_EQ(groups.size(), 3);
+    EXPECT_EQ(groups[0].flowID, last->id);
+    EXPECT_EQ(groups[0].matches[0].flowID, std::nullopt);
+    EXPECT_EQ(groups[1].flowID, flow->id);
+    EXPECT_EQ(groups[1].matches[0].flowID, flow->id);
+    EXPECT_EQ(groups[2].flowID, other->id);
+
+    EXPECT_EQ(searchGroups(QStringLiteral("seed"), nullptr, store->flows()).size(), 3);
+    EXPECT_TRUE(searchGroups(QStringLiteral(" \t"), flow, store->flows()).isEmpty());
+}
+
+} // namespace
+} // namespace fenrow
