@@ -1,5 +1,6 @@
 #include "TestStore.h"
 
+#include "domain/ArchiveDays.h"
 #include "domain/ArchivedTask.h"
 #include "domain/FenrowHistory.h"
 #include "domain/Readiness.h"
@@ -132,6 +133,33 @@ TEST_F(Archive, AutoArchiveByAge)
     EXPECT_EQ(store->autoArchive(0, now), 0);
     EXPECT_EQ(store->autoArchive(7, now), 1) << "done nine days ago goes, six days ago stays";
     EXPECT_EQ(titles(flow->orderedItems()), (QStringList{"b", "c"}));
+}
+
+TEST_F(Archive, DaysAndSearch)
+{
+    addAll("abc");
+    store->renameFlow(*flow, QStringLiteral("Café"));
+    store->setTitle((*this)["a"], QStringLiteral("Résumé draft"));
+    store.clock.set(berlinTime(2026, 6, 8, 23, 30));
+    done("c");
+    store.clock.set(berlinTime(2026, 6, 9, 0, 30));
+    done("b");
+    store.clock.set(berlinTime(2026, 6, 10, 8, 0));
+    done("a");
+    store->archiveDone(*flow);
+
+    const QList<const CompletionRecord *> records = store->archiveRecords();
+    const QList<ArchiveDay> days = ArchiveDays::group(records, berlinTime(2026, 6, 10, 12, 0), store->calendar());
+    ASSERT_EQ(days.size(), 3);
+    EXPECT_EQ(days[0].title, qtTrId("archive.day.today"));
+    EXPECT_EQ(days[1].title, qtTrId("archive.day.yesterday"));
+    EXPECT_EQ(days[1].id, QStringLiteral("2026-06-09")) << "half past midnight in Berlin is the 9th";
+    EXPECT_EQ(days[2].id, QStringLiteral("2026-06-08"));
+
+    EXPECT_EQ(ArchiveDays::filter(records, QStringLiteral("  resume ")).size(), 1);
+    EXPECT_EQ(ArchiveDays::filter(records, QStringLiteral("CAFE")).size(), 3) << "the flow name counts too";
+    EXPECT_EQ(ArchiveDays::filter(records, QStringLiteral("   ")).size(), 3);
+    EXPECT_TRUE(ArchiveDays::filter(records, QStringLiteral("zzz")).isEmpty());
 }
 
 } // namespace
