@@ -146,8 +146,8 @@ TEST_F(Templates, BlueprintTakesNodesByOrderAndEdgesOldestFirst)
     auto owned = std::make_unique<TaskFlow>();
     TaskFlow *source = owned.get();
     QList<FlowNode *> nodes;
-    const std::pair<const char *, int> specs[]{{"Last", 9}, {"First", -3}, {"Middle", 4}};
-    for (const auto &[title, order] : specs) {
+    const std::pair<const char *, int> cases[]{{"Last", 9}, {"First", -3}, {"Middle", 4}};
+    for (const auto &[title, order] : cases) {
         auto node = std::make_unique<FlowNode>();
         node->title = QString::fromLatin1(title);
         node->order = order;
