@@ -1,13 +1,33 @@
 #include "SettingsFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 namespace fenrow {
 
+namespace {
+
+// Scripted runs ("--ui-test") keep their settings in a folder of their own
+// that goes with the process, so they never change the user's.
+QString scriptedRunFolder()
+{
+    static QTemporaryDir folder;
+    return folder.path();
+}
+
+bool isScriptedRun()
+{
+    return QCoreApplication::instance() && QCoreApplication::arguments().contains(QStringLiteral("--ui-test"));
+}
+
+} // namespace
+
 QString SettingsFile::path()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    const QString folder = isScriptedRun() ? scriptedRunFolder()
+                                           : QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     return QDir(folder).filePath(QStringLiteral("fenrow/fenrow.conf"));
 }
 
