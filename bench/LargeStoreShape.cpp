@@ -36,4 +36,9 @@ LargeStoreShape LargeStoreShape::withNodes(int nodes)
     return scaled(double(nodes) / full().nodes);
 }
 
+LargeStoreShape LargeStoreShape::oneFlow(int nodes, int edges)
+{
+    return {1, nodes, edges, 0, 0};
+}
+
 } // namespace fenrow::bench

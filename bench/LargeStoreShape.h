@@ -1,5 +1,7 @@
 #pragma once
 
+#include <compare>
+
 namespace fenrow::bench {
 
 // How many records a generated store holds. The full shape is a heavy user
@@ -18,6 +20,11 @@ struct LargeStoreShape {
     static LargeStoreShape scaled(double scale);
     // The shape whose node count is `nodes`, the other counts in proportion.
     static LargeStoreShape withNodes(int nodes);
+    // A single flow with no archive and no attachments: a graph to edit or
+    // arrange on its own.
+    static LargeStoreShape oneFlow(int nodes, int edges);
+
+    friend auto operator<=>(const LargeStoreShape &, const LargeStoreShape &) = default;
 };
 
 } // namespace fenrow::bench

@@ -2,20 +2,16 @@
 // change, not the store: each benchmark runs on two store sizes.
 #include "BenchmarkMain.h"
 #include "GeneratedStores.h"
-#include "LargeStoreGenerator.h"
-
-#include "persistence/StoreDatabase.h"
+#include "LiveStore.h"
+#include "OperationSamples.h"
 
 #include <QHash>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <map>
-#include <set>
 
 using namespace fenrow;
 using namespace fenrow::bench;
@@ -24,74 +20,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// An opened working copy, kept for the whole process: the library calls
-// each benchmark several times, and opening the large store each time would
-// cost more than everything measured.
-struct LiveStore {
-    QTemporaryDir folder;
-    QString path;
-    std::unique_ptr<FenrowStore> store;
-    // Benchmarks that have already checked their writes on a reopened store.
-    std::set<std::string> verified;
-};
-
-std::unique_ptr<FenrowStore> openStore(const QString &path, QString *error)
-{
-    std::unique_ptr<StoreDatabase> database = StoreDatabase::open(path, error);
-    if (!database)
-        return nullptr;
-    return FenrowStore::open(std::move(database), LargeStoreGenerator::clock(), LargeStoreGenerator::calendar(), error);
-}
-
-LiveStore *liveStore(const LargeStoreShape &shape, QString *error)
-{
-    static std::map<int, std::unique_ptr<LiveStore>> stores;
-    std::unique_ptr<LiveStore> &live = stores[shape.nodes];
-    if (live)
-        return live.get();
-    auto made = std::make_unique<LiveStore>();
-    made->path = GeneratedStores::workingCopy(shape, made->folder.path(), error);
-    if (made->path.isEmpty())
-        return nullptr;
-    made->store = openStore(made->path, error);
-    if (!made->store)
-        return nullptr;
-    live = std::move(made);
-    return live.get();
-}
-
-// Closes and reopens the store, so that what the benchmark wrote is read
-// back from the file. Done once per benchmark and size.
-bool reopen(LiveStore &live, QString *error)
-{
-    live.store.reset();
-    live.store = openStore(live.path, error);
-    return live.store != nullptr;
-}
-
-// Per-operation times in milliseconds; the library reports means over
-// iterations, and a save's spread (a checkpoint now and then) matters too.
-class Samples {
-public:
-    void add(double seconds) { m_ms.push_back(seconds * 1000.0); }
-
-    void report(benchmark::State &state)
-    {
-        if (m_ms.empty())
-            return;
-        std::sort(m_ms.begin(), m_ms.end());
-        auto at = [this](double quantile) { return m_ms[std::size_t(quantile * double(m_ms.size() - 1))]; };
-        state.counters["median_ms"] = at(0.5);
-        state.counters["p90_ms"] = at(0.9);
-        state.counters["max_ms"] = m_ms.back();
-    }
-
-private:
-    std::vector<double> m_ms;
-};
-
 template <typename Operation>
-bool timeOperation(benchmark::State &state, FenrowStore &store, Samples &samples, Operation operation)
+bool timeOperation(benchmark::State &state, FenrowStore &store, OperationSamples &samples, Operation operation)
 {
     const Clock::time_point start = Clock::now();
     operation();
@@ -109,7 +39,7 @@ bool timeOperation(benchmark::State &state, FenrowStore &store, Samples &samples
 void renameFlow(benchmark::State &state, LargeStoreShape shape)
 {
     QString error;
-    LiveStore *live = liveStore(shape, &error);
+    LiveStore *live = LiveStore::of(shape, &error);
     if (!live) {
         fail(state, error);
         return;
@@ -132,7 +62,7 @@ void renameFlow(benchmark::State &state, LargeStoreShape shape)
     const qint64 records = archiveRows.value(flowID);
     const QString base = flow->name.section(QStringLiteral(" (renamed"), 0, 0);
 
-    Samples samples;
+    OperationSamples samples;
     qint64 round = 0;
     QString lastName = flow->name;
     for (auto _ : state) {
@@ -144,7 +74,7 @@ void renameFlow(benchmark::State &state, LargeStoreShape shape)
     state.counters["archive_rows"] = double(records);
 
     if (live->verified.insert("renameFlow").second) {
-        if (!reopen(*live, &error)) {
+        if (!live->reopen(&error)) {
             fail(state, error);
             return;
         }
@@ -157,7 +87,7 @@ void renameFlow(benchmark::State &state, LargeStoreShape shape)
 void reorderFlows(benchmark::State &state, LargeStoreShape shape)
 {
     QString error;
-    LiveStore *live = liveStore(shape, &error);
+    LiveStore *live = LiveStore::of(shape, &error);
     if (!live) {
         fail(state, error);
         return;
@@ -170,7 +100,7 @@ void reorderFlows(benchmark::State &state, LargeStoreShape shape)
     const TaskFlow *first = live->store->flows()[0];
     const TaskFlow *second = live->store->flows()[1];
     const QUuid firstID = first->id;
-    Samples samples;
+    OperationSamples samples;
     bool swapped = false;
     for (auto _ : state) {
         swapped = !swapped;
@@ -182,7 +112,7 @@ void reorderFlows(benchmark::State &state, LargeStoreShape shape)
     samples.report(state);
 
     if (live->verified.insert("reorderFlows").second) {
-        if (!reopen(*live, &error)) {
+        if (!live->reopen(&error)) {
             fail(state, error);
             return;
         }
