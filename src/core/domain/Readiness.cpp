@@ -23,34 +23,70 @@ bool isDeferredBefore(const FlowNode &node, const QDateTime &tomorrow)
     return !node.isDone && node.startDate && *node.startDate >= tomorrow;
 }
 
-// Nodes of a flow held up by at least one open prerequisite or subtask,
-// sorted for binary search. One pass over the edges.
-std::vector<const FlowNode *> blockedNodes(const TaskFlow &flow)
-{
-    std::vector<const FlowNode *> blocked;
-    for (const DependencyEdge *edge : flow.edges()) {
-        const FlowNode *from = edge->fromItem();
-        const FlowNode *to = edge->toItem();
-        if (!from || !to)
-            continue;
-        // A dependency holds up its head; a subtask edge holds up its tail.
-        const bool subtask = edge->isSubtask();
-        const FlowNode *blocker = subtask ? to : from;
-        if (!blocker->isDone)
-            blocked.push_back(subtask ? from : to);
+// The nodes of one flow held up by an open prerequisite or subtask: an
+// open-addressing set of node pointers, built in one pass over the edges.
+// The Ready list asks it once per node of every flow, so it avoids both
+// hashing containers and branches that depend on completion state.
+class BlockedSet {
+public:
+    explicit BlockedSet(const TaskFlow &flow)
+    {
+        m_waiting.resize(flow.edges().size());
+        std::size_t count = 0;
+        for (const DependencyEdge *edge : flow.edges()) {
+            const FlowNode *from = edge->fromItem();
+            const FlowNode *to = edge->toItem();
+            if (!from || !to)
+                continue;
+            // A dependency holds up its head; a subtask edge holds up its tail.
+            const bool subtask = edge->isSubtask();
+            const FlowNode *blocker = subtask ? to : from;
+            m_waiting[count] = subtask ? from : to;
+            count += !blocker->isDone;
+        }
+        std::size_t capacity = 16;
+        while (capacity < count * 2)
+            capacity *= 2;
+        m_mask = capacity - 1;
+        m_slots.assign(capacity, nullptr);
+        for (std::size_t i = 0; i < count; ++i)
+            insert(m_waiting[i]);
     }
-    std::sort(blocked.begin(), blocked.end());
-    return blocked;
-}
 
-bool contains(const std::vector<const FlowNode *> &sorted, const FlowNode *node)
-{
-    return std::binary_search(sorted.begin(), sorted.end(), node);
-}
+    bool contains(const FlowNode *node) const
+    {
+        for (std::size_t slot = hash(node);; slot = (slot + 1) & m_mask) {
+            if (m_slots[slot] == node)
+                return true;
+            if (!m_slots[slot])
+                return false;
+        }
+    }
+
+private:
+    std::size_t hash(const FlowNode *node) const
+    {
+        return std::size_t((reinterpret_cast<quintptr>(node) >> 4) * 0x9E3779B97F4A7C15ULL) & m_mask;
+    }
+    void insert(const FlowNode *node)
+    {
+        std::size_t slot = hash(node);
+        while (m_slots[slot] && m_slots[slot] != node)
+            slot = (slot + 1) & m_mask;
+        m_slots[slot] = node;
+    }
+
+    std::vector<const FlowNode *> m_waiting;
+    std::vector<const FlowNode *> m_slots;
+    std::size_t m_mask = 0;
+};
 
 void sortByOrder(std::vector<const FlowNode *> &nodes)
 {
-    std::sort(nodes.begin(), nodes.end(), [](const FlowNode *a, const FlowNode *b) { return a->order < b->order; });
+    auto byOrder = [](const FlowNode *a, const FlowNode *b) { return a->order < b->order; };
+    // Nodes are usually stored in order already.
+    if (!std::is_sorted(nodes.begin(), nodes.end(), byOrder))
+        std::sort(nodes.begin(), nodes.end(), byOrder);
 }
 
 } // namespace
@@ -92,10 +128,10 @@ QList<const FlowNode *> openBlockers(const FlowNode &node)
 
 QList<const FlowNode *> readyNodes(const TaskFlow &flow)
 {
-    const std::vector<const FlowNode *> blocked = blockedNodes(flow);
+    const BlockedSet blocked(flow);
     std::vector<const FlowNode *> ready;
     for (const FlowNode *node : flow.items()) {
-        if (!node->isDone && !contains(blocked, node))
+        if (!node->isDone && !blocked.contains(node))
             ready.push_back(node);
     }
     sortByOrder(ready);
@@ -130,10 +166,10 @@ QList<ReadyTask> readyTasks(const QList<const TaskFlow *> &flows, const QDateTim
     QList<ReadyTask> tasks;
     std::vector<const FlowNode *> ready;
     for (const TaskFlow *flow : flows) {
-        const std::vector<const FlowNode *> blocked = blockedNodes(*flow);
+        const BlockedSet blocked(*flow);
         ready.clear();
         for (const FlowNode *node : flow->items()) {
-            if (!node->isDone && !contains(blocked, node) && !isDeferredBefore(*node, tomorrow))
+            if (!node->isDone && !isDeferredBefore(*node, tomorrow) && !blocked.contains(node))
                 ready.push_back(node);
         }
         sortByOrder(ready);
@@ -229,9 +265,9 @@ ReadyEmptyReason readyEmptyReason(const QList<const TaskFlow *> &flows, const QD
     // A node that is both blocked and deferred never decides the reason.
     const QDateTime tomorrow = startOfTomorrow(now, calendar);
     for (const TaskFlow *flow : flows) {
-        const std::vector<const FlowNode *> blocked = blockedNodes(*flow);
+        const BlockedSet blocked(*flow);
         for (const FlowNode *node : flow->items()) {
-            if (!node->isDone && !contains(blocked, node) && isDeferredBefore(*node, tomorrow))
+            if (!node->isDone && isDeferredBefore(*node, tomorrow) && !blocked.contains(node))
                 return ReadyEmptyReason::allDeferred;
         }
     }
