@@ -112,6 +112,16 @@ TEST(TreeArrangement, HugeFlowsStayOnTheCanvas)
     for (int i = 1; i <= 1500; ++i)
         ASSERT_GT(fanned[std::size_t(i)].x(), fanned[0].x());
 
+    // A chain of 200 cards is wider than the canvas: it wraps into bands.
+    auto chain = nodesOfSize(200, {210, 120});
+    chain[17].size = {480, 360};
+    std::vector<Edge> chainEdges;
+    for (int i = 0; i + 1 < 200; ++i)
+        chainEdges.push_back({i, i + 1});
+    const auto wrapped = TreeArrangement::arrange(chain, chainEdges);
+    expectNoOverlapsWithinBounds(chain, wrapped);
+    EXPECT_LT(wrapped[0].x(), wrapped[1].x());
+
     // 2,000 unconnected cards fill shelves side by side.
     const auto loose = nodesOfSize(2000, {330, 180});
     expectNoOverlapsWithinBounds(loose, TreeArrangement::arrange(loose, {}));

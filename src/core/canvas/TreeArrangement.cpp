@@ -43,6 +43,8 @@ public:
         orderWithinLayers();
         buildColumns();
         assignCoordinates();
+        if (height() > maxExtent)
+            stackColumnsFromTheTop();
         return finish();
     }
 
@@ -197,16 +199,25 @@ private:
 
     void assignCoordinates()
     {
-        double widest = 0;
-        for (int node : m_members)
-            widest = std::max(widest, m_nodes[std::size_t(node)].size.width);
-        const double step = widest + TreeArrangement::columnGap;
+        // Each column is as wide as its widest card, so one large card does
+        // not stretch the whole flow.
+        double previousRight = -TreeArrangement::columnGap;
+        for (std::size_t c = 0; c < m_columns.size(); ++c) {
+            double widest = 0;
+            for (int node : m_columns[c])
+                widest = std::max(widest, m_nodes[std::size_t(node)].size.width);
+            m_columnLeft.push_back(previousRight + TreeArrangement::columnGap);
+            previousRight = m_columnLeft.back() + widest;
+        }
 
         // Left to right, cards follow the mean height of their predecessors.
         for (std::size_t c = 0; c < m_columns.size(); ++c) {
             QHash<int, double> wish;
+            double widest = 0;
+            for (int node : m_columns[c])
+                widest = std::max(widest, m_nodes[std::size_t(node)].size.width);
             for (int node : m_columns[c]) {
-                m_x[node] = double(c) * step;
+                m_x[node] = m_columnLeft[c] + widest / 2;
                 const auto &before = m_graph.predecessors[std::size_t(node)];
                 double sum = 0;
                 int count = 0;
@@ -237,8 +248,76 @@ private:
         }
     }
 
+    double height() const
+    {
+        double top = INFINITY;
+        double bottom = -INFINITY;
+        for (int node : m_members) {
+            const double half = m_nodes[std::size_t(node)].size.height / 2;
+            top = std::min(top, m_y.value(node) - half);
+            bottom = std::max(bottom, m_y.value(node) + half);
+        }
+        return bottom - top;
+    }
+
+    // Following predecessors can let a long flow drift taller than the
+    // canvas; then every column simply starts at the top.
+    void stackColumnsFromTheTop()
+    {
+        for (const auto &column : m_columns) {
+            double cursor = 0;
+            for (int node : column) {
+                const double h = m_nodes[std::size_t(node)].size.height;
+                m_y[node] = cursor + h / 2;
+                cursor += h + TreeArrangement::rowGap;
+            }
+        }
+    }
+
+    // A chain longer than the canvas is wide continues in a band below, the
+    // way text wraps: edges between bands then point back, but every card
+    // stays on the canvas and none overlaps.
+    void wrapIntoBands()
+    {
+        if (m_columns.empty())
+            return;
+        std::vector<std::size_t> bandStart{0};
+        for (std::size_t c = 1; c < m_columns.size(); ++c) {
+            double widest = 0;
+            for (int node : m_columns[c])
+                widest = std::max(widest, m_nodes[std::size_t(node)].size.width);
+            if (m_columnLeft[c] + widest - m_columnLeft[bandStart.back()] > maxExtent)
+                bandStart.push_back(c);
+        }
+        if (bandStart.size() == 1)
+            return;
+        bandStart.push_back(m_columns.size());
+        double cursor = 0;
+        for (std::size_t band = 0; band + 1 < bandStart.size(); ++band) {
+            double top = INFINITY;
+            double bottom = -INFINITY;
+            for (std::size_t c = bandStart[band]; c < bandStart[band + 1]; ++c) {
+                for (int node : m_columns[c]) {
+                    const double half = m_nodes[std::size_t(node)].size.height / 2;
+                    top = std::min(top, m_y[node] - half);
+                    bottom = std::max(bottom, m_y[node] + half);
+                }
+            }
+            const double shiftX = -m_columnLeft[bandStart[band]];
+            const double shiftY = cursor - top;
+            for (std::size_t c = bandStart[band]; c < bandStart[band + 1]; ++c) {
+                for (int node : m_columns[c]) {
+                    m_x[node] += shiftX;
+                    m_y[node] += shiftY;
+                }
+            }
+            cursor += bottom - top + TreeArrangement::componentGap;
+        }
+    }
+
     Placed finish()
     {
+        wrapIntoBands();
         double left = INFINITY, top = INFINITY, right = -INFINITY, bottom = -INFINITY;
         for (int node : m_members) {
             const NodeSize &size = m_nodes[std::size_t(node)].size;
@@ -264,6 +343,7 @@ private:
     QHash<int, int> m_pending;
     std::vector<std::vector<int>> m_layers;
     std::vector<std::vector<int>> m_columns;
+    std::vector<double> m_columnLeft;
     QHash<int, double> m_x;
     QHash<int, double> m_y;
 };
