@@ -231,5 +231,109 @@
         <source>Yesterday</source>
         <translation>Gestern</translation>
     </message>
+    <message id="sidebar.route.archive">
+        <source>Archive</source>
+        <translation>Archiv</translation>
+    </message>
+    <message id="archive.title">
+        <source>Archive</source>
+        <translation>Archiv</translation>
+    </message>
+    <message id="archive.search.placeholder">
+        <source>Search the archive</source>
+        <translation>Archiv durchsuchen</translation>
+    </message>
+    <message id="archive.row.repeated">
+        <source>Repeated · round %1</source>
+        <translation>Wiederholt · Runde %1</translation>
+    </message>
+    <message id="archive.row.restore">
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message id="archive.row.restore.help">
+        <source>Put the task back into its flow, marked as done</source>
+        <translation>Die Aufgabe als erledigt in ihren Flow zurücklegen</translation>
+    </message>
+    <message id="archive.row.delete">
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message id="archive.count.label">
+        <source>Entries: %1</source>
+        <translation>Einträge: %1</translation>
+    </message>
+    <message id="archive.empty.title">
+        <source>Nothing archived yet</source>
+        <translation>Noch nichts archiviert</translation>
+    </message>
+    <message id="archive.empty.message">
+        <source>Done tasks you archive from a flow, and each finished round of a repeating task, are kept here by day.</source>
+        <translation>Erledigte Aufgaben, die du aus einem Flow archivierst, und jede abgeschlossene Runde einer wiederkehrenden Aufgabe werden hier nach Tagen aufbewahrt.</translation>
+    </message>
+    <message id="archive.empty.search.title">
+        <source>No matches</source>
+        <translation>Keine Treffer</translation>
+    </message>
+    <message id="archive.empty.search.message">
+        <source>No archived task has this text in its title or in the name of its flow.</source>
+        <translation>Keine archivierte Aufgabe enthält diesen Text im Titel oder im Namen ihres Flows.</translation>
+    </message>
+    <message id="sidebar.template.menu.title">
+        <source>New from Template</source>
+        <translation>Neu aus Vorlage</translation>
+    </message>
+    <message id="sidebar.template.menu.help">
+        <source>Make a new flow from a saved template</source>
+        <translation>Einen neuen Flow aus einer gespeicherten Vorlage anlegen</translation>
+    </message>
+    <message id="sidebar.context.duplicate">
+        <source>Duplicate</source>
+        <translation>Duplizieren</translation>
+    </message>
+    <message id="sidebar.context.saveTemplate">
+        <source>Save as Template</source>
+        <translation>Als Vorlage sichern</translation>
+    </message>
+    <message id="sidebar.row.archiveDone">
+        <source>Archive Done Tasks…</source>
+        <translation>Erledigte Aufgaben archivieren …</translation>
+    </message>
+    <message id="archive.confirm.title ">
+        <source>Archive the done tasks of “%1”?</source>
+        <translation>Erledigte Aufgaben von „%1“ archivieren?</translation>
+    </message>
+    <message id="archive.confirm.message">
+        <source>They leave the canvas along with their connections. Each one can be restored from the Archive; it comes back done, without connections.</source>
+        <translation>Sie verlassen die Arbeitsfläche samt ihren Verbindungen. Jede lässt sich im Archiv wiederherstellen; sie kehrt erledigt und ohne Verbindungen zurück.</translation>
+    </message>
+    <message id="archive.confirm.action">
+        <source>Archive</source>
+        <translation>Archivieren</translation>
+    </message>
+    <message id="archive.confirm.cancel">
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message id="menu.file">
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message id="menu.edit">
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message id="menu.quit">
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message id="menu.undo">
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message id="menu.redo">
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
 </context>
 </TS>

@@ -231,5 +231,109 @@
         <source>Yesterday</source>
         <translation>Yesterday</translation>
     </message>
+    <message id="sidebar.route.archive">
+        <source>Archive</source>
+        <translation>Archive</translation>
+    </message>
+    <message id="archive.title">
+        <source>Archive</source>
+        <translation>Archive</translation>
+    </message>
+    <message id="archive.search.placeholder">
+        <source>Search the archive</source>
+        <translation>Search the archive</translation>
+    </message>
+    <message id="archive.row.repeated">
+        <source>Repeated · round %1</source>
+        <translation>Repeated · round %1</translation>
+    </message>
+    <message id="archive.row.restore">
+        <source>Restore</source>
+        <translation>Restore</translation>
+    </message>
+    <message id="archive.row.restore.help">
+        <source>Put the task back into its flow, marked as done</source>
+        <translation>Put the task back into its flow, marked as done</translation>
+    </message>
+    <message id="archive.row.delete">
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message id="archive.count.label">
+        <source>Entries: %1</source>
+        <translation>Entries: %1</translation>
+    </message>
+    <message id="archive.empty.title">
+        <source>Nothing archived yet</source>
+        <translation>Nothing archived yet</translation>
+    </message>
+    <message id="archive.empty.message">
+        <source>Done tasks you archive from a flow, and each finished round of a repeating task, are kept here by day.</source>
+        <translation>Done tasks you archive from a flow, and each finished round of a repeating task, are kept here by day.</translation>
+    </message>
+    <message id="archive.empty.search.title">
+        <source>No matches</source>
+        <translation>No matches</translation>
+    </message>
+    <message id="archive.empty.search.message">
+        <source>No archived task has this text in its title or in the name of its flow.</source>
+        <translation>No archived task has this text in its title or in the name of its flow.</translation>
+    </message>
+    <message id="sidebar.template.menu.title">
+        <source>New from Template</source>
+        <translation>New from Template</translation>
+    </message>
+    <message id="sidebar.template.menu.help">
+        <source>Make a new flow from a saved template</source>
+        <translation>Make a new flow from a saved template</translation>
+    </message>
+    <message id="sidebar.context.duplicate">
+        <source>Duplicate</source>
+        <translation>Duplicate</translation>
+    </message>
+    <message id="sidebar.context.saveTemplate">
+        <source>Save as Template</source>
+        <translation>Save as Template</translation>
+    </message>
+    <message id="sidebar.row.archiveDone">
+        <source>Archive Done Tasks…</source>
+        <translation>Archive Done Tasks…</translation>
+    </message>
+    <message id="archive.confirm.title ">
+        <source>Archive the done tasks of “%1”?</source>
+        <translation>Archive the done tasks of “%1”?</translation>
+    </message>
+    <message id="archive.confirm.message">
+        <source>They leave the canvas along with their connections. Each one can be restored from the Archive; it comes back done, without connections.</source>
+        <translation>They leave the canvas along with their connections. Each one can be restored from the Archive; it comes back done, without connections.</translation>
+    </message>
+    <message id="archive.confirm.action">
+        <source>Archive</source>
+        <translation>Archive</translation>
+    </message>
+    <message id="archive.confirm.cancel">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="menu.file">
+        <source>&amp;File</source>
+        <translation>&amp;File</translation>
+    </message>
+    <message id="menu.edit">
+        <source>&amp;Edit</source>
+        <translation>&amp;Edit</translation>
+    </message>
+    <message id="menu.quit">
+        <source>Quit</source>
+        <translation>Quit</translation>
+    </message>
+    <message id="menu.undo">
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message id="menu.redo">
+        <source>Redo</source>
+        <translation>Redo</translation>
+    </message>
 </context>
 </TS>

@@ -231,5 +231,109 @@
         <source>Yesterday</source>
         <translation>Ayer</translation>
     </message>
+    <message id="sidebar.route.archive">
+        <source>Archive</source>
+        <translation>Archivo</translation>
+    </message>
+    <message id="archive.title">
+        <source>Archive</source>
+        <translation>Archivo</translation>
+    </message>
+    <message id="archive.search.placeholder">
+        <source>Search the archive</source>
+        <translation>Buscar en el archivo</translation>
+    </message>
+    <message id="archive.row.repeated">
+        <source>Repeated · round %1</source>
+        <translation>Repetida · ronda %1</translation>
+    </message>
+    <message id="archive.row.restore">
+        <source>Restore</source>
+        <translation>Restaurar</translation>
+    </message>
+    <message id="archive.row.restore.help">
+        <source>Put the task back into its flow, marked as done</source>
+        <translation>Devolver la tarea a su flujo, marcada como hecha</translation>
+    </message>
+    <message id="archive.row.delete">
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message id="archive.count.label">
+        <source>Entries: %1</source>
+        <translation>Entradas: %1</translation>
+    </message>
+    <message id="archive.empty.title">
+        <source>Nothing archived yet</source>
+        <translation>Aún no hay nada archivado</translation>
+    </message>
+    <message id="archive.empty.message">
+        <source>Done tasks you archive from a flow, and each finished round of a repeating task, are kept here by day.</source>
+        <translation>Las tareas hechas que archives de un flujo y cada ronda terminada de una tarea repetitiva se guardan aquí por días.</translation>
+    </message>
+    <message id="archive.empty.search.title">
+        <source>No matches</source>
+        <translation>Sin resultados</translation>
+    </message>
+    <message id="archive.empty.search.message">
+        <source>No archived task has this text in its title or in the name of its flow.</source>
+        <translation>Ninguna tarea archivada tiene este texto en su título ni en el nombre de su flujo.</translation>
+    </message>
+    <message id="sidebar.template.menu.title">
+        <source>New from Template</source>
+        <translation>Nuevo desde plantilla</translation>
+    </message>
+    <message id="sidebar.template.menu.help">
+        <source>Make a new flow from a saved template</source>
+        <translation>Crear un flujo nuevo a partir de una plantilla guardada</translation>
+    </message>
+    <message id="sidebar.context.duplicate">
+        <source>Duplicate</source>
+        <translation>Duplicar</translation>
+    </message>
+    <message id="sidebar.context.saveTemplate">
+        <source>Save as Template</source>
+        <translation>Guardar como plantilla</translation>
+    </message>
+    <message id="sidebar.row.archiveDone">
+        <source>Archive Done Tasks…</source>
+        <translation>Archivar tareas hechas…</translation>
+    </message>
+    <message id="archive.confirm.title ">
+        <source>Archive the done tasks of “%1”?</source>
+        <translation>¿Archivar las tareas hechas de «%1»?</translation>
+    </message>
+    <message id="archive.confirm.message">
+        <source>They leave the canvas along with their connections. Each one can be restored from the Archive; it comes back done, without connections.</source>
+        <translation>Salen del lienzo junto con sus conexiones. Cada una puede restaurarse desde el Archivo; vuelve hecha y sin conexiones.</translation>
+    </message>
+    <message id="archive.confirm.action">
+        <source>Archive</source>
+        <translation>Archivar</translation>
+    </message>
+    <message id="archive.confirm.cancel">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="menu.file">
+        <source>&amp;File</source>
+        <translation>&amp;Archivo</translation>
+    </message>
+    <message id="menu.edit">
+        <source>&amp;Edit</source>
+        <translation>&amp;Editar</translation>
+    </message>
+    <message id="menu.quit">
+        <source>Quit</source>
+        <translation>Salir</translation>
+    </message>
+    <message id="menu.undo">
+        <source>Undo</source>
+        <translation>Deshacer</translation>
+    </message>
+    <message id="menu.redo">
+        <source>Redo</source>
+        <translation>Rehacer</translation>
+    </message>
 </context>
 </TS>

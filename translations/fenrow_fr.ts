@@ -231,5 +231,109 @@
         <source>Yesterday</source>
         <translation>Hier</translation>
     </message>
+    <message id="sidebar.route.archive">
+        <source>Archive</source>
+        <translation>Archives</translation>
+    </message>
+    <message id="archive.title">
+        <source>Archive</source>
+        <translation>Archives</translation>
+    </message>
+    <message id="archive.search.placeholder">
+        <source>Search the archive</source>
+        <translation>Rechercher dans les archives</translation>
+    </message>
+    <message id="archive.row.repeated">
+        <source>Repeated · round %1</source>
+        <translation>Répétée · tour %1</translation>
+    </message>
+    <message id="archive.row.restore">
+        <source>Restore</source>
+        <translation>Restaurer</translation>
+    </message>
+    <message id="archive.row.restore.help">
+        <source>Put the task back into its flow, marked as done</source>
+        <translation>Remettre la tâche dans son flux, marquée comme terminée</translation>
+    </message>
+    <message id="archive.row.delete">
+        <source>Delete</source>
+        <translation>Supprimer</translation>
+    </message>
+    <message id="archive.count.label">
+        <source>Entries: %1</source>
+        <translation>Entrées : %1</translation>
+    </message>
+    <message id="archive.empty.title">
+        <source>Nothing archived yet</source>
+        <translation>Rien n'est encore archivé</translation>
+    </message>
+    <message id="archive.empty.message">
+        <source>Done tasks you archive from a flow, and each finished round of a repeating task, are kept here by day.</source>
+        <translation>Les tâches terminées que vous archivez depuis un flux, et chaque tour achevé d'une tâche répétitive, sont conservés ici par jour.</translation>
+    </message>
+    <message id="archive.empty.search.title">
+        <source>No matches</source>
+        <translation>Aucun résultat</translation>
+    </message>
+    <message id="archive.empty.search.message">
+        <source>No archived task has this text in its title or in the name of its flow.</source>
+        <translation>Aucune tâche archivée ne contient ce texte dans son titre ou dans le nom de son flux.</translation>
+    </message>
+    <message id="sidebar.template.menu.title">
+        <source>New from Template</source>
+        <translation>Nouveau depuis un modèle</translation>
+    </message>
+    <message id="sidebar.template.menu.help">
+        <source>Make a new flow from a saved template</source>
+        <translation>Créer un flux à partir d'un modèle enregistré</translation>
+    </message>
+    <message id="sidebar.context.duplicate">
+        <source>Duplicate</source>
+        <translation>Dupliquer</translation>
+    </message>
+    <message id="sidebar.context.saveTemplate">
+        <source>Save as Template</source>
+        <translation>Enregistrer comme modèle</translation>
+    </message>
+    <message id="sidebar.row.archiveDone">
+        <source>Archive Done Tasks…</source>
+        <translation>Archiver les tâches terminées…</translation>
+    </message>
+    <message id="archive.confirm.title ">
+        <source>Archive the done tasks of “%1”?</source>
+        <translation>Archiver les tâches terminées de « %1 » ?</translation>
+    </message>
+    <message id="archive.confirm.message">
+        <source>They leave the canvas along with their connections. Each one can be restored from the Archive; it comes back done, without connections.</source>
+        <translation>Elles quittent le canevas avec leurs connexions. Chacune peut être restaurée depuis les Archives ; elle revient terminée, sans connexions.</translation>
+    </message>
+    <message id="archive.confirm.action">
+        <source>Archive</source>
+        <translation>Archiver</translation>
+    </message>
+    <message id="archive.confirm.cancel">
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message id="menu.file">
+        <source>&amp;File</source>
+        <translation>&amp;Fichier</translation>
+    </message>
+    <message id="menu.edit">
+        <source>&amp;Edit</source>
+        <translation>É&amp;dition</translation>
+    </message>
+    <message id="menu.quit">
+        <source>Quit</source>
+        <translation>Quitter</translation>
+    </message>
+    <message id="menu.undo">
+        <source>Undo</source>
+        <translation>Annuler</translation>
+    </message>
+    <message id="menu.redo">
+        <source>Redo</source>
+        <translation>Rétablir</translation>
+    </message>
 </context>
 </TS>

@@ -231,5 +231,109 @@
         <source>Yesterday</source>
         <translation>Dün</translation>
     </message>
+    <message id="sidebar.route.archive">
+        <source>Archive</source>
+        <translation>Arşiv</translation>
+    </message>
+    <message id="archive.title">
+        <source>Archive</source>
+        <translation>Arşiv</translation>
+    </message>
+    <message id="archive.search.placeholder">
+        <source>Search the archive</source>
+        <translation>Arşivde ara</translation>
+    </message>
+    <message id="archive.row.repeated">
+        <source>Repeated · round %1</source>
+        <translation>Tekrarlandı · %1. tur</translation>
+    </message>
+    <message id="archive.row.restore">
+        <source>Restore</source>
+        <translation>Geri yükle</translation>
+    </message>
+    <message id="archive.row.restore.help">
+        <source>Put the task back into its flow, marked as done</source>
+        <translation>Görevi tamamlanmış olarak akışına geri koy</translation>
+    </message>
+    <message id="archive.row.delete">
+        <source>Delete</source>
+        <translation>Sil</translation>
+    </message>
+    <message id="archive.count.label">
+        <source>Entries: %1</source>
+        <translation>Kayıt: %1</translation>
+    </message>
+    <message id="archive.empty.title">
+        <source>Nothing archived yet</source>
+        <translation>Henüz arşivlenen bir şey yok</translation>
+    </message>
+    <message id="archive.empty.message">
+        <source>Done tasks you archive from a flow, and each finished round of a repeating task, are kept here by day.</source>
+        <translation>Bir akıştan arşivlediğin tamamlanmış görevler ve tekrarlanan görevlerin biten her turu burada güne göre saklanır.</translation>
+    </message>
+    <message id="archive.empty.search.title">
+        <source>No matches</source>
+        <translation>Eşleşme yok</translation>
+    </message>
+    <message id="archive.empty.search.message">
+        <source>No archived task has this text in its title or in the name of its flow.</source>
+        <translation>Başlığında ya da akışının adında bu metin geçen arşivlenmiş görev yok.</translation>
+    </message>
+    <message id="sidebar.template.menu.title">
+        <source>New from Template</source>
+        <translation>Şablondan yeni akış</translation>
+    </message>
+    <message id="sidebar.template.menu.help">
+        <source>Make a new flow from a saved template</source>
+        <translation>Kayıtlı bir şablondan yeni akış oluştur</translation>
+    </message>
+    <message id="sidebar.context.duplicate">
+        <source>Duplicate</source>
+        <translation>Çoğalt</translation>
+    </message>
+    <message id="sidebar.context.saveTemplate">
+        <source>Save as Template</source>
+        <translation>Şablon olarak kaydet</translation>
+    </message>
+    <message id="sidebar.row.archiveDone">
+        <source>Archive Done Tasks…</source>
+        <translation>Tamamlanan görevleri arşivle…</translation>
+    </message>
+    <message id="archive.confirm.title ">
+        <source>Archive the done tasks of “%1”?</source>
+        <translation>“%1” akışındaki tamamlanan görevler arşivlensin mi?</translation>
+    </message>
+    <message id="archive.confirm.message">
+        <source>They leave the canvas along with their connections. Each one can be restored from the Archive; it comes back done, without connections.</source>
+        <translation>Görevler bağlantılarıyla birlikte tuvalden kalkar. Her biri Arşiv'den geri yüklenebilir; tamamlanmış olarak ve bağlantısız geri gelir.</translation>
+    </message>
+    <message id="archive.confirm.action">
+        <source>Archive</source>
+        <translation>Arşivle</translation>
+    </message>
+    <message id="archive.confirm.cancel">
+        <source>Cancel</source>
+        <translation>İptal</translation>
+    </message>
+    <message id="menu.file">
+        <source>&amp;File</source>
+        <translation>&amp;Dosya</translation>
+    </message>
+    <message id="menu.edit">
+        <source>&amp;Edit</source>
+        <translation>Dü&amp;zen</translation>
+    </message>
+    <message id="menu.quit">
+        <source>Quit</source>
+        <translation>Çık</translation>
+    </message>
+    <message id="menu.undo">
+        <source>Undo</source>
+        <translation>Geri al</translation>
+    </message>
+    <message id="menu.redo">
+        <source>Redo</source>
+        <translation>Yinele</translation>
+    </message>
 </context>
 </TS>

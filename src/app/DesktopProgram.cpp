@@ -3,7 +3,9 @@
 #include "Glyphs.h"
 #include "MainWindow.h"
 #include "Theme.h"
+#include "ThumbnailMaker.h"
 #include "domain/ActiveFlowState.h"
+#include "domain/FenrowHistory.h"
 #include "domain/FenrowModelContainer.h"
 #include "domain/FenrowStore.h"
 #include "domain/SystemClock.h"
@@ -44,10 +46,13 @@ int run(QApplication &application)
         reportFatalStop(fatal);
         return 1;
     }
+    store->setThumbnailMaker(&ThumbnailMaker::make);
+    // Undo lives as long as the store it replays into, and no longer.
+    FenrowHistory history(*store);
 
     const auto settings = SettingsFile::open();
     ActiveFlowState activeFlow;
-    MainWindow window(*store, activeFlow, *settings);
+    MainWindow window(*store, history, activeFlow, *settings);
     QObject::connect(&window, &MainWindow::quitRequested, &application, &QCoreApplication::quit);
     window.show();
     return application.exec();

@@ -4,20 +4,22 @@
 
 namespace fenrow {
 
-// What the detail area of the main window shows: nothing, one flow, or the
-// Ready list of all flows. A value: the window owns the current one and
-// the sidebar mirrors it.
+// What the detail area of the main window shows: nothing, one flow, the
+// Ready list of all flows, or the archive. A value: the window owns the
+// current one and the sidebar mirrors it.
 class DetailRoute {
 public:
-    enum class Kind { none, flow, ready };
+    enum class Kind { none, flow, ready, archive };
 
     DetailRoute() = default;
     static DetailRoute flow(const QUuid &id) { return id.isNull() ? DetailRoute() : DetailRoute(Kind::flow, id); }
     static DetailRoute ready() { return DetailRoute(Kind::ready, {}); }
+    static DetailRoute archive() { return DetailRoute(Kind::archive, {}); }
 
     Kind kind() const { return m_kind; }
     bool isNone() const { return m_kind == Kind::none; }
     bool isReady() const { return m_kind == Kind::ready; }
+    bool isArchive() const { return m_kind == Kind::archive; }
     // The flow's id for a flow route, null for the others.
     QUuid flowId() const { return m_flowId; }
 

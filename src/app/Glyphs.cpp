@@ -112,6 +112,79 @@ QIcon readyList(const QColor &color)
     });
 }
 
+QIcon archiveBox(const QColor &color)
+{
+    return drawnIcon([&](QPainter &painter) {
+        painter.setPen(QPen(color, 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(2, 3, 12, 3.2), 1, 1);
+        QPainterPath body;
+        body.moveTo(3, 6.2);
+        body.lineTo(3, 12.2);
+        body.quadTo(3, 13.5, 4.3, 13.5);
+        body.lineTo(11.7, 13.5);
+        body.quadTo(13, 13.5, 13, 12.2);
+        body.lineTo(13, 6.2);
+        painter.drawPath(body);
+        painter.drawLine(QPointF(6.5, 9), QPointF(9.5, 9));
+    });
+}
+
+QIcon templates(const QColor &color)
+{
+    return drawnIcon([&](QPainter &painter) {
+        painter.setPen(QPen(color, 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setBrush(Qt::NoBrush);
+        // The back sheet shows only where the front one leaves it.
+        QPainterPath back;
+        back.moveTo(5, 2.5);
+        back.lineTo(12, 2.5);
+        back.quadTo(13.5, 2.5, 13.5, 4);
+        back.lineTo(13.5, 11);
+        painter.drawPath(back);
+        painter.drawRoundedRect(QRectF(2.5, 5, 8.5, 8.5), 1.5, 1.5);
+        painter.drawLine(QPointF(4.8, 8), QPointF(8.7, 8));
+        painter.drawLine(QPointF(4.8, 10.6), QPointF(7.4, 10.6));
+    });
+}
+
+QIcon restore(const QColor &color)
+{
+    return drawnIcon([&](QPainter &painter) {
+        painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setBrush(Qt::NoBrush);
+        // Most of a circle, open at the top left where the arrow starts.
+        painter.drawArc(QRectF(3, 3, 10.5, 10.5), 150 * 16, -290 * 16);
+        QPainterPath head;
+        head.moveTo(2.6, 3.6);
+        head.lineTo(3.6, 6.9);
+        head.lineTo(6.9, 6.1);
+        painter.drawPath(head);
+    });
+}
+
+QIcon trash(const QColor &color)
+{
+    return drawnIcon([&](QPainter &painter) {
+        painter.setPen(QPen(color, 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawLine(QPointF(2.5, 4.5), QPointF(13.5, 4.5));
+        painter.drawLine(QPointF(6.3, 4.5), QPointF(6.7, 2.5));
+        painter.drawLine(QPointF(6.7, 2.5), QPointF(9.3, 2.5));
+        painter.drawLine(QPointF(9.3, 2.5), QPointF(9.7, 4.5));
+        QPainterPath can;
+        can.moveTo(4, 4.5);
+        can.lineTo(4.8, 12.6);
+        can.quadTo(4.9, 13.6, 5.9, 13.6);
+        can.lineTo(10.1, 13.6);
+        can.quadTo(11.1, 13.6, 11.2, 12.6);
+        can.lineTo(12, 4.5);
+        painter.drawPath(can);
+        painter.drawLine(QPointF(6.9, 7), QPointF(7.1, 11.2));
+        painter.drawLine(QPointF(9.1, 7), QPointF(8.9, 11.2));
+    });
+}
+
 namespace {
 
 // A square of side `side` centred in `rect`: symbols keep their proportions
@@ -230,6 +303,41 @@ void paintCalendarClock(QPainter &painter, const QRectF &box, const QColor &colo
     painter.drawPath(hands);
 }
 
+void paintOpenBox(QPainter &painter, const QRectF &box, const QColor &color, qreal stroke)
+{
+    const qreal s = box.width();
+    const auto at = [&](qreal x, qreal y) { return QPointF(box.left() + s * x, box.top() + s * y); };
+    painter.setPen(QPen(color, stroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    // The body, and its two flaps folded open.
+    QPainterPath body;
+    body.moveTo(at(0.16, 0.4));
+    body.lineTo(at(0.16, 0.82));
+    body.quadTo(at(0.16, 0.88), at(0.22, 0.88));
+    body.lineTo(at(0.78, 0.88));
+    body.quadTo(at(0.84, 0.88), at(0.84, 0.82));
+    body.lineTo(at(0.84, 0.4));
+    body.closeSubpath();
+    painter.drawPath(body);
+    painter.drawLine(at(0.16, 0.4), at(0.06, 0.22));
+    painter.drawLine(at(0.84, 0.4), at(0.94, 0.22));
+    painter.drawLine(at(0.06, 0.22), at(0.3, 0.22));
+    painter.drawLine(at(0.94, 0.22), at(0.7, 0.22));
+    painter.drawLine(at(0.4, 0.58), at(0.6, 0.58));
+}
+
+void paintMagnifier(QPainter &painter, const QRectF &box, const QColor &color, qreal stroke)
+{
+    const qreal s = box.width();
+    const QPointF c(box.left() + s * 0.42, box.top() + s * 0.42);
+    const qreal r = s * 0.28;
+    painter.setPen(QPen(color, stroke, Qt::SolidLine, Qt::RoundCap));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawEllipse(c, r, r);
+    painter.setPen(QPen(color, stroke * 1.8, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(c + QPointF(r * 0.74, r * 0.74), QPointF(box.left() + s * 0.88, box.top() + s * 0.88));
+}
+
 } // namespace
 
 void paintSymbol(QPainter &painter, const QRectF &rect, Symbol symbol, const QColor &color)
@@ -251,6 +359,12 @@ void paintSymbol(QPainter &painter, const QRectF &rect, Symbol symbol, const QCo
         break;
     case Symbol::allDeferred:
         paintCalendarClock(painter, box, color, stroke);
+        break;
+    case Symbol::archiveEmpty:
+        paintOpenBox(painter, box, color, stroke);
+        break;
+    case Symbol::noMatches:
+        paintMagnifier(painter, box, color, stroke);
         break;
     }
     painter.restore();
@@ -312,6 +426,21 @@ void paintMark(QPainter &painter, const QRectF &rect, Mark mark, const QColor &c
         painter.drawRoundedRect(QRectF(at(0.14, 0.06), at(0.86, 0.94)), s * 0.12, s * 0.12);
         for (const qreal y : {0.32, 0.5, 0.68})
             painter.drawLine(at(0.32, y), at(y < 0.6 ? 0.68 : 0.54, y));
+        break;
+    }
+    case Mark::repeat: {
+        // Two arrows chasing each other round.
+        const QRectF ring(at(0.12, 0.12), at(0.88, 0.88));
+        painter.drawArc(ring, 20 * 16, 140 * 16);
+        painter.drawArc(ring, 200 * 16, 140 * 16);
+        QPainterPath heads;
+        heads.moveTo(at(0.62, 0.1));
+        heads.lineTo(at(0.86, 0.34));
+        heads.lineTo(at(0.96, 0.08));
+        heads.moveTo(at(0.38, 0.9));
+        heads.lineTo(at(0.14, 0.66));
+        heads.lineTo(at(0.04, 0.92));
+        painter.drawPath(heads);
         break;
     }
     }

@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "ArchiveListView.h"
 #include "DayChangeTimer.h"
 #include "EmptyStateView.h"
 #include "FlowDetailView.h"
@@ -8,16 +9,23 @@
 #include "Sidebar.h"
 #include "canvas/NodeSizeResolver.h"
 #include "domain/ActiveFlowState.h"
+#include "domain/FenrowHistory.h"
 #include "domain/FenrowStore.h"
 #include "shell/SampleFlow.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QStackedWidget>
+#include <QTextEdit>
 
 namespace fenrow {
 
-MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QSettings &settings, QWidget *parent)
-    : QMainWindow(parent), m_store(store), m_activeFlow(activeFlow), m_settings(settings)
+MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowState &activeFlow, QSettings &settings,
+                       QWidget *parent)
+    : QMainWindow(parent), m_store(store), m_history(history), m_activeFlow(activeFlow), m_settings(settings)
 {
     setMinimumSize(minimumWindowWidth, minimumWindowHeight);
     resize(1040, 680);
@@ -36,10 +44,12 @@ MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QSetting
     m_emptyDetail->setContent(Glyphs::Symbol::emptySelection, qtTrId("detail.empty.title"),
                               qtTrId("detail.empty.message"));
     m_flowDetail = new FlowDetailView(store, m_detail);
-    m_readyList = new ReadyListView(store, settings, m_detail);
+    m_readyList = new ReadyListView(store, history, settings, m_detail);
+    m_archiveList = new ArchiveListView(store, m_detail);
     m_detail->addWidget(m_emptyDetail);
     m_detail->addWidget(m_flowDetail);
     m_detail->addWidget(m_readyList);
+    m_detail->addWidget(m_archiveList);
 
     auto *row = new QHBoxLayout(root);
     row->setContentsMargins(0, 0, 0, 0);
@@ -51,10 +61,18 @@ MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QSetting
     setSidebarWidth(Sidebar::defaultWidth);
 
     // What is ready and what is overdue depend on the day, not only on the
-    // records.
+    // records; so does which archive day is "Today".
     m_dayChange = new DayChangeTimer(store.clock(), store.calendar(), this);
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_sidebar, &Sidebar::refreshReadyCount);
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_readyList, &ReadyListView::reload);
+    connect(m_dayChange, &DayChangeTimer::dayChanged, m_archiveList, &ArchiveListView::reload);
+
+    makeMenus();
+    connect(&m_history, &FenrowHistory::stacksChanged, this, &MainWindow::updateEditActions);
+    // A text field takes Undo for itself while it has the focus.
+    connect(qApp, &QApplication::focusChanged, this, &MainWindow::updateEditActions);
+    m_history.setActiveFlowID(std::nullopt);
+    updateEditActions();
 
     connect(divider, &PanelResizeDivider::widthChanged, this, &MainWindow::setSidebarWidth);
     connect(divider, &PanelResizeDivider::resizeFinished, this, &MainWindow::sidebarWidthCommitted);
@@ -64,6 +82,83 @@ MainWindow::MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QSetting
     connect(&m_store, &FenrowStore::changed, this, &MainWindow::followStore);
 
     showRoute();
+}
+
+void MainWindow::makeMenus()
+{
+    QMenu *file = menuBar()->addMenu(qtTrId("menu.file"));
+    file->setObjectName(QStringLiteral("menu.file"));
+    QAction *quit = file->addAction(qtTrId("menu.quit"), this, &MainWindow::quitRequested);
+    quit->setObjectName(QStringLiteral("menu.quit"));
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quit->setMenuRole(QAction::QuitRole);
+
+    QMenu *edit = menuBar()->addMenu(qtTrId("menu.edit"));
+    edit->setObjectName(QStringLiteral("menu.edit"));
+    m_undo = edit->addAction(qtTrId("menu.undo"), this, &MainWindow::undo);
+    m_undo->setObjectName(QStringLiteral("menu.undo"));
+    m_undo->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+    m_redo = edit->addAction(qtTrId("menu.redo"), this, &MainWindow::redo);
+    m_redo->setObjectName(QStringLiteral("menu.redo"));
+    m_redo->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
+}
+
+namespace {
+
+// Runs a text field's own undo or redo when one has the focus.
+bool editFocusedText(bool undoing)
+{
+    QWidget *focus = QApplication::focusWidget();
+    if (auto *line = qobject_cast<QLineEdit *>(focus)) {
+        undoing ? line->undo() : line->redo();
+        return true;
+    }
+    if (auto *text = qobject_cast<QTextEdit *>(focus)) {
+        undoing ? text->undo() : text->redo();
+        return true;
+    }
+    if (auto *plain = qobject_cast<QPlainTextEdit *>(focus)) {
+        undoing ? plain->undo() : plain->redo();
+        return true;
+    }
+    return false;
+}
+
+bool isTextField(const QWidget *widget)
+{
+    return qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QTextEdit *>(widget) ||
+           qobject_cast<const QPlainTextEdit *>(widget);
+}
+
+} // namespace
+
+void MainWindow::undo()
+{
+    if (!editFocusedText(true))
+        m_history.undo();
+}
+
+void MainWindow::redo()
+{
+    if (!editFocusedText(false))
+        m_history.redo();
+}
+
+void MainWindow::updateEditActions()
+{
+    // A field knows its own steps; the menu just hands the command over.
+    if (isTextField(QApplication::focusWidget())) {
+        m_undo->setEnabled(true);
+        m_redo->setEnabled(true);
+        return;
+    }
+    if (const std::optional<QUuid> flow = m_history.activeFlowID()) {
+        m_undo->setEnabled(m_history.canUndo(*flow));
+        m_redo->setEnabled(m_history.canRedo(*flow));
+    } else {
+        m_undo->setEnabled(!m_history.borrowedUndo().isEmpty());
+        m_redo->setEnabled(!m_history.borrowedRedo().isEmpty());
+    }
 }
 
 int MainWindow::sidebarWidth() const
@@ -100,7 +195,10 @@ void MainWindow::setRoute(const DetailRoute &requested)
     if (route != m_route) {
         m_route = route;
         const QUuid flow = route.flowId();
-        m_activeFlow.setActiveFlowID(flow.isNull() ? std::nullopt : std::optional<QUuid>(flow));
+        const std::optional<QUuid> active = flow.isNull() ? std::nullopt : std::optional<QUuid>(flow);
+        m_activeFlow.setActiveFlowID(active);
+        m_history.setActiveFlowID(active);
+        updateEditActions();
     }
     m_sidebar->setRoute(m_route);
     showRoute();
@@ -132,6 +230,10 @@ void MainWindow::showRoute()
     case DetailRoute::Kind::ready:
         setWindowTitle(qtTrId("ready.title"));
         m_detail->setCurrentWidget(m_readyList);
+        return;
+    case DetailRoute::Kind::archive:
+        setWindowTitle(qtTrId("archive.title"));
+        m_detail->setCurrentWidget(m_archiveList);
         return;
     case DetailRoute::Kind::none:
         break;

@@ -5,23 +5,27 @@
 #include <QMainWindow>
 #include <QUuid>
 
+class QAction;
 class QSettings;
 class QStackedWidget;
 
 namespace fenrow {
 
 class ActiveFlowState;
+class ArchiveListView;
 class DayChangeTimer;
 class EmptyStateView;
+class FenrowHistory;
 class FenrowStore;
 class FlowDetailView;
 class ReadyListView;
 class Sidebar;
 
 // The one main window: the sidebar on the left, the detail of the current
-// route on the right (a flow, the Ready list, or the empty state). The
-// window owns the route; it follows the store, so a deleted flow hands the
-// place to the first remaining one, or to nothing.
+// route on the right (a flow, the Ready list, the archive, or the empty
+// state). The window owns the route; it follows the store, so a deleted
+// flow hands the place to the first remaining one, or to nothing. The
+// history learns from the route which flow Undo and Redo act on.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -29,7 +33,8 @@ public:
     static constexpr int minimumWindowWidth = 720;
     static constexpr int minimumWindowHeight = 480;
 
-    MainWindow(FenrowStore &store, ActiveFlowState &activeFlow, QSettings &settings, QWidget *parent = nullptr);
+    MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowState &activeFlow, QSettings &settings,
+               QWidget *parent = nullptr);
 
     // A flow route to a flow the store doesn't know shows the empty state.
     void setRoute(const DetailRoute &route);
@@ -44,6 +49,14 @@ public:
 
     Sidebar *sidebar() const { return m_sidebar; }
     ReadyListView *readyList() const { return m_readyList; }
+    ArchiveListView *archiveList() const { return m_archiveList; }
+    QAction *undoAction() const { return m_undo; }
+    QAction *redoAction() const { return m_redo; }
+
+    // The Edit menu's commands: a focused text field's own, or else the
+    // history's for the shown flow (or the latest step taken elsewhere).
+    void undo();
+    void redo();
 
 signals:
     void quitRequested();
@@ -54,11 +67,14 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void makeMenus();
+    void updateEditActions();
     void followStore();
     void showRoute();
     void seedSampleFlow();
 
     FenrowStore &m_store;
+    FenrowHistory &m_history;
     ActiveFlowState &m_activeFlow;
     QSettings &m_settings;
     Sidebar *m_sidebar = nullptr;
@@ -66,6 +82,9 @@ private:
     EmptyStateView *m_emptyDetail = nullptr;
     FlowDetailView *m_flowDetail = nullptr;
     ReadyListView *m_readyList = nullptr;
+    ArchiveListView *m_archiveList = nullptr;
+    QAction *m_undo = nullptr;
+    QAction *m_redo = nullptr;
     DayChangeTimer *m_dayChange = nullptr;
     DetailRoute m_route;
     bool m_hasAppeared = false;

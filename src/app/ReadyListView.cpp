@@ -5,6 +5,7 @@
 #include "ReadyRowDelegate.h"
 #include "Theme.h"
 #include "domain/Clock.h"
+#include "domain/FenrowHistory.h"
 #include "domain/FenrowStore.h"
 
 #include <QButtonGroup>
@@ -100,8 +101,8 @@ QString sortTitle(ReadySort sort)
 
 } // namespace
 
-ReadyListView::ReadyListView(FenrowStore &store, QSettings &settings, QWidget *parent)
-    : QWidget(parent), m_store(store), m_settings(settings)
+ReadyListView::ReadyListView(FenrowStore &store, FenrowHistory &history, QSettings &settings, QWidget *parent)
+    : QWidget(parent), m_store(store), m_history(history), m_settings(settings)
 {
     setObjectName(QStringLiteral("ready.root"));
     setAutoFillBackground(true);
@@ -133,12 +134,7 @@ ReadyListView::ReadyListView(FenrowStore &store, QSettings &settings, QWidget *p
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->setMouseTracking(true);
     m_list->setStyleSheet(QStringLiteral("QListView { background: transparent; outline: none; }"));
-    m_list->verticalScrollBar()->setStyleSheet(
-        QStringLiteral("QScrollBar:vertical { width: 8px; background: transparent; margin: 0; }"
-                       " QScrollBar::handle:vertical { background: %1; border-radius: 4px; min-height: 28px; }"
-                       " QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical { height: 0; }"
-                       " QScrollBar::add-page:vertical, QScrollBar::sub-page:vertical { background: none; }")
-            .arg(Color::ringOutline.name()));
+    m_list->verticalScrollBar()->setStyleSheet(thinScrollBarStyle());
     m_list->viewport()->installEventFilter(this);
     m_list->installEventFilter(this);
     connect(m_list, &QListView::doubleClicked, this, [this](const QModelIndex &index) {
@@ -274,8 +270,13 @@ void ReadyListView::showEmptyReason()
 
 void ReadyListView::complete(const QUuid &nodeId)
 {
-    if (const FlowNode *node = m_store.node(nodeId); node && !node->isDone)
-        m_store.setStatus(NodeStatus::done, *node);
+    const FlowNode *node = m_store.node(nodeId);
+    if (!node || node->isDone || !node->flow())
+        return;
+    // No canvas shows the flow here: the step is borrowed, so the menu's
+    // Undo finds it from this list too.
+    m_history.recordBorrowedAction(QStringLiteral("Change status"), *node->flow(),
+                                   [&] { m_store.setStatus(NodeStatus::done, *node); });
 }
 
 bool ReadyListView::eventFilter(QObject *watched, QEvent *event)

@@ -15,20 +15,22 @@ class QStackedWidget;
 namespace fenrow {
 
 class EmptyStateView;
+class FenrowHistory;
 class FenrowStore;
 class ReadyListModel;
 
 // The detail of the Ready route: every ready task of every flow, in the
 // user's chosen sort, with today's tasks first; or, when nothing is ready,
 // why not. It re-reads the store on each change (while hidden, when it next
-// appears) and writes records only through store operations.
+// appears) and writes records only through store operations; a completion
+// is an undoable step of its flow's history.
 class ReadyListView : public QWidget {
     Q_OBJECT
 
 public:
     static constexpr const char *sortKey = "preferences.readySort";
 
-    ReadyListView(FenrowStore &store, QSettings &settings, QWidget *parent = nullptr);
+    ReadyListView(FenrowStore &store, FenrowHistory &history, QSettings &settings, QWidget *parent = nullptr);
 
     void setSort(ReadySort sort);
     ReadySort sort() const;
@@ -57,6 +59,7 @@ private:
     void arrangeHeader();
 
     FenrowStore &m_store;
+    FenrowHistory &m_history;
     QSettings &m_settings;
     ReadyListModel *m_model = nullptr;
     QBoxLayout *m_header = nullptr;

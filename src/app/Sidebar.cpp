@@ -5,6 +5,7 @@
 #include "FlowRowDelegate.h"
 #include "Glyphs.h"
 #include "SidebarRouteRow.h"
+#include "TemplateMenuButton.h"
 #include "Theme.h"
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
@@ -46,12 +47,7 @@ Sidebar::Sidebar(FenrowStore &store, QWidget *parent) : QWidget(parent), m_store
     m_list->setModel(m_model);
     m_list->setItemDelegate(new FlowRowDelegate(m_list));
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_list->verticalScrollBar()->setStyleSheet(
-        QStringLiteral("QScrollBar:vertical { width: 8px; background: transparent; margin: 0; }"
-                       " QScrollBar::handle:vertical { background: %1; border-radius: 4px; min-height: 28px; }"
-                       " QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical { height: 0; }"
-                       " QScrollBar::add-page:vertical, QScrollBar::sub-page:vertical { background: none; }")
-            .arg(Color::ringOutline.name()));
+    m_list->verticalScrollBar()->setStyleSheet(thinScrollBarStyle());
     connect(m_list, &QWidget::customContextMenuRequested, this, &Sidebar::showRowMenu);
     // Selection, not the current index: focusing the list makes a row
     // current without the user choosing it.
@@ -64,7 +60,11 @@ Sidebar::Sidebar(FenrowStore &store, QWidget *parent) : QWidget(parent), m_store
     column->setSpacing(0);
     column->addWidget(makeBrandHeader());
     column->addSpacing(16);
-    column->addWidget(makeReadyRow());
+    m_ready = makeRouteRow(Glyphs::readyList(Color::accent), "sidebar.route.ready", DetailRoute::ready());
+    m_archive = makeRouteRow(Glyphs::archiveBox(Color::accent), "sidebar.route.archive", DetailRoute::archive());
+    column->addWidget(m_ready);
+    column->addWidget(m_archive);
+    refreshReadyCount();
     column->addSpacing(18);
     column->addWidget(makeSectionHeader());
     column->addSpacing(4);
@@ -89,20 +89,19 @@ QWidget *Sidebar::makeBrandHeader()
     return header;
 }
 
-SidebarRouteRow *Sidebar::makeReadyRow()
+SidebarRouteRow *Sidebar::makeRouteRow(const QIcon &icon, const char *name, const DetailRoute &route)
 {
-    m_ready = new SidebarRouteRow(Glyphs::readyList(Color::accent), qtTrId("sidebar.route.ready"), this);
-    m_ready->setObjectName(QStringLiteral("sidebar.route.ready"));
-    connect(m_ready, &QAbstractButton::clicked, this, [this] {
+    auto *row = new SidebarRouteRow(icon, qtTrId(name), this);
+    row->setObjectName(QString::fromLatin1(name));
+    connect(row, &QAbstractButton::clicked, this, [this, row, route] {
         // A click on the chosen row would uncheck it; the route stays.
-        m_ready->setChecked(true);
-        if (m_route.isReady())
+        row->setChecked(true);
+        if (m_route == route)
             return;
-        setRoute(DetailRoute::ready());
+        setRoute(route);
         emit routeSelected(m_route);
     });
-    refreshReadyCount();
-    return m_ready;
+    return row;
 }
 
 void Sidebar::refreshReadyCount()
@@ -137,7 +136,14 @@ QWidget *Sidebar::makeSectionHeader()
                            .arg(Color::hover.name(), Color::track.name()));
     connect(add, &QToolButton::clicked, this, &Sidebar::createFlow);
 
+    m_templates = new TemplateMenuButton(m_store, header);
+    connect(m_templates, &TemplateMenuButton::flowCreated, this, [this](const QUuid &id) {
+        setRoute(DetailRoute::flow(id));
+        emit routeSelected(m_route);
+    });
+
     row->addWidget(title, 1);
+    row->addWidget(m_templates);
     row->addWidget(add);
     return header;
 }
@@ -162,6 +168,7 @@ void Sidebar::setRoute(const DetailRoute &route)
 {
     m_route = route;
     m_ready->setChecked(route.isReady());
+    m_archive->setChecked(route.isArchive());
     restoreSelection();
 }
 
@@ -212,32 +219,42 @@ void Sidebar::beginRename(const QUuid &id)
     m_list->edit(index);
 }
 
-QMessageBox *Sidebar::confirmDelete(const QUuid &id)
+QMessageBox *Sidebar::askAboutFlow(const QString &name, const QString &title, const QString &message,
+                                   const QString &actionText, const QColor &color, QPushButton *&action)
 {
-    const TaskFlow *flow = m_store.flow(id);
-    if (!flow)
-        return nullptr;
-    const QString title = qtTrId("sidebar.row.delete.confirm.title %@").arg(flow->name);
     auto *box = new QMessageBox(window());
-    box->setObjectName(QStringLiteral("sidebar.row.deleteConfirmation"));
+    box->setObjectName(name);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowModality(Qt::WindowModal);
     box->setWindowTitle(title);
-    // The name is the user's text: never read it as markup.
+    // The title holds the flow's name, the user's text: never read it as markup.
     box->setTextFormat(Qt::PlainText);
     box->setText(title);
-    box->setInformativeText(qtTrId("sidebar.row.delete.confirm.message"));
+    box->setInformativeText(message);
     box->setStyleSheet(QStringLiteral("QLabel#qt_msgbox_label { font-weight: 600; font-size: %1pt; }"
                                       " QLabel#qt_msgbox_informativelabel { color: %2; }")
                            .arg(titleFont().pointSizeF() * 0.8)
                            .arg(Color::secondaryText.name()));
 
-    QPushButton *remove = box->addButton(qtTrId("sidebar.row.delete"), QMessageBox::DestructiveRole);
-    remove->setObjectName(QStringLiteral("sidebar.row.confirmDelete"));
-    remove->setStyleSheet(QStringLiteral("QPushButton { color: white; background: %1; border: none;"
+    action = box->addButton(actionText, QMessageBox::AcceptRole);
+    action->setStyleSheet(QStringLiteral("QPushButton { color: white; background: %1; border: none;"
                                          " border-radius: 5px; padding: 5px 14px; }"
                                          " QPushButton:hover { background: %2; }")
-                              .arg(Color::destructive.name(), Color::destructive.darker(115).name()));
+                              .arg(color.name(), color.darker(115).name()));
+    return box;
+}
+
+QMessageBox *Sidebar::confirmDelete(const QUuid &id)
+{
+    const TaskFlow *flow = m_store.flow(id);
+    if (!flow)
+        return nullptr;
+    QPushButton *remove = nullptr;
+    QMessageBox *box = askAboutFlow(QStringLiteral("sidebar.row.deleteConfirmation"),
+                                    qtTrId("sidebar.row.delete.confirm.title %@").arg(flow->name),
+                                    qtTrId("sidebar.row.delete.confirm.message"), qtTrId("sidebar.row.delete"),
+                                    Color::destructive, remove);
+    remove->setObjectName(QStringLiteral("sidebar.row.confirmDelete"));
     QPushButton *cancel = box->addButton(qtTrId("sidebar.row.delete.confirm.cancel"), QMessageBox::RejectRole);
     cancel->setObjectName(QStringLiteral("sidebar.row.confirmCancel"));
     // Return must not destroy work: the safe answer is the default.
@@ -254,18 +271,69 @@ QMessageBox *Sidebar::confirmDelete(const QUuid &id)
     return box;
 }
 
+QMessageBox *Sidebar::confirmArchiveDone(const QUuid &id)
+{
+    const TaskFlow *flow = m_store.flow(id);
+    if (!flow)
+        return nullptr;
+    QPushButton *archive = nullptr;
+    QMessageBox *box = askAboutFlow(QStringLiteral("sidebar.row.archiveConfirmation"),
+                                    qtTrId("archive.confirm.title ").arg(flow->name),
+                                    qtTrId("archive.confirm.message"), qtTrId("archive.confirm.action"),
+                                    Color::accent, archive);
+    archive->setObjectName(QStringLiteral("sidebar.row.confirmArchive"));
+    QPushButton *cancel = box->addButton(qtTrId("archive.confirm.cancel"), QMessageBox::RejectRole);
+    cancel->setObjectName(QStringLiteral("sidebar.row.confirmCancel"));
+    // Taking many tasks off the canvas is undone one record at a time.
+    box->setDefaultButton(cancel);
+    box->setEscapeButton(cancel);
+
+    connect(box, &QMessageBox::buttonClicked, this, [this, id, archive](QAbstractButton *button) {
+        const TaskFlow *target = m_store.flow(id);
+        if (button == archive && target)
+            m_store.archiveDone(*target);
+    });
+    box->open();
+    return box;
+}
+
+void Sidebar::duplicateFlow(const QUuid &id)
+{
+    const TaskFlow *flow = m_store.flow(id);
+    if (!flow)
+        return;
+    const QUuid copy = m_store.duplicateFlow(*flow)->id;
+    setRoute(DetailRoute::flow(copy));
+    emit routeSelected(m_route);
+}
+
 QMenu *Sidebar::rowMenu(const QUuid &id)
 {
     auto *menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("sidebar.row.menu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    QAction *rename = menu->addAction(qtTrId("sidebar.row.action.rename"));
-    rename->setObjectName(QStringLiteral("sidebar.row.action.rename"));
-    connect(rename, &QAction::triggered, this, [this, id] { beginRename(id); });
+    const auto add = [&](const char *name, auto &&run) {
+        QAction *action = menu->addAction(qtTrId(name));
+        action->setObjectName(QString::fromLatin1(name));
+        connect(action, &QAction::triggered, this, std::forward<decltype(run)>(run));
+        return action;
+    };
+    add("sidebar.row.action.rename", [this, id] { beginRename(id); });
     menu->addSeparator();
-    QAction *remove = menu->addAction(qtTrId("sidebar.row.action.delete"));
-    remove->setObjectName(QStringLiteral("sidebar.row.action.delete"));
-    connect(remove, &QAction::triggered, this, [this, id] { confirmDelete(id); });
+    add("sidebar.context.duplicate", [this, id] { duplicateFlow(id); });
+    add("sidebar.context.saveTemplate", [this, id] {
+        if (const TaskFlow *flow = m_store.flow(id))
+            m_store.saveAsTemplate(*flow);
+    });
+    QAction *archive = add("sidebar.row.archiveDone", [this, id] { confirmArchiveDone(id); });
+    // Offered only when there is done work to take away.
+    bool hasDone = false;
+    if (const TaskFlow *flow = m_store.flow(id))
+        for (const FlowNode *node : flow->items())
+            hasDone = hasDone || node->isDone;
+    archive->setEnabled(hasDone);
+    menu->addSeparator();
+    add("sidebar.row.action.delete", [this, id] { confirmDelete(id); });
     return menu;
 }
 

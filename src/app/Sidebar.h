@@ -17,9 +17,10 @@ class FenrowStore;
 class FlowListModel;
 class FlowListView;
 class SidebarRouteRow;
+class TemplateMenuButton;
 
-// The left column of the main window: brand, the Ready row, the flows with
-// their progress, and quit. It shows which route is chosen but does not own
+// The left column of the main window: brand, the Ready and Archive rows,
+// the flows with their progress, and quit. It shows which route is chosen but does not own
 // the choice: a click asks for a route through `routeSelected`, and the
 // window answers with `setRoute`. Row actions call the store directly.
 class Sidebar : public QWidget {
@@ -45,10 +46,16 @@ public:
     void beginRename(const QUuid &id);
     // Asks before deleting; the answer arrives after the dialog closes.
     QMessageBox *confirmDelete(const QUuid &id);
+    // Asks before moving the flow's done tasks into the archive.
+    QMessageBox *confirmArchiveDone(const QUuid &id);
+    // Makes a fresh copy of the flow and selects it.
+    void duplicateFlow(const QUuid &id);
 
     FlowListView *flowList() const { return m_list; }
     FlowListModel *flowModel() const { return m_model; }
     SidebarRouteRow *readyRow() const { return m_ready; }
+    SidebarRouteRow *archiveRow() const { return m_archive; }
+    TemplateMenuButton *templateMenu() const { return m_templates; }
 
 signals:
     void routeSelected(const DetailRoute &route);
@@ -56,9 +63,13 @@ signals:
 
 private:
     QWidget *makeBrandHeader();
-    SidebarRouteRow *makeReadyRow();
+    SidebarRouteRow *makeRouteRow(const QIcon &icon, const char *name, const DetailRoute &route);
     QWidget *makeSectionHeader();
     QWidget *makeFooter();
+    // A question about a flow in a sheet of the window, with the button that
+    // goes ahead in `color` and Cancel as the safe default.
+    QMessageBox *askAboutFlow(const QString &name, const QString &title, const QString &message,
+                              const QString &actionText, const QColor &color, QPushButton *&action);
     QMenu *rowMenu(const QUuid &id);
     void showRowMenu(const QPoint &position);
     void restoreSelection();
@@ -68,6 +79,8 @@ private:
     FlowListModel *m_model = nullptr;
     FlowListView *m_list = nullptr;
     SidebarRouteRow *m_ready = nullptr;
+    SidebarRouteRow *m_archive = nullptr;
+    TemplateMenuButton *m_templates = nullptr;
     DetailRoute m_route;
     bool m_applyingSelection = false;
 };

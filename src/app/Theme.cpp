@@ -86,4 +86,13 @@ QFont largeTitleFont()
     return scaled(2.0, QFont::Bold);
 }
 
+QString thinScrollBarStyle()
+{
+    return QStringLiteral("QScrollBar:vertical { width: 8px; background: transparent; margin: 0; }"
+                          " QScrollBar::handle:vertical { background: %1; border-radius: 4px; min-height: 28px; }"
+                          " QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical { height: 0; }"
+                          " QScrollBar::add-page:vertical, QScrollBar::sub-page:vertical { background: none; }")
+        .arg(Color::ringOutline.name());
+}
+
 } // namespace fenrow::Theme

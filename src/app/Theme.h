@@ -55,5 +55,8 @@ QFont brandFont();
 QFont titleFont();
 QFont largeTitleFont();
 
+// A slim vertical scroll bar that floats over the list's own background.
+QString thinScrollBarStyle();
+
 } // namespace Theme
 } // namespace fenrow

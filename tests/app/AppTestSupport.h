@@ -5,6 +5,7 @@
 #include "MainWindow.h"
 #include "Sidebar.h"
 #include "domain/ActiveFlowState.h"
+#include "domain/FenrowHistory.h"
 #include "domain/FenrowModelContainer.h"
 #include "domain/FenrowStore.h"
 #include "domain/FixedClock.h"
@@ -46,6 +47,8 @@ protected:
                                                 LocalCalendar(QTimeZone("Europe/Berlin")), &fatal);
         if (!store)
             ADD_FAILURE() << fatal.toStdString();
+        else
+            history = std::make_unique<FenrowHistory>(*store);
     }
 
     ~WindowFixture() override
@@ -57,7 +60,7 @@ protected:
 
     MainWindow &show()
     {
-        window = std::make_unique<MainWindow>(*store, activeFlow, *settings);
+        window = std::make_unique<MainWindow>(*store, *history, activeFlow, *settings);
         window->show();
         window->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -76,6 +79,18 @@ protected:
                 store->setStatus(NodeStatus::inProgress, *node);
         }
         return *flow;
+    }
+
+    // New tasks of `flow` finished at `when` and archived right then, with
+    // any other done task of the flow.
+    void archiveAt(const QDateTime &when, const TaskFlow &flow, const QStringList &titles)
+    {
+        const QDateTime now = clock.now();
+        clock.set(when);
+        for (const QString &title : titles)
+            store->setStatus(NodeStatus::done, *store->addNode(title, flow));
+        store->archiveDone(flow);
+        clock.set(now);
     }
 
     QStringList flowNames() const
@@ -148,6 +163,7 @@ protected:
     std::unique_ptr<QSettings> settings;
     FixedClock clock;
     std::unique_ptr<FenrowStore> store;
+    std::unique_ptr<FenrowHistory> history;
     ActiveFlowState activeFlow;
     std::unique_ptr<MainWindow> window;
 

@@ -2,9 +2,12 @@
 
 #include "shell/InterfaceLanguage.h"
 
+#include "domain/NodeRecurrence.h"
+
 #include <QAbstractButton>
 #include <QDir>
 #include <QLabel>
+#include <QScreen>
 
 namespace fenrow::testing {
 namespace {
@@ -162,6 +165,63 @@ TEST_P(LookTest, ReadyListFitsAndSaysWhyWhenEmpty)
     settle();
     expectNothingClipped("empty ready list");
     saveScreenshot(*window, "ready-empty-" + code);
+}
+
+TEST_P(LookTest, ArchiveAndRowMenuFit)
+{
+    const QString code = QString::fromLatin1(GetParam().code);
+    const QStringList &titles = GetParam().tasks;
+    const QStringList &names = GetParam().flows;
+    const auto day = [](int d, int h, int m) { return QDateTime(QDate(2026, 6, d), QTime(h, m), QTimeZone("Europe/Berlin")); };
+    const TaskFlow &move = *store->addFlow(names[0]);
+    const TaskFlow &site = *store->addFlow(names[2]);
+    archiveAt(day(2, 11, 20), site, {titles[2]});
+    archiveAt(day(9, 17, 40), move, {titles[1], titles[3]});
+    archiveAt(day(10, 8, 15), move, {titles[0]});
+    const FlowNode &backup = *store->addNode(names[1], site);
+    store->setRecurrence(NodeRecurrence{RecurrenceRule::weekly, 1, std::nullopt}, backup);
+    store->setStatus(NodeStatus::done, backup);
+    store->setStatus(NodeStatus::done, *store->addNode(titles[2], move));
+    store->saveAsTemplate(site);
+    show();
+
+    window->setRoute(DetailRoute::archive());
+    settle();
+    expectNothingClipped("archive");
+    saveScreenshot(*window, "archive-" + code);
+
+    window->resize(window->minimumSize());
+    window->setSidebarWidth(0);
+    settle();
+    expectNothingClipped("archive at minimum size");
+    saveScreenshot(*window, "archive-minimum-" + code);
+    window->resize(1040, 680);
+
+    // A menu is a window of its own: take the screen around both.
+    const auto saveWithMenu = [&](QMenu *menu, const QString &name) {
+        settle();
+        const QRect area = window->frameGeometry().united(menu->geometry());
+        EXPECT_TRUE(window->screen()->grabWindow(0, area.x(), area.y(), area.width(), area.height())
+                        .save(QDir(QStringLiteral(FENROW_SCREENSHOT_DIR)).filePath(name + "-" + code + ".png")));
+    };
+    QTest::mouseClick(window->findChild<QWidget *>("sidebar.templateMenu"), Qt::LeftButton);
+    QMenu *menu = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())); }));
+    saveWithMenu(menu, "template-menu");
+    menu->close();
+
+    menu = openRowMenu(move.id);
+    ASSERT_NE(menu, nullptr);
+    saveWithMenu(menu, "row-menu");
+    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
+                      menu->actionGeometry(menu->findChild<QAction *>("sidebar.row.archiveDone")).center());
+    QMessageBox *box = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        box = window->findChild<QMessageBox *>("sidebar.row.archiveConfirmation");
+        return box && box->isVisible();
+    }));
+    saveScreenshot(*box, "archive-confirmation-" + code);
+    box->reject();
 }
 
 INSTANTIATE_TEST_SUITE_P(AllLanguages, LookTest, ::testing::ValuesIn(languages),

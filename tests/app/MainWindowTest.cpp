@@ -1,6 +1,10 @@
 #include "AppTestSupport.h"
 
+#include "ArchiveListView.h"
 #include "FlowDetailView.h"
+#include "ReadyListModel.h"
+#include "ReadyListView.h"
+#include "ReadyRowDelegate.h"
 #include "SidebarRouteRow.h"
 
 #include <QLabel>
@@ -166,6 +170,55 @@ TEST_F(MainWindowTest, TheReadyRowLeadsToTheReadyListAndCountsWhatIsReady)
     EXPECT_FALSE(ready->isChecked());
     EXPECT_EQ(window->selectedFlow(), garden.id);
     EXPECT_EQ(window->windowTitle(), "Garden");
+}
+
+TEST_F(MainWindowTest, UndoAndRedoACompletionFromTheReadyListButNotInsideATextField)
+{
+    store->archiveDone(addFlow("Last year", 1));
+    const TaskFlow &garden = addFlow("Garden", 0, 0, 2);
+    const FlowNode &first = *garden.orderedItems()[0];
+    show();
+    EXPECT_FALSE(window->undoAction()->isEnabled());
+    EXPECT_EQ(window->undoAction()->shortcut(), QKeySequence("Ctrl+Z"));
+    EXPECT_EQ(window->redoAction()->shortcut(), QKeySequence("Ctrl+Shift+Z"));
+
+    QTest::mouseClick(sidebar().readyRow(), Qt::LeftButton);
+    QListView *ready = window->readyList()->list();
+    const QModelIndex row = window->readyList()->model()->indexOf(first.id);
+    QTest::mouseClick(ready->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      ReadyRowDelegate::completeRect(ready->visualRect(row)).center());
+    ASSERT_TRUE(first.isDone);
+    EXPECT_TRUE(window->undoAction()->isEnabled());
+
+    // In a text field the keys edit the text, and the menu commands too.
+    QTest::mouseClick(sidebar().archiveRow(), Qt::LeftButton);
+    QLineEdit *search = window->archiveList()->searchField();
+    search->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return search->hasFocus(); }));
+    QTest::keyClicks(search, "Task");
+    QTest::keyClick(search, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(search->text(), "");
+    window->redoAction()->trigger();
+    EXPECT_EQ(search->text(), "Task");
+    window->undoAction()->trigger();
+    EXPECT_EQ(search->text(), "");
+    EXPECT_TRUE(first.isDone) << "the history was not touched";
+
+    // Away from the field the step taken in the Ready list is undone, from
+    // any view that shows no flow.
+    sidebar().archiveRow()->setFocus();
+    QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(first.isDone);
+    QTest::mouseClick(sidebar().readyRow(), Qt::LeftButton);
+    EXPECT_TRUE(window->readyList()->model()->indexOf(first.id).isValid()) << "back in the list";
+    QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(first.isDone);
+
+    // On a flow's route, its own steps are the ones undone.
+    clickRow(garden.id);
+    EXPECT_EQ(history->activeFlowID(), garden.id);
+    QTest::mouseClick(sidebar().readyRow(), Qt::LeftButton);
+    EXPECT_EQ(history->activeFlowID(), std::nullopt);
 }
 
 TEST_F(MainWindowTest, SidebarWidthStaysWithinItsLimits)

@@ -143,8 +143,11 @@ TEST_F(SidebarTest, DeleteFromTheRowMenuAsksFirst)
     QStringList entries;
     for (QAction *action : menu->actions())
         if (!action->isSeparator())
-            entries << action->objectName() + "=" + action->text();
-    EXPECT_EQ(entries, QStringList({"sidebar.row.action.rename=Rename", "sidebar.row.action.delete=Delete…"}));
+            entries << action->objectName() + "=" + action->text() + (action->isEnabled() ? "" : " (off)");
+    EXPECT_EQ(entries.join(", ").toStdString(),
+              "sidebar.row.action.rename=Rename, sidebar.context.duplicate=Duplicate, "
+              "sidebar.context.saveTemplate=Save as Template, sidebar.row.archiveDone=Archive Done Tasks…, "
+              "sidebar.row.action.delete=Delete…");
     menu->close();
     EXPECT_EQ(window->selectedFlow(), other) << "the menu does not change the shown flow";
 
@@ -171,6 +174,112 @@ TEST_F(SidebarTest, DeleteFromTheRowMenuAsksFirst)
     EXPECT_TRUE(QTest::qWaitFor([&] { return store->flow(id) == nullptr; }));
     EXPECT_EQ(flowNames(), QStringList({"Taxes"}));
     EXPECT_FALSE(model().indexOf(id).isValid());
+}
+
+TEST_F(SidebarTest, RowMenuDuplicatesSavesATemplateAndArchivesDoneTasks)
+{
+    const TaskFlow &garden = addFlow("Garden", 2, 0, 1);
+    const TaskFlow &empty = addFlow("Taxes");
+    show();
+
+    chooseFromRowMenu(garden.id, "sidebar.context.duplicate");
+    ASSERT_EQ(flowNames(), QStringList({"Garden", "Taxes", "Garden copy"}));
+    const TaskFlow &copy = *store->flows().last();
+    EXPECT_EQ(window->selectedFlow(), copy.id);
+    EXPECT_EQ(list().currentIndex(), model().indexOf(copy.id));
+    EXPECT_EQ(copy.items().size(), 3u);
+
+    auto *templates = sidebar().findChild<QToolButton *>("sidebar.templateMenu");
+    ASSERT_NE(templates, nullptr);
+    EXPECT_FALSE(templates->isVisible());
+    chooseFromRowMenu(garden.id, "sidebar.context.saveTemplate");
+    ASSERT_EQ(store->templateList().size(), 1);
+    EXPECT_EQ(store->templateList().first()->name, "Garden");
+    EXPECT_TRUE(templates->isVisible()) << "the first template brings its menu";
+
+    // Archiving asks first, and is offered only where something is done.
+    QMenu *menu = openRowMenu(empty.id);
+    ASSERT_NE(menu, nullptr);
+    EXPECT_FALSE(menu->findChild<QAction *>("sidebar.row.archiveDone")->isEnabled());
+    menu->close();
+
+    const auto confirmation = [&] {
+        chooseFromRowMenu(garden.id, "sidebar.row.archiveDone");
+        QMessageBox *box = nullptr;
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            box = window->findChild<QMessageBox *>("sidebar.row.archiveConfirmation");
+            return box && box->isVisible();
+        }));
+        return box;
+    };
+    QMessageBox *box = confirmation();
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->windowTitle(), "Archive the done tasks of “Garden”?");
+    EXPECT_TRUE(box->informativeText().startsWith("They leave the canvas"));
+    auto *cancel = box->findChild<QPushButton *>("sidebar.row.confirmCancel");
+    EXPECT_EQ(box->defaultButton(), cancel);
+    QPointer<QMessageBox> closing = box;
+    QTest::mouseClick(cancel, Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return closing.isNull(); }));
+    EXPECT_EQ(garden.items().size(), 3u);
+
+    box = confirmation();
+    ASSERT_NE(box, nullptr);
+    auto *archive = box->findChild<QPushButton *>("sidebar.row.confirmArchive");
+    ASSERT_NE(archive, nullptr);
+    EXPECT_EQ(archive->text(), "Archive");
+    QTest::mouseClick(archive, Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return garden.items().size() == 1; }));
+    EXPECT_EQ(garden.items()[0]->title, "Task 3");
+    EXPECT_EQ(store->archiveRecords().size(), 2);
+    EXPECT_EQ(model().indexOf(garden.id).data(FlowListModel::ProgressTextRole).toString(), "0 of 1 done · 0 in progress");
+}
+
+TEST_F(SidebarTest, TemplateMenuListsTemplatesAndMakesAFlowFromOne)
+{
+    const TaskFlow &garden = addFlow("Garden", 1, 0, 2);
+    show();
+    auto *button = sidebar().findChild<QToolButton *>("sidebar.templateMenu");
+    ASSERT_NE(button, nullptr);
+    EXPECT_FALSE(button->isVisible());
+
+    store->saveAsTemplate(garden);
+    clock.advanceSeconds(60);
+    // A template whose shape can't be read stays listed and makes nothing.
+    RecordBundle broken;
+    auto unreadable = std::make_unique<FlowTemplate>();
+    unreadable->id = QUuid::createUuid();
+    unreadable->name = "Broken & old";
+    unreadable->createdAt = clock.now();
+    unreadable->payload = QByteArray("{not json");
+    broken.templates.push_back(std::move(unreadable));
+    store->insertRecords(std::move(broken));
+    ASSERT_TRUE(button->isVisible());
+    EXPECT_EQ(button->toolTip(), "Make a new flow from a saved template");
+
+    QTest::mouseClick(button, Qt::LeftButton);
+    QMenu *menu = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())); }));
+    EXPECT_EQ(menu->title(), "New from Template");
+    QStringList entries;
+    for (QAction *action : menu->actions())
+        entries << (action->isSeparator() ? "[" + action->text() + "]" : action->iconText());
+    EXPECT_EQ(entries.join(", ").toStdString(), "[New from Template], Garden, Broken & old") << "& is no shortcut mark";
+
+    QSignalSpy changes(store.get(), &FenrowStore::changed);
+    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(menu->actions()[2]).center());
+    EXPECT_EQ(changes.count(), 0);
+    EXPECT_EQ(store->flows().size(), 1);
+
+    QTest::mouseClick(button, Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())); }));
+    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(menu->actions()[1]).center());
+    ASSERT_EQ(flowNames(), QStringList({"Garden", "Garden"}));
+    const TaskFlow &made = *store->flows().last();
+    EXPECT_NE(made.id, garden.id);
+    EXPECT_EQ(window->selectedFlow(), made.id);
+    EXPECT_EQ(window->windowTitle(), "Garden");
+    EXPECT_EQ(model().indexOf(made.id).data(FlowListModel::ProgressTextRole).toString(), "0 of 3 done · 0 in progress");
 }
 
 // Drag-and-drop events as a drag over the list delivers them.
