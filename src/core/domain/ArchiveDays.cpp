@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <QRegularExpression>
 
 namespace fenrow::ArchiveDays {
 
@@ -24,11 +25,25 @@ QList<const CompletionRecord *> filter(const QList<const CompletionRecord *> &re
     return kept;
 }
 
+namespace {
+
+// The locale's long date without the weekday: "2. Juni 2026", "June 2, 2026".
+QString mediumDateFormat(const QLocale &locale)
+{
+    QString format = locale.dateFormat(QLocale::LongFormat);
+    static const QRegularExpression weekday(QStringLiteral("\\s*,?\\s*dddd\\s*,?\\s*"));
+    format.replace(weekday, QStringLiteral(" "));
+    return format.trimmed();
+}
+
+} // namespace
+
 QList<ArchiveDay> group(const QList<const CompletionRecord *> &records, const QDateTime &now,
                         const LocalCalendar &calendar)
 {
     const QDate today = calendar.dayOf(now);
     const QLocale locale(InterfaceLanguage::current());
+    const QString dateFormat = mediumDateFormat(locale);
     QList<ArchiveDay> days;
     for (const CompletionRecord *record : records) {
         const QDate day = calendar.dayOf(record->completedAt);
@@ -40,7 +55,7 @@ QList<ArchiveDay> group(const QList<const CompletionRecord *> &records, const QD
             else if (day == today.addDays(-1))
                 title = qtTrId("archive.day.yesterday");
             else
-                title = locale.toString(day, QStringLiteral("d MMM yyyy"));
+                title = locale.toString(day, dateFormat);
             days.append({id, title, {}});
         }
         days.last().records.append(record);
