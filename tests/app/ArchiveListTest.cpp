@@ -101,7 +101,7 @@ TEST_F(ArchiveListTest, DaysNewestFirstWithSearchCountAndEmptyStates)
     const auto at = [](int hour, int minute) { return QLocale("en").toString(QTime(hour, minute), QLocale::ShortFormat); };
     EXPECT_EQ(rowTexts(), QStringList({"# Today (2)", "Water the beds | Garden | " + at(9, 0) + " | Repeated · round 1",
                                        "Cover letter | Job hunt | " + at(8, 30), "# Yesterday (1)",
-                                       "Résumé draft | Job hunt | " + at(18, 5), "# 3 Jun 2026 (1)",
+                                       "Résumé draft | Job hunt | " + at(18, 5), "# June 3, 2026 (1)",
                                        "Plant tulips | Garden | " + at(16, 45)}));
     EXPECT_EQ(archive.findChild<QLabel *>("archive.count")->text(), "Entries: 4");
     EXPECT_TRUE(archive.searchField()->isVisible());
