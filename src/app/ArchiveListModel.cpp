@@ -10,7 +10,7 @@
 
 namespace fenrow {
 
-ArchiveListModel::ArchiveListModel(FenrowStore &store, QObject *parent) : QAbstractListModel(parent), m_store(store)
+ArchiveListModel::ArchiveListModel(FenrowStore &store, QObject *parent) : SectionedRowsModel(parent), m_store(store)
 {
 }
 
@@ -66,18 +66,7 @@ void ArchiveListModel::reload()
     m_recordCount = shown.size();
     QList<Row> rows = buildRows(shown);
 
-    const bool sameShape = std::equal(rows.begin(), rows.end(), m_rows.begin(), m_rows.end(),
-                                      [](const Row &a, const Row &b) { return a.sameSlot(b); });
-    if (sameShape) {
-        // Only texts changed (a day turned, a flow's fate): keep the place.
-        m_rows = std::move(rows);
-        if (!m_rows.isEmpty())
-            emit dataChanged(index(0), index(int(m_rows.size()) - 1));
-        return;
-    }
-    beginResetModel();
-    m_rows = std::move(rows);
-    endResetModel();
+    replaceRows(m_rows, std::move(rows));
 }
 
 int ArchiveListModel::rowCount(const QModelIndex &parent) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SectionedRowsModel.h"
+
 #include <QAbstractListModel>
 #include <QList>
 #include <QUuid>
@@ -12,7 +14,7 @@ class FenrowStore;
 // The archive as rows: a header for each day, the day's records under it,
 // newest first, narrowed by the search text. Rows hold texts and ids, never
 // record pointers: a record deleted elsewhere cannot be reached from a row.
-class ArchiveListModel : public QAbstractListModel {
+class ArchiveListModel : public SectionedRowsModel {
     Q_OBJECT
 
 public:

@@ -46,7 +46,7 @@ QString dueText(const FlowNode &node, const QDateTime &now, const LocalCalendar 
 
 } // namespace
 
-ReadyListModel::ReadyListModel(FenrowStore &store, QObject *parent) : QAbstractListModel(parent), m_store(store) {}
+ReadyListModel::ReadyListModel(FenrowStore &store, QObject *parent) : SectionedRowsModel(parent), m_store(store) {}
 
 QString ReadyListModel::estimateText(qint64 minutes)
 {
@@ -142,18 +142,7 @@ void ReadyListModel::reload()
         tasks += row.kind == Kind::task;
     m_taskCount = tasks;
 
-    const bool sameShape = std::equal(rows.begin(), rows.end(), m_rows.begin(), m_rows.end(),
-                                      [](const Row &a, const Row &b) { return a.sameSlot(b); });
-    if (sameShape) {
-        // Only texts changed: repaint and keep the current row and scrolling.
-        m_rows = std::move(rows);
-        if (!m_rows.isEmpty())
-            emit dataChanged(index(0), index(int(m_rows.size()) - 1));
-        return;
-    }
-    beginResetModel();
-    m_rows = std::move(rows);
-    endResetModel();
+    replaceRows(m_rows, std::move(rows));
 }
 
 int ReadyListModel::rowCount(const QModelIndex &parent) const

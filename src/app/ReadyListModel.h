@@ -3,6 +3,8 @@
 #include "domain/NodePriority.h"
 #include "domain/Readiness.h"
 
+#include "SectionedRowsModel.h"
+
 #include <QAbstractListModel>
 #include <QList>
 #include <QUuid>
@@ -17,7 +19,7 @@ class FenrowStore;
 // by flow) and the ready tasks under them. Rows are computed in one pass on
 // `reload` and hold text and ids, never record pointers, so a row cannot
 // reach a node that has gone.
-class ReadyListModel : public QAbstractListModel {
+class ReadyListModel : public SectionedRowsModel {
     Q_OBJECT
 
 public:
