@@ -3,6 +3,7 @@
 #include "ArchiveListModel.h"
 #include "ArchiveRowDelegate.h"
 #include "EmptyStateView.h"
+#include "ListViewPlaces.h"
 #include "Theme.h"
 #include "domain/FenrowStore.h"
 
@@ -149,12 +150,7 @@ void ArchiveListView::arrangeHeader()
     const int room = width() - margins.left() - margins.right();
     const int titleWidth = m_title->sizeHint().width() + 12 + (m_count->isHidden() ? 0 : m_count->sizeHint().width());
     const bool stacked = !m_search->isHidden() && titleWidth + 16 + searchWidth > room;
-    const auto direction = stacked ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
-    if (m_header->direction() == direction)
-        return;
-    m_header->setDirection(direction);
-    m_header->setSpacing(stacked ? 10 : 16);
-    m_header->setAlignment(m_search, stacked ? Qt::AlignLeft : Qt::AlignVCenter);
+    ListViewPlaces::arrangeHeader(*m_header, *m_search, stacked);
 }
 
 void ArchiveListView::reload()
@@ -164,12 +160,7 @@ void ArchiveListView::reload()
         return;
     }
     m_stale = false;
-    const QUuid current = m_model->recordIdAt(m_list->currentIndex());
-    const int scrolled = m_list->verticalScrollBar()->value();
-    m_model->reload();
-    if (const QModelIndex index = m_model->indexOf(current); index.isValid())
-        m_list->setCurrentIndex(index);
-    m_list->verticalScrollBar()->setValue(scrolled);
+    ListViewPlaces::reloadKeepingPlace(*m_list, *m_model, &ArchiveListModel::recordIdAt);
     showState();
 }
 

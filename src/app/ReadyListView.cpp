@@ -1,6 +1,7 @@
 #include "ReadyListView.h"
 
 #include "EmptyStateView.h"
+#include "ListViewPlaces.h"
 #include "ReadyListModel.h"
 #include "ReadyRowDelegate.h"
 #include "Theme.h"
@@ -212,12 +213,7 @@ void ReadyListView::arrangeHeader()
     const int room = width() - margins.left() - margins.right();
     const int sideBySide = m_title->sizeHint().width() + 16 + m_sortControl->sizeHint().width();
     const bool stacked = !m_sortControl->isHidden() && sideBySide > room;
-    const auto direction = stacked ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
-    if (m_header->direction() == direction)
-        return;
-    m_header->setDirection(direction);
-    m_header->setSpacing(stacked ? 10 : 16);
-    m_header->setAlignment(m_sortControl, stacked ? Qt::AlignLeft : Qt::AlignVCenter);
+    ListViewPlaces::arrangeHeader(*m_header, *m_sortControl, stacked);
 }
 
 void ReadyListView::reload()
@@ -228,13 +224,8 @@ void ReadyListView::reload()
         return;
     }
     m_stale = false;
-    const QUuid current = m_model->nodeIdAt(m_list->currentIndex());
-    const int scrolled = m_list->verticalScrollBar()->value();
-    m_model->reload();
     // A completed task leaves the list; the rest should not jump.
-    if (const QModelIndex index = m_model->indexOf(current); index.isValid())
-        m_list->setCurrentIndex(index);
-    m_list->verticalScrollBar()->setValue(scrolled);
+    ListViewPlaces::reloadKeepingPlace(*m_list, *m_model, &ReadyListModel::nodeIdAt);
     showEmptyReason();
 }
 
