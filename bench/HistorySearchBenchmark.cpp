@@ -95,7 +95,11 @@ std::vector<const FlowNode *> byOrder(const TaskFlow &flow)
 FlowSnapshot sortedByID(FlowSnapshot snapshot)
 {
     auto byID = [](const auto &a, const auto &b) { return a.id < b.id; };
-    std::sort(snapshot.items.begin(), snapshot.items.end(), byID);
+    std::vector<FlowSnapshot::Item> items(snapshot.items.begin(), snapshot.items.end());
+    std::sort(items.begin(), items.end(), byID);
+    snapshot.items = {};
+    for (FlowSnapshot::Item &item : items)
+        snapshot.items.append(std::move(item));
     std::sort(snapshot.edges.begin(), snapshot.edges.end(), byID);
     std::sort(snapshot.files.begin(), snapshot.files.end(), byID);
     std::sort(snapshot.links.begin(), snapshot.links.end(), byID);

@@ -19,7 +19,15 @@ FenrowHistory::Recording FenrowHistory::begin(const QString &name, const TaskFlo
         selection = m_selections.value(flow.id);
     else if (const auto bridge = m_bridges.constFind(flow.id); bridge != m_bridges.constEnd())
         selection = bridge->read();
-    return {flow.id, name, m_store.captureSnapshot(flow), selection};
+    return {flow.id, name, capture(flow), selection};
+}
+
+FlowSnapshot FenrowHistory::capture(const TaskFlow &flow)
+{
+    const auto latest = m_latest.constFind(flow.id);
+    FlowSnapshot snapshot = m_store.captureSnapshot(flow, latest != m_latest.constEnd() ? &*latest : nullptr);
+    m_latest.insert(flow.id, snapshot);
+    return snapshot;
 }
 
 void FenrowHistory::finish(const Recording &recording)
@@ -28,7 +36,7 @@ void FenrowHistory::finish(const Recording &recording)
     const TaskFlow *flow = m_store.flow(recording.flowID);
     if (!flow)
         return;
-    FlowSnapshot after = m_store.captureSnapshot(*flow);
+    FlowSnapshot after = capture(*flow);
     const auto bridge = m_bridges.constFind(recording.flowID);
     const CanvasSelection selectionAfter = bridge != m_bridges.constEnd() ? bridge->read() : recording.selectionBefore;
     m_selections.insert(recording.flowID, selectionAfter);
@@ -91,6 +99,7 @@ void FenrowHistory::forgetFlow(const QUuid &flowID)
     m_undoStacks.remove(flowID);
     m_redoStacks.remove(flowID);
     m_selections.remove(flowID);
+    m_latest.remove(flowID);
     m_borrowedUndo.removeAll(flowID);
     m_borrowedRedo.removeAll(flowID);
     emit stacksChanged();
@@ -123,8 +132,10 @@ void FenrowHistory::restore(const QUuid &flowID, const std::optional<FlowSnapsho
     const bool wasPerforming = m_isPerforming;
     m_isPerforming = true;
     if (snapshot) {
-        if (const TaskFlow *flow = m_store.flow(flowID))
+        if (const TaskFlow *flow = m_store.flow(flowID)) {
             m_store.applySnapshot(*snapshot, *flow);
+            m_latest.insert(flowID, *snapshot);
+        }
     }
     m_selections.insert(flowID, selection);
     if (const auto bridge = m_bridges.constFind(flowID); bridge != m_bridges.constEnd())

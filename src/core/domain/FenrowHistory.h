@@ -96,6 +96,7 @@ private:
     };
 
     Recording begin(const QString &name, const TaskFlow &flow);
+    FlowSnapshot capture(const TaskFlow &flow);
     void finish(const Recording &recording);
     void push(const QUuid &flowID, Entry entry);
     void restore(const QUuid &flowID, const std::optional<FlowSnapshot> &snapshot, const CanvasSelection &selection);
@@ -109,6 +110,9 @@ private:
     QList<QUuid> m_borrowedUndo;
     QList<QUuid> m_borrowedRedo;
     QHash<QUuid, CanvasSelection> m_selections;
+    // The latest snapshot taken or written back per flow: the next capture
+    // shares its unchanged rows, so an entry costs what its action changed.
+    QHash<QUuid, FlowSnapshot> m_latest;
     QHash<QUuid, SelectionBridge> m_bridges;
     bool m_isPerforming = false;
 };

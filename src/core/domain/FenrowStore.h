@@ -138,7 +138,9 @@ public:
     void deleteStaleRepeats(const FlowNode &node);
 
     // --- undo snapshots (StoreSnapshots.cpp)
-    FlowSnapshot captureSnapshot(const TaskFlow &flow) const;
+    // Rows equal to those of `sharingWith` (an earlier snapshot of the
+    // flow) are shared with it rather than copied.
+    FlowSnapshot captureSnapshot(const TaskFlow &flow, const FlowSnapshot *sharingWith = nullptr) const;
     // Writes the snapshot back over the flow's rows, keeping every row that
     // exists on both sides as the same object.
     void applySnapshot(const FlowSnapshot &snapshot, const TaskFlow &flow);

@@ -2,6 +2,7 @@
 
 #include "EdgeKind.h"
 #include "EdgeSource.h"
+#include "SharedRows.h"
 
 #include <QDateTime>
 #include <QList>
@@ -15,6 +16,8 @@ namespace fenrow {
 // A whole flow's undoable state, taken before and after each user action.
 // Left out on purpose: folding, the flow's own fields (name, order,
 // viewport), file bytes and names, completion records, link times.
+// Task rows are shared with the snapshot a capture was given to share
+// with, so consecutive snapshots of a flow hold one copy of what stayed.
 struct FlowSnapshot {
     struct Item {
         QUuid id;
@@ -67,7 +70,7 @@ struct FlowSnapshot {
     };
 
     QUuid flowID;
-    QList<Item> items;
+    SharedRows<Item> items;
     QList<Edge> edges;
     QList<File> files;
     QList<Link> links;

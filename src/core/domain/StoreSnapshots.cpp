@@ -4,6 +4,8 @@
 
 #include "Clock.h"
 
+#include <QHash>
+
 namespace fenrow {
 
 namespace {
@@ -19,13 +21,37 @@ FlowSnapshot::Item itemOf(const FlowNode &node)
 
 } // namespace
 
-FlowSnapshot FenrowStore::captureSnapshot(const TaskFlow &flow) const
+FlowSnapshot FenrowStore::captureSnapshot(const TaskFlow &flow, const FlowSnapshot *sharingWith) const
 {
     FlowSnapshot snapshot;
     snapshot.flowID = flow.id;
     snapshot.items.reserve(qsizetype(flow.items().size()));
-    for (const FlowNode *node : flow.items())
-        snapshot.items.append(itemOf(*node));
+    // Rows are looked for at the same position first, which is where they
+    // are unless nodes were added or removed; by id otherwise.
+    const SharedRows<FlowSnapshot::Item> *earlier = sharingWith ? &sharingWith->items : nullptr;
+    QHash<QUuid, qsizetype> earlierByID;
+    qsizetype position = 0;
+    for (const FlowNode *node : flow.items()) {
+        FlowSnapshot::Item item = itemOf(*node);
+        qsizetype found = -1;
+        if (earlier) {
+            if (position < earlier->size() && earlier->at(position).id == item.id) {
+                found = position;
+            } else {
+                if (earlierByID.isEmpty()) {
+                    earlierByID.reserve(earlier->size());
+                    for (qsizetype i = 0; i < earlier->size(); ++i)
+                        earlierByID.insert(earlier->at(i).id, i);
+                }
+                found = earlierByID.value(item.id, -1);
+            }
+        }
+        if (found >= 0 && earlier->at(found) == item)
+            snapshot.items.append(earlier->handle(found));
+        else
+            snapshot.items.append(std::move(item));
+        ++position;
+    }
     for (const DependencyEdge *edge : flow.edges()) {
         if (edge->fromItem() && edge->toItem())
             snapshot.edges.append(
@@ -37,6 +63,16 @@ FlowSnapshot FenrowStore::captureSnapshot(const TaskFlow &flow) const
     for (const FileLink *link : flow.fileLinks()) {
         if (link->file() && link->node())
             snapshot.links.append({link->id, link->file()->id, link->node()->id});
+    }
+    // Edges, files and links change less often than tasks: an unchanged
+    // list is shared whole.
+    if (sharingWith) {
+        if (snapshot.edges == sharingWith->edges)
+            snapshot.edges = sharingWith->edges;
+        if (snapshot.files == sharingWith->files)
+            snapshot.files = sharingWith->files;
+        if (snapshot.links == sharingWith->links)
+            snapshot.links = sharingWith->links;
     }
     return snapshot;
 }
