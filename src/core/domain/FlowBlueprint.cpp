@@ -2,6 +2,7 @@
 
 #include "ChecklistEntry.h"
 #include "TaskFlow.h"
+#include "formats/JsonFields.h"
 
 #include <QHash>
 #include <QJsonArray>
@@ -18,76 +19,7 @@ namespace {
 
 // Reading is all or nothing: one field of the wrong type fails the whole
 // payload, so a damaged template makes no flow rather than half of one.
-class Reader {
-public:
-    explicit Reader(const QJsonObject &object) : m_object(object) {}
-
-    bool ok() const { return m_ok; }
-
-    QString text(QLatin1StringView key)
-    {
-        const QJsonValue value = m_object.value(key);
-        if (!value.isString())
-            m_ok = false;
-        return value.toString();
-    }
-
-    double number(QLatin1StringView key)
-    {
-        const QJsonValue value = m_object.value(key);
-        if (!value.isDouble())
-            m_ok = false;
-        return value.toDouble();
-    }
-
-    qint64 integer(QLatin1StringView key)
-    {
-        const std::optional<qint64> value = wholeNumber(m_object.value(key));
-        if (!value)
-            m_ok = false;
-        return value.value_or(0);
-    }
-
-    // Absent and null both read as absent.
-    std::optional<QString> optionalText(QLatin1StringView key)
-    {
-        const QJsonValue value = m_object.value(key);
-        if (value.isUndefined() || value.isNull())
-            return std::nullopt;
-        return text(key);
-    }
-
-    std::optional<double> optionalNumber(QLatin1StringView key)
-    {
-        const QJsonValue value = m_object.value(key);
-        if (value.isUndefined() || value.isNull())
-            return std::nullopt;
-        return number(key);
-    }
-
-    std::optional<qint64> optionalInteger(QLatin1StringView key)
-    {
-        const QJsonValue value = m_object.value(key);
-        if (value.isUndefined() || value.isNull())
-            return std::nullopt;
-        return integer(key);
-    }
-
-private:
-    static std::optional<qint64> wholeNumber(const QJsonValue &value)
-    {
-        if (!value.isDouble())
-            return std::nullopt;
-        const double number = value.toDouble();
-        // 2^63 itself is out of range; every double below it converts exactly.
-        if (std::trunc(number) != number || number < -9223372036854775808.0 || number >= 9223372036854775808.0)
-            return std::nullopt;
-        return value.toInteger();
-    }
-
-    const QJsonObject &m_object;
-    bool m_ok = true;
-};
+using Reader = JsonFields;
 
 QLatin1StringView key(const char *name)
 {
