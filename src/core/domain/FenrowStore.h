@@ -30,6 +30,8 @@ namespace fenrow {
 class Clock;
 class NodeSizeResolver;
 class StoreDatabase;
+struct FenrowBackup;
+enum class RestoreMode;
 
 // Fully built records for a bulk insert (restore, import, generated data):
 // flows arrive with their nodes, edges, files and links already linked.
@@ -180,6 +182,16 @@ public:
     const TaskFlow *duplicateFlow(const TaskFlow &flow);
     void deleteTemplate(const FlowTemplate &flowTemplate);
 
+    // --- backup (StoreBackup.cpp)
+    // Everything the user owns as one document: flows in sidebar order,
+    // without trashed files, with all templates and completion records.
+    FenrowBackup makeBackup(const QDateTime &createdAt) const;
+    // Brings in a document that has been read whole; returns how many flows
+    // it added. Replace empties the store first. Merge adds only flows,
+    // templates and records whose ids are new, after the existing flows,
+    // and no records of flows it skipped. No flow keeps its undo history.
+    int restoreBackup(const FenrowBackup &backup, RestoreMode mode);
+
 signals:
     void changed();
     // The rows of a flow changed outside any undoable action (archive,
@@ -216,6 +228,11 @@ private:
     void writeArchivedRecord(const FlowNode &node, const TaskFlow &flow, const QDateTime &now);
     void eraseFiles(TaskFlow *flow, const QSet<QUuid> &ids);
     void backfillCompletionTimes();
+    // One more than the highest `order` of all flows; 0 with none.
+    qint64 nextFlowOrder() const;
+    // Deletes every flow, template and completion record (a replacing
+    // restore); the caller saves.
+    void eraseEverything();
     // Saves, re-publishes the list and signals: the tail of every mutation.
     void finishChange();
 

@@ -11,14 +11,7 @@ const TaskFlow *FenrowStore::addFlow(const QString &name)
     auto flow = std::make_unique<TaskFlow>();
     flow->id = QUuid::createUuid();
     flow->name = TextRules::nameOr(name, TextRules::untitledFlowName);
-    qint64 order = 0;
-    if (!m_flows.isEmpty()) {
-        order = m_flows.first()->order;
-        for (const TaskFlow *existing : std::as_const(m_flows))
-            order = std::max(order, existing->order);
-        ++order;
-    }
-    flow->order = order;
+    flow->order = nextFlowOrder();
     flow->createdAt = m_clock.now();
 
     TaskFlow *added = m_allFlows.add(std::move(flow));
@@ -26,6 +19,16 @@ const TaskFlow *FenrowStore::addFlow(const QString &name)
     m_pending.write(added);
     finishChange();
     return added;
+}
+
+qint64 FenrowStore::nextFlowOrder() const
+{
+    if (m_flows.isEmpty())
+        return 0;
+    qint64 order = m_flows.first()->order;
+    for (const TaskFlow *existing : std::as_const(m_flows))
+        order = std::max(order, existing->order);
+    return order + 1;
 }
 
 void FenrowStore::renameFlow(const TaskFlow &flow, const QString &name)

@@ -42,14 +42,7 @@ const TaskFlow *FenrowStore::instantiate(const FlowBlueprint &blueprint, const s
     auto flow = std::make_unique<TaskFlow>();
     flow->id = QUuid::createUuid();
     flow->name = TextRules::nameOr(name.value_or(blueprint.name), TextRules::untitledFlowName);
-    qint64 order = 0;
-    if (!m_flows.isEmpty()) {
-        order = m_flows.first()->order;
-        for (const TaskFlow *existing : std::as_const(m_flows))
-            order = std::max(order, existing->order);
-        ++order;
-    }
-    flow->order = order;
+    flow->order = nextFlowOrder();
     flow->createdAt = now;
 
     QHash<qint64, FlowNode *> nodesByKey;

@@ -1,0 +1,468 @@
+#include "TestStore.h"
+#include "../cli/QtPrinters.h"
+
+#include "domain/FenrowHistory.h"
+#include "formats/FenrowBackup.h"
+
+#include <QSignalSpy>
+
+namespace fenrow::testing {
+namespace {
+
+QDateTime utc(int year, int month, int day, int hour = 0, int minute = 0, int second = 0)
+{
+    return QDateTime(QDate(year, month, day), QTime(hour, minute, second), Qt::UTC);
+}
+
+// Every field of every record, one line each, ids included: two stores that
+// give the same lines hold the same data. A flow's rows are sorted, as the
+// file gives them back in an order of its own.
+QStringList describe(const FenrowStore &store)
+{
+    const auto date = [](const std::optional<QDateTime> &value) {
+        return value ? value->toUTC().toString(Qt::ISODateWithMs) : QStringLiteral("-");
+    };
+    const auto number = [](const auto &value) {
+        return value ? QString::number(*value, 'g', 17) : QStringLiteral("-");
+    };
+    const auto bytes = [](const std::optional<QByteArray> &value) {
+        return value ? QString::fromLatin1(value->toBase64()) : QStringLiteral("-");
+    };
+    const auto id = [](const QUuid &value) { return value.toString(QUuid::WithoutBraces); };
+
+    QStringList lines;
+    for (const TaskFlow *flow : store.flows()) {
+        QStringList rows;
+        lines << QStringList{QStringLiteral("flow"), id(flow->id), flow->name, QString::number(flow->order),
+                             date(flow->createdAt), QString::number(flow->viewportOffsetX),
+                             QString::number(flow->viewportOffsetY), QString::number(flow->viewportScale),
+                             QString::number(flow->hasBeenFramed)}
+                     .join('|');
+        for (const FlowNode *node : flow->items()) {
+            rows << QStringList{QStringLiteral("node"), id(node->id), node->title, QString::number(node->isDone),
+                                 node->statusRaw, node->notes, node->priorityRaw, node->colorRaw,
+                                 date(node->startDate), date(node->dueDate), number(node->estimateMinutes),
+                                 number(node->dayPlanRank), number(node->manualWidth), number(node->manualHeight),
+                                 node->checklistData, node->recurrenceRaw.value_or("-"),
+                                 QString::number(node->repeatCount), date(node->completedAt),
+                                 QString::number(node->isCollapsed), QString::number(node->posX),
+                                 QString::number(node->posY), QString::number(node->order), date(node->createdAt),
+                                 id(node->flow()->id)}
+                         .join('|');
+        }
+        for (const DependencyEdge *edge : flow->edges()) {
+            rows << QStringList{QStringLiteral("edge"), id(edge->id), id(edge->fromItem()->id),
+                                 id(edge->toItem()->id), rawString(edge->source),
+                                 edge->kind ? rawString(*edge->kind) : QStringLiteral("-"), date(edge->createdAt)}
+                         .join('|');
+        }
+        for (const FlowFile *file : flow->files()) {
+            rows << QStringList{QStringLiteral("file"), id(file->id), file->filename, file->contentTypeRaw,
+                                 QString::number(file->byteCount), bytes(file->data.value()),
+                                 bytes(file->thumbnail.value()), QString::number(file->isTrashed),
+                                 QString::number(file->posX), QString::number(file->posY),
+                                 number(file->manualWidth), number(file->manualHeight),
+                                 QString::number(file->order), date(file->createdAt),
+                                 QString::number(file->links().size())}
+                         .join('|');
+        }
+        for (const FileLink *link : flow->fileLinks()) {
+            rows << QStringList{QStringLiteral("link"), id(link->id), id(link->file()->id), id(link->node()->id),
+                                 date(link->createdAt)}
+                         .join('|');
+        }
+        rows.sort();
+        lines << rows;
+    }
+    for (const FlowTemplate *flowTemplate : store.templateList())
+        lines << QStringList{QStringLiteral("template"), id(flowTemplate->id), flowTemplate->name,
+                             date(flowTemplate->createdAt), bytes(flowTemplate->payload)}
+                     .join('|');
+    QStringList records;
+    for (const CompletionRecord *record : store.completionRecords())
+        records << QStringList{QStringLiteral("record"), id(record->id), id(record->nodeID), id(record->flowID),
+                               record->flowName, record->title, record->kindRaw, date(record->completedAt),
+                               QString::number(record->cycle), bytes(record->payload.value())}
+                       .join('|');
+    records.sort();
+    return lines + records;
+}
+
+QStringList flowSummary(const FenrowStore &store)
+{
+    QStringList names;
+    for (const TaskFlow *flow : store.flows())
+        names << QStringLiteral("%1@%2").arg(flow->name).arg(flow->order);
+    return names;
+}
+
+FenrowBackup roundTrip(const FenrowBackup &backup)
+{
+    return std::get<FenrowBackup>(FenrowBackup::decoded(*backup.encoded()));
+}
+
+class BackupRestore : public ::testing::Test {
+protected:
+    // A store that uses every field: optionals present and absent, all
+    // three edge forms, files with bytes (one trashed, with a link), links,
+    // templates and both kinds of record.
+    void fillRich(FenrowStore &store)
+    {
+        RecordBundle bundle;
+        auto flow = std::make_unique<TaskFlow>();
+        flow->id = QUuid::createUuid();
+        flow->name = QStringLiteral("Garden \"east\"");
+        flow->order = 4;
+        flow->createdAt = utc(2026, 3, 1, 8);
+        flow->viewportOffsetX = -320.5;
+        flow->viewportOffsetY = 88;
+        flow->viewportScale = 0.75;
+        flow->hasBeenFramed = true;
+
+        auto full = std::make_unique<FlowNode>();
+        full->id = QUuid::createUuid();
+        full->title = QStringLiteral("Dig the beds ✓");
+        full->isDone = true;
+        full->statusRaw = QStringLiteral("paused");
+        full->notes = QStringLiteral("Two lines\nof notes");
+        full->priorityRaw = QStringLiteral("high");
+        full->colorRaw = QStringLiteral("green");
+        full->startDate = utc(2026, 3, 2, 23);
+        full->dueDate = utc(2026, 3, 9, 23);
+        full->estimateMinutes = 150;
+        full->dayPlanRank = 3;
+        full->manualWidth = 260.5;
+        full->manualHeight = 140;
+        full->checklistData = ChecklistCodec::encode({{QUuid::createUuid(), QStringLiteral("Spade"), true}});
+        full->recurrenceRaw = QStringLiteral("weekly");
+        full->repeatCount = 5;
+        full->completedAt = utc(2026, 3, 4, 17, 30, 12);
+        full->isCollapsed = true;
+        full->posX = -1200.25;
+        full->posY = 310;
+        full->order = 7;
+        full->createdAt = utc(2026, 3, 1, 8, 0, 1);
+
+        auto bare = std::make_unique<FlowNode>();
+        bare->id = QUuid::createUuid();
+        bare->title = QStringLiteral("Sow");
+        bare->order = 8;
+        bare->createdAt = utc(2026, 3, 1, 8, 0, 2);
+
+        auto third = std::make_unique<FlowNode>();
+        third->id = QUuid::createUuid();
+        third->title = QStringLiteral("Water");
+        third->statusRaw = QStringLiteral("inProgress");
+        third->order = 9;
+        third->createdAt = utc(2026, 3, 1, 8, 0, 3);
+
+        FlowNode *a = flow->items().add(std::move(full));
+        FlowNode *b = flow->items().add(std::move(bare));
+        FlowNode *c = flow->items().add(std::move(third));
+        for (FlowNode *node : {a, b, c})
+            node->setFlow(flow.get());
+        const auto edge = [&](FlowNode *from, FlowNode *to, EdgeSource source, std::optional<EdgeKind> kind, int s) {
+            auto made = std::make_unique<DependencyEdge>();
+            made->id = QUuid::createUuid();
+            made->source = source;
+            made->kind = kind;
+            made->createdAt = utc(2026, 3, 1, 9, 0, s);
+            made->setFlow(flow.get());
+            made->setFromItem(from);
+            made->setToItem(to);
+            flow->edges().add(std::move(made));
+        };
+        edge(a, b, EdgeSource::manual, EdgeKind::subtask, 1);
+        edge(b, c, EdgeSource::ai, EdgeKind::dependency, 2);
+        edge(a, c, EdgeSource::manual, std::nullopt, 3);
+
+        const auto file = [&](const QString &name, bool trashed, std::optional<double> width) {
+            auto made = std::make_unique<FlowFile>();
+            made->id = QUuid::createUuid();
+            made->filename = name;
+            made->contentTypeRaw = QStringLiteral("image/png");
+            made->byteCount = 4;
+            made->data.set(QByteArray("\x00\x01\x02\xff", 4));
+            made->thumbnail.set(trashed ? std::nullopt : std::optional<QByteArray>(QByteArray("thumb")));
+            made->isTrashed = trashed;
+            made->posX = 500;
+            made->posY = -40.5;
+            made->manualWidth = width;
+            made->manualHeight = width;
+            made->order = trashed ? 1 : 0;
+            made->createdAt = utc(2026, 3, 1, 10);
+            made->setFlow(flow.get());
+            return flow->files().add(std::move(made));
+        };
+        FlowFile *kept = file(QStringLiteral("plan.png"), false, 200);
+        FlowFile *trashed = file(QStringLiteral("old.png"), true, std::nullopt);
+        for (auto [attached, node] : {std::pair{kept, a}, std::pair{kept, c}, std::pair{trashed, b}}) {
+            auto link = std::make_unique<FileLink>();
+            link->id = QUuid::createUuid();
+            link->createdAt = utc(2026, 3, 1, 11);
+            link->setFlow(flow.get());
+            link->setFile(attached);
+            link->setNode(node);
+            FileLink *added = flow->fileLinks().add(std::move(link));
+            attached->links().append(added);
+            node->fileLinks().append(added);
+        }
+        const QUuid flowID = flow->id;
+        bundle.flows.push_back(std::move(flow));
+
+        auto empty = std::make_unique<TaskFlow>();
+        empty->id = QUuid::createUuid();
+        empty->name = QStringLiteral("Empty");
+        empty->order = 2;
+        empty->createdAt = utc(2026, 3, 2, 8);
+        bundle.flows.push_back(std::move(empty));
+
+        auto withPayload = std::make_unique<FlowTemplate>();
+        withPayload->id = QUuid::createUuid();
+        withPayload->name = QStringLiteral("Weekly");
+        withPayload->createdAt = utc(2026, 3, 5);
+        withPayload->payload = QByteArray(R"({"version":1,"name":"Weekly","items":[],"edges":[]})");
+        bundle.templates.push_back(std::move(withPayload));
+        auto withoutPayload = std::make_unique<FlowTemplate>();
+        withoutPayload->id = QUuid::createUuid();
+        withoutPayload->name = QStringLiteral("Blank");
+        withoutPayload->createdAt = utc(2026, 3, 6);
+        bundle.templates.push_back(std::move(withoutPayload));
+
+        for (const QString &kind : {CompletionRecord::repeatKind, CompletionRecord::archivedKind}) {
+            auto record = std::make_unique<CompletionRecord>();
+            record->id = QUuid::createUuid();
+            record->nodeID = QUuid::createUuid();
+            record->flowID = flowID;
+            record->flowName = QStringLiteral("Garden \"east\"");
+            record->title = kind;
+            record->kindRaw = kind;
+            record->completedAt = utc(2026, 2, 20, 12);
+            record->cycle = 2;
+            if (kind == CompletionRecord::archivedKind)
+                record->payload.set(QByteArray(R"({"title":"archived"})"));
+            bundle.completionRecords.push_back(std::move(record));
+        }
+        store.insertRecords(std::move(bundle));
+    }
+
+    // The description of a store as its backup brings it back: without the
+    // trashed file and its link, and with an edge of no stored kind read as
+    // the dependency it always meant.
+    static QStringList describeKept(const FenrowStore &store)
+    {
+        QStringList lines = describe(store);
+        for (QString &line : lines) {
+            QStringList fields = line.split('|');
+            if (fields[0] == "edge" && fields[5] == "-") {
+                fields[5] = "dependency";
+                line = fields.join('|');
+            }
+        }
+        for (const TaskFlow *flow : store.flows()) {
+            for (const FlowFile *file : flow->files()) {
+                if (file->isTrashed) {
+                    const QString id = file->id.toString(QUuid::WithoutBraces);
+                    lines.removeIf([&](const QString &line) { return line.contains(id); });
+                }
+            }
+        }
+        return lines;
+    }
+
+    static void addFlowWithOrder(FenrowStore &store, const QString &name, qint64 order)
+    {
+        RecordBundle bundle;
+        auto flow = std::make_unique<TaskFlow>();
+        flow->id = QUuid::createUuid();
+        flow->name = name;
+        flow->order = order;
+        flow->createdAt = utc(2026, 1, 1);
+        bundle.flows.push_back(std::move(flow));
+        store.insertRecords(std::move(bundle));
+    }
+
+    TestStore source;
+    TestStore target;
+};
+
+TEST_F(BackupRestore, ReplaceBringsBackEveryFieldExceptTrashedFiles)
+{
+    fillRich(*source);
+    const QStringList expected = describeKept(*source);
+    ASSERT_EQ(expected.size(), describe(*source).size() - 2);
+    const FenrowBackup backup = roundTrip(source->makeBackup(utc(2026, 6, 10, 7)));
+    EXPECT_EQ(backup.createdAt, utc(2026, 6, 10, 7));
+    ASSERT_EQ(backup.flows.size(), 2);
+    EXPECT_EQ(backup.flows[0].name, "Empty") << "flows go in sidebar order";
+
+    // Something to be replaced: it must be gone afterwards.
+    target->addNode(QStringLiteral("Old"), *target->addFlow(QStringLiteral("Old flow")));
+    QSignalSpy changes(&*target, &FenrowStore::changed);
+    EXPECT_EQ(target->restoreBackup(backup, RestoreMode::replace), 2);
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_EQ(describe(*target), expected);
+
+    // What reached the file, not only what is in memory.
+    target.reopen();
+    EXPECT_EQ(describe(*target), expected);
+}
+
+TEST_F(BackupRestore, ReplaceWithAnEmptyDocumentEmptiesTheStore)
+{
+    fillRich(*target);
+    FenrowBackup empty;
+    empty.createdAt = utc(2026, 6, 10);
+    QSignalSpy changes(&*target, &FenrowStore::changed);
+    EXPECT_EQ(target->restoreBackup(roundTrip(empty), RestoreMode::replace), 0);
+    EXPECT_EQ(changes.count(), 1);
+    target.reopen();
+    EXPECT_TRUE(target->flows().isEmpty());
+    EXPECT_TRUE(target->templates().empty());
+    EXPECT_TRUE(target->completionRecords().empty());
+
+    // A store replaced by its own backup is the same store, ids and all.
+    fillRich(*source);
+    const QStringList kept = describeKept(*source);
+    source->restoreBackup(roundTrip(source->makeBackup(utc(2026, 6, 10))), RestoreMode::replace);
+    source.reopen();
+    EXPECT_EQ(describe(*source), kept);
+}
+
+TEST_F(BackupRestore, MergeAddsOnlyWhatIsNewAfterTheExistingFlows)
+{
+    fillRich(*source);
+    FenrowBackup backup = roundTrip(source->makeBackup(utc(2026, 6, 10)));
+
+    // Into the store it came from: nothing new, but undo is gone all the same.
+    FenrowHistory history(*source);
+    const TaskFlow &garden = *source->flows()[1];
+    history.recordAction(QStringLiteral("Rename"), garden,
+                         [&] { source->setTitle(*garden.orderedItems()[1], QStringLiteral("Sow seeds")); });
+    ASSERT_TRUE(history.canUndo(garden.id));
+    QSignalSpy changes(&*source, &FenrowStore::changed);
+    EXPECT_EQ(source->restoreBackup(backup, RestoreMode::merge), 0);
+    EXPECT_EQ(changes.count(), 0);
+    EXPECT_FALSE(history.canUndo(garden.id));
+    EXPECT_EQ(garden.orderedItems()[1]->title, "Sow seeds") << "merge never updates an existing flow";
+
+    // Into another store whose highest order is 4: flows of order 7 and 3
+    // follow it, in the document's order.
+    addFlowWithOrder(*target, QStringLiteral("A"), 1);
+    addFlowWithOrder(*target, QStringLiteral("B"), 4);
+    backup.flows[0].order = 7;
+    backup.flows[1].order = 3;
+    EXPECT_EQ(target->restoreBackup(backup, RestoreMode::merge), 2);
+    target.reopen();
+    EXPECT_EQ(flowSummary(*target), (QStringList{"A@1", "B@4", "Garden \"east\"@5", "Empty@6"}));
+    EXPECT_EQ(target->completionRecords().size(), 2) << "records of a flow that came in come along";
+    EXPECT_EQ(target->templates().size(), 2);
+}
+
+TEST_F(BackupRestore, MergeLeavesOutTheArchiveOfSkippedFlowsAndDuplicates)
+{
+    fillRich(*target);
+    FenrowBackup backup = roundTrip(target->makeBackup(utc(2026, 6, 10)));
+    const QUuid garden = backup.flows[1].id;
+    const QUuid takenNode = backup.flows[1].items[0].id;
+
+    // A new flow that holds one task whose id the store already uses, an
+    // edge and a link to it, and a record of a flow that exists nowhere.
+    FenrowBackup::Flow fresh = backup.flows[1];
+    fresh.id = QUuid::createUuid();
+    fresh.name = QStringLiteral("Fresh");
+    for (qsizetype i = 1; i < fresh.items.size(); ++i) {
+        const QUuid newID = QUuid::createUuid();
+        for (FenrowBackup::Edge &edge : fresh.edges) {
+            if (edge.fromID == fresh.items[i].id)
+                edge.fromID = newID;
+            if (edge.toID == fresh.items[i].id)
+                edge.toID = newID;
+        }
+        for (FenrowBackup::Link &link : fresh.links) {
+            if (link.nodeID == fresh.items[i].id)
+                link.nodeID = newID;
+        }
+        fresh.items[i].id = newID;
+    }
+    for (FenrowBackup::Edge &edge : fresh.edges)
+        edge.id = QUuid::createUuid();
+    for (FenrowBackup::File &file : fresh.files)
+        file.id = QUuid::createUuid();
+    for (FenrowBackup::Link &link : fresh.links) {
+        link.id = QUuid::createUuid();
+        link.fileID = fresh.files[0].id;
+    }
+    backup.flows.append(fresh);
+
+    FenrowBackup::Record ofFresh = backup.records[0];
+    ofFresh.id = QUuid::createUuid();
+    ofFresh.flowID = fresh.id;
+    ofFresh.kindRaw = QStringLiteral("finished");
+    FenrowBackup::Record ofGarden = backup.records[0];
+    ofGarden.id = QUuid::createUuid();
+    ofGarden.flowID = garden;
+    FenrowBackup::Record ofNobody = backup.records[0];
+    ofNobody.id = QUuid::createUuid();
+    ofNobody.flowID = QUuid::createUuid();
+    backup.records << ofFresh << ofGarden << ofNobody;
+
+    EXPECT_EQ(target->restoreBackup(backup, RestoreMode::merge), 1);
+    target.reopen();
+    const TaskFlow *added = nullptr;
+    for (const TaskFlow *flow : target->flows())
+        added = flow->id == fresh.id ? flow : added;
+    ASSERT_NE(added, nullptr);
+    QStringList titles;
+    for (const FlowNode *node : added->orderedItems())
+        titles << node->title;
+    EXPECT_EQ(titles, (QStringList{"Sow", "Water"})) << "the task with a taken id stays out";
+    EXPECT_EQ(target->node(takenNode)->flow()->id, garden) << "and the store's own task is untouched";
+    EXPECT_EQ(added->edges().size(), 1) << "only the edge between two restored tasks";
+    EXPECT_EQ(added->fileLinks().size(), 1) << "only the link to a restored task";
+
+    QStringList kinds;
+    for (const CompletionRecord *record : target->completionRecords()) {
+        if (record->flowID == fresh.id)
+            kinds << record->kindRaw;
+        EXPECT_NE(record->id, ofGarden.id) << "the skipped flow's archive stays out";
+        EXPECT_NE(record->id, ofNobody.id);
+    }
+    EXPECT_EQ(kinds, QStringList{"archived"}) << "an unknown kind comes in as archived";
+}
+
+TEST_F(BackupRestore, ReplaceReadsRawWordsTheWayTheFormatSays)
+{
+    fillRich(*source);
+    FenrowBackup backup = roundTrip(source->makeBackup(utc(2026, 6, 10)));
+    FenrowBackup::Flow &garden = backup.flows[1];
+    garden.edges[0].sourceRaw = QStringLiteral("robot");
+    garden.edges[1].kindRaw = QStringLiteral("parent");
+    garden.edges[2].kindRaw.reset();
+    garden.edges.append({QUuid::createUuid(), garden.items[0].id, QUuid::createUuid(), QStringLiteral("manual"),
+                         std::nullopt, utc(2026, 1, 1)});
+    backup.records[0].kindRaw = QStringLiteral("repeat");
+    backup.records[1].kindRaw = QStringLiteral("REPEAT");
+    // A record whose flow is in no document still comes with a replace.
+    backup.records[1].flowID = QUuid::createUuid();
+    backup.flows[0].order = 9;
+
+    ASSERT_EQ(target->restoreBackup(backup, RestoreMode::replace), 2);
+    target.reopen();
+    EXPECT_EQ(flowSummary(*target), (QStringList{"Garden \"east\"@4", "Empty@9"})) << "replace keeps the orders";
+    const TaskFlow &restored = *target->flows()[0];
+    ASSERT_EQ(restored.edges().size(), 3) << "the edge to an unknown task is skipped";
+    QStringList edges;
+    for (const DependencyEdge *edge : restored.edges())
+        edges << rawString(edge->source) + " " + rawString(*edge->kind);
+    edges.sort();
+    EXPECT_EQ(edges, (QStringList{"ai dependency", "manual dependency", "manual subtask"}));
+    QStringList kinds;
+    for (const CompletionRecord *record : target->completionRecords())
+        kinds << record->kindRaw;
+    kinds.sort();
+    EXPECT_EQ(kinds, (QStringList{"archived", "repeat"}));
+}
+
+} // namespace
+} // namespace fenrow::testing
