@@ -335,5 +335,9 @@
         <source>Redo</source>
         <translation>Wiederholen</translation>
     </message>
+    <message id="shortcut.key.unknown">
+        <source>Unknown key</source>
+        <translation>Unbekannte Taste</translation>
+    </message>
 </context>
 </TS>

@@ -335,5 +335,9 @@
         <source>Redo</source>
         <translation>Redo</translation>
     </message>
+    <message id="shortcut.key.unknown">
+        <source>Unknown key</source>
+        <translation>Unknown key</translation>
+    </message>
 </context>
 </TS>

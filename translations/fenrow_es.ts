@@ -335,5 +335,9 @@
         <source>Redo</source>
         <translation>Rehacer</translation>
     </message>
+    <message id="shortcut.key.unknown">
+        <source>Unknown key</source>
+        <translation>Tecla desconocida</translation>
+    </message>
 </context>
 </TS>

@@ -335,5 +335,9 @@
         <source>Redo</source>
         <translation>Rétablir</translation>
     </message>
+    <message id="shortcut.key.unknown">
+        <source>Unknown key</source>
+        <translation>Touche inconnue</translation>
+    </message>
 </context>
 </TS>

@@ -335,5 +335,9 @@
         <source>Redo</source>
         <translation>Yinele</translation>
     </message>
+    <message id="shortcut.key.unknown">
+        <source>Unknown key</source>
+        <translation>Bilinmeyen tuş</translation>
+    </message>
 </context>
 </TS>

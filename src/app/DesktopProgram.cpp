@@ -9,6 +9,7 @@
 #include "domain/FenrowModelContainer.h"
 #include "domain/FenrowStore.h"
 #include "domain/SystemClock.h"
+#include "shell/AppPreferences.h"
 #include "shell/ProcessEntry.h"
 #include "shell/SettingsFile.h"
 
@@ -50,9 +51,9 @@ int run(QApplication &application)
     // Undo lives as long as the store it replays into, and no longer.
     FenrowHistory history(*store);
 
-    const auto settings = SettingsFile::open();
+    AppPreferences preferences(SettingsFile::open());
     ActiveFlowState activeFlow;
-    MainWindow window(*store, history, activeFlow, *settings);
+    MainWindow window(*store, history, activeFlow, preferences);
     QObject::connect(&window, &MainWindow::quitRequested, &application, &QCoreApplication::quit);
     window.show();
     return application.exec();

@@ -11,6 +11,7 @@
 #include "domain/ActiveFlowState.h"
 #include "domain/FenrowHistory.h"
 #include "domain/FenrowStore.h"
+#include "shell/AppPreferences.h"
 #include "shell/SampleFlow.h"
 
 #include <QApplication>
@@ -23,9 +24,9 @@
 
 namespace fenrow {
 
-MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowState &activeFlow, QSettings &settings,
-                       QWidget *parent)
-    : QMainWindow(parent), m_store(store), m_history(history), m_activeFlow(activeFlow), m_settings(settings)
+MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowState &activeFlow,
+                       AppPreferences &preferences, QWidget *parent)
+    : QMainWindow(parent), m_store(store), m_history(history), m_activeFlow(activeFlow), m_preferences(preferences)
 {
     setMinimumSize(minimumWindowWidth, minimumWindowHeight);
     resize(1040, 680);
@@ -44,7 +45,7 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
     m_emptyDetail->setContent(Glyphs::Symbol::emptySelection, qtTrId("detail.empty.title"),
                               qtTrId("detail.empty.message"));
     m_flowDetail = new FlowDetailView(store, m_detail);
-    m_readyList = new ReadyListView(store, history, settings, m_detail);
+    m_readyList = new ReadyListView(store, history, preferences, m_detail);
     m_archiveList = new ArchiveListView(store, m_detail);
     m_detail->addWidget(m_emptyDetail);
     m_detail->addWidget(m_flowDetail);
@@ -58,7 +59,7 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
     row->addWidget(divider);
     row->addWidget(m_detail, 1);
     setCentralWidget(root);
-    setSidebarWidth(Sidebar::defaultWidth);
+    setSidebarWidth(qRound(preferences.sidebarWidth()));
 
     // What is ready and what is overdue depend on the day, not only on the
     // records; so does which archive day is "Today".
@@ -76,6 +77,8 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
 
     connect(divider, &PanelResizeDivider::widthChanged, this, &MainWindow::setSidebarWidth);
     connect(divider, &PanelResizeDivider::resizeFinished, this, &MainWindow::sidebarWidthCommitted);
+    connect(this, &MainWindow::sidebarWidthCommitted, this,
+            [this](int width) { m_preferences.setSidebarWidth(width); });
     connect(m_sidebar, &Sidebar::routeSelected, this, &MainWindow::setRoute);
     connect(m_readyList, &ReadyListView::flowRequested, this, &MainWindow::selectFlow);
     connect(m_sidebar, &Sidebar::quitRequested, this, &MainWindow::quitRequested);
@@ -184,7 +187,7 @@ void MainWindow::showEvent(QShowEvent *event)
 
 void MainWindow::seedSampleFlow()
 {
-    if (const TaskFlow *sample = SampleFlow::seedIfNeeded(m_store, m_settings, NodeSizeResolver()))
+    if (const TaskFlow *sample = SampleFlow::seedIfNeeded(m_store, m_preferences, NodeSizeResolver()))
         selectFlow(sample->id);
 }
 

@@ -6,12 +6,12 @@
 #include <QUuid>
 
 class QAction;
-class QSettings;
 class QStackedWidget;
 
 namespace fenrow {
 
 class ActiveFlowState;
+class AppPreferences;
 class ArchiveListView;
 class DayChangeTimer;
 class EmptyStateView;
@@ -33,7 +33,9 @@ public:
     static constexpr int minimumWindowWidth = 720;
     static constexpr int minimumWindowHeight = 480;
 
-    MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowState &activeFlow, QSettings &settings,
+    // The sidebar starts at the user's width, and a width settled on by
+    // dragging is kept there.
+    MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowState &activeFlow, AppPreferences &preferences,
                QWidget *parent = nullptr);
 
     // A flow route to a flow the store doesn't know shows the empty state.
@@ -76,7 +78,7 @@ private:
     FenrowStore &m_store;
     FenrowHistory &m_history;
     ActiveFlowState &m_activeFlow;
-    QSettings &m_settings;
+    AppPreferences &m_preferences;
     Sidebar *m_sidebar = nullptr;
     QStackedWidget *m_detail = nullptr;
     EmptyStateView *m_emptyDetail = nullptr;

@@ -8,6 +8,7 @@
 #include "domain/Clock.h"
 #include "domain/FenrowHistory.h"
 #include "domain/FenrowStore.h"
+#include "shell/AppPreferences.h"
 
 #include <QButtonGroup>
 #include <QHBoxLayout>
@@ -17,7 +18,6 @@
 #include <QListView>
 #include <QPainter>
 #include <QScrollBar>
-#include <QSettings>
 #include <QStackedWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -102,14 +102,15 @@ QString sortTitle(ReadySort sort)
 
 } // namespace
 
-ReadyListView::ReadyListView(FenrowStore &store, FenrowHistory &history, QSettings &settings, QWidget *parent)
-    : QWidget(parent), m_store(store), m_history(history), m_settings(settings)
+ReadyListView::ReadyListView(FenrowStore &store, FenrowHistory &history, AppPreferences &preferences,
+                             QWidget *parent)
+    : QWidget(parent), m_store(store), m_history(history), m_preferences(preferences)
 {
     setObjectName(QStringLiteral("ready.root"));
     setAutoFillBackground(true);
 
     m_model = new ReadyListModel(store, this);
-    m_model->setSort(readRaw<ReadySort>(m_settings.value(QLatin1StringView(sortKey)).toString()));
+    m_model->setSort(m_preferences.readySort());
 
     m_title = new QLabel(qtTrId("ready.title"), this);
     m_title->setObjectName(QStringLiteral("ready.title"));
@@ -183,9 +184,8 @@ ReadySort ReadyListView::sort() const
 void ReadyListView::setSort(ReadySort sort)
 {
     m_sortButtons->button(int(sort))->setChecked(true);
-    const QString raw = rawString(sort);
-    if (m_settings.value(QLatin1StringView(sortKey)).toString() != raw)
-        m_settings.setValue(QLatin1StringView(sortKey), raw);
+    if (m_preferences.readySortRaw() != rawString(sort))
+        m_preferences.setReadySort(sort);
     if (sort == m_model->sort())
         return;
     m_model->setSort(sort);

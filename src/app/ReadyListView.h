@@ -9,11 +9,11 @@ class QBoxLayout;
 class QButtonGroup;
 class QLabel;
 class QListView;
-class QSettings;
 class QStackedWidget;
 
 namespace fenrow {
 
+class AppPreferences;
 class EmptyStateView;
 class FenrowHistory;
 class FenrowStore;
@@ -28,9 +28,9 @@ class ReadyListView : public QWidget {
     Q_OBJECT
 
 public:
-    static constexpr const char *sortKey = "preferences.readySort";
-
-    ReadyListView(FenrowStore &store, FenrowHistory &history, QSettings &settings, QWidget *parent = nullptr);
+    // Starts with the user's sort, and keeps each choice there.
+    ReadyListView(FenrowStore &store, FenrowHistory &history, AppPreferences &preferences,
+                  QWidget *parent = nullptr);
 
     void setSort(ReadySort sort);
     ReadySort sort() const;
@@ -60,7 +60,7 @@ private:
 
     FenrowStore &m_store;
     FenrowHistory &m_history;
-    QSettings &m_settings;
+    AppPreferences &m_preferences;
     ReadyListModel *m_model = nullptr;
     QBoxLayout *m_header = nullptr;
     QLabel *m_title = nullptr;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DetailRoute.h"
+#include "shell/AppPreferences.h"
 
 #include <QUuid>
 #include <QWidget>
@@ -27,9 +28,10 @@ class Sidebar : public QWidget {
     Q_OBJECT
 
 public:
-    static constexpr int minimumWidth = 216;
-    static constexpr int maximumWidth = 420;
-    static constexpr int defaultWidth = 260;
+    // The same limits the saved width is held to when it is read.
+    static constexpr int minimumWidth = int(AppPreferences::minimumSidebarWidth);
+    static constexpr int maximumWidth = int(AppPreferences::maximumSidebarWidth);
+    static constexpr int defaultWidth = int(AppPreferences::defaultSidebarWidth);
     static int clampedWidth(int width);
 
     explicit Sidebar(FenrowStore &store, QWidget *parent = nullptr);

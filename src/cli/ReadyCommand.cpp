@@ -12,6 +12,7 @@
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
 #include "domain/Readiness.h"
+#include "shell/AppPreferences.h"
 #include "shell/SettingsFile.h"
 
 #include <QJsonArray>
@@ -21,13 +22,12 @@ namespace fenrow::ReadyCommand {
 namespace {
 
 const QString sortOption = QStringLiteral("sort");
-const QString sortSetting = QStringLiteral("preferences.readySort");
 
 // The list's own sort setting, shared with the window; a value this version
 // does not know reads as the flow order.
 ReadySort savedSort()
 {
-    return readRaw<ReadySort>(SettingsFile::open()->value(sortSetting).toString());
+    return AppPreferences(SettingsFile::open()).readySort();
 }
 
 QString emptyReason(ReadyEmptyReason reason)

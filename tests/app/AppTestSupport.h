@@ -10,7 +10,7 @@
 #include "domain/FenrowStore.h"
 #include "domain/FixedClock.h"
 #include "domain/NodeStatus.h"
-#include "shell/SampleFlow.h"
+#include "shell/AppPreferences.h"
 #include "shell/SettingsFile.h"
 
 #include <QApplication>
@@ -18,7 +18,6 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimeZone>
@@ -40,8 +39,8 @@ protected:
           m_savedConfig(qgetenv("XDG_CONFIG_HOME"))
     {
         qputenv("XDG_CONFIG_HOME", configHome.path().toUtf8());
-        settings = SettingsFile::open();
-        settings->setValue(QLatin1StringView(SampleFlow::seededKey), true);
+        preferences = std::make_unique<AppPreferences>(SettingsFile::open());
+        preferences->setHasSeededSampleFlow(true);
         QString fatal;
         store = FenrowModelContainer::openStore({QStringLiteral("--ui-test")}, clock,
                                                 LocalCalendar(QTimeZone("Europe/Berlin")), &fatal);
@@ -60,7 +59,7 @@ protected:
 
     MainWindow &show()
     {
-        window = std::make_unique<MainWindow>(*store, *history, activeFlow, *settings);
+        window = std::make_unique<MainWindow>(*store, *history, activeFlow, *preferences);
         window->show();
         window->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -160,7 +159,7 @@ protected:
     }
 
     QTemporaryDir configHome;
-    std::unique_ptr<QSettings> settings;
+    std::unique_ptr<AppPreferences> preferences;
     FixedClock clock;
     std::unique_ptr<FenrowStore> store;
     std::unique_ptr<FenrowHistory> history;

@@ -120,7 +120,7 @@ TEST_P(LookTest, TextsFitAtDefaultAndMinimumSizes)
 TEST_P(LookTest, ReadyListFitsAndSaysWhyWhenEmpty)
 {
     const QString code = QString::fromLatin1(GetParam().code);
-    settings->remove(QLatin1StringView(SampleFlow::seededKey));
+    preferences->setHasSeededSampleFlow(false);
     show();
     ASSERT_EQ(store->flows().size(), 1) << "the sample flow";
 

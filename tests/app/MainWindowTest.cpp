@@ -99,12 +99,11 @@ TEST_F(MainWindowTest, DeletingTheShownFlowFallsBackToTheFirstRemainingThenToNon
 
 TEST_F(MainWindowTest, ANewUserMeetsTheSampleFlowOnTheFirstAppearanceOnly)
 {
-    const QString seeded = QString::fromLatin1(SampleFlow::seededKey);
-    settings->remove(seeded);
+    preferences->setHasSeededSampleFlow(false);
     addFlow("Existing");
     show();
     EXPECT_EQ(flowNames(), QStringList({"Existing"})) << "someone with data never gets the sample";
-    EXPECT_FALSE(settings->value(seeded).toBool()) << "so the question is asked again next time";
+    EXPECT_FALSE(preferences->hasSeededSampleFlow()) << "so the question is asked again next time";
 
     // Showing the same window again is no new start.
     store->deleteFlow(*store->flows().first());
@@ -121,7 +120,7 @@ TEST_F(MainWindowTest, ANewUserMeetsTheSampleFlowOnTheFirstAppearanceOnly)
     EXPECT_EQ(window->selectedFlow(), sample.id);
     EXPECT_EQ(window->windowTitle(), sample.name);
     EXPECT_EQ(list().currentIndex(), model().indexOf(sample.id));
-    EXPECT_TRUE(settings->value(seeded).toBool());
+    EXPECT_TRUE(preferences->hasSeededSampleFlow());
     EXPECT_EQ(sidebar().readyRow()->badge(), 1) << "only the first task of the diamond is ready";
 }
 
@@ -245,6 +244,11 @@ TEST_F(MainWindowTest, SidebarWidthStaysWithinItsLimits)
     EXPECT_EQ(window->sidebarWidth(), 420);
     ASSERT_EQ(committed.count(), 1);
     EXPECT_EQ(committed.first().first().toInt(), 420);
+
+    // The settled width is the user's, and the next window starts with it.
+    EXPECT_EQ(preferences->sidebarWidth(), 420);
+    show();
+    EXPECT_EQ(window->sidebarWidth(), 420);
 }
 
 } // namespace

@@ -110,7 +110,7 @@ TEST_F(ReadyListTest, RowsFollowTheChosenSortWithTodayFirst)
 
     // The choice is the user's setting, and a new window starts with it.
     QTest::mouseClick(ready.findChild<QToolButton *>("ready.sort.priority"), Qt::LeftButton);
-    EXPECT_EQ(settings->value(ReadyListView::sortKey).toString(), "priority");
+    EXPECT_EQ(preferences->readySortRaw(), "priority");
     EXPECT_EQ(rowTexts(),
               QStringList({"# Today (1)", "Plant", "# Other tasks (4)", "Prune", "Receipts", "Water", "File"}));
     EXPECT_EQ(text(water, ReadyListModel::FlowNameRole), "Garden");

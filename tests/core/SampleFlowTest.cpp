@@ -2,6 +2,7 @@
 
 #include "canvas/NodeSizeResolver.h"
 #include "domain/FlowGraph.h"
+#include "shell/AppPreferences.h"
 #include "shell/InterfaceLanguage.h"
 #include "shell/SampleFlow.h"
 
@@ -15,7 +16,7 @@ using testing::TestStore;
 class SampleFlowSeeding : public ::testing::Test {
 protected:
     QTemporaryDir folder;
-    QSettings settings{folder.filePath(QStringLiteral("fenrow.conf")), QSettings::IniFormat};
+    AppPreferences preferences{std::make_unique<QSettings>(folder.filePath("fenrow.conf"), QSettings::IniFormat)};
     TestStore store{TestStore::Backing::memory};
     NodeSizeResolver sizes;
 };
@@ -23,10 +24,11 @@ protected:
 TEST_F(SampleFlowSeeding, SeedsTheDiamondOnceIntoAnEmptyStore)
 {
     InterfaceLanguage::apply(QStringLiteral("de"));
-    const TaskFlow *flow = SampleFlow::seedIfNeeded(*store, settings, sizes);
+    const TaskFlow *flow = SampleFlow::seedIfNeeded(*store, preferences, sizes);
     InterfaceLanguage::apply(QStringLiteral("en"));
     ASSERT_NE(flow, nullptr);
-    EXPECT_TRUE(settings.value(SampleFlow::seededKey).toBool());
+    EXPECT_TRUE(preferences.hasSeededSampleFlow());
+    EXPECT_TRUE(preferences.defaults().value(PreferenceKey::hasSeededSampleFlow).toBool());
     EXPECT_EQ(flow->name, QStringLiteral("Beispiel: Eine Landingpage starten"))
         << "the texts follow the interface language in force";
 
@@ -45,17 +47,17 @@ TEST_F(SampleFlowSeeding, SeedsTheDiamondOnceIntoAnEmptyStore)
     EXPECT_LT(nodes[3]->posX, nodes[4]->posX);
 
     store->deleteFlow(*flow);
-    EXPECT_EQ(SampleFlow::seedIfNeeded(*store, settings, sizes), nullptr) << "seeded once per user";
+    EXPECT_EQ(SampleFlow::seedIfNeeded(*store, preferences, sizes), nullptr) << "seeded once per user";
 }
 
 TEST_F(SampleFlowSeeding, AUserWithDataIsAskedAgainLater)
 {
     const TaskFlow *own = store->addFlow(QStringLiteral("Mine"));
-    EXPECT_EQ(SampleFlow::seedIfNeeded(*store, settings, sizes), nullptr);
-    EXPECT_FALSE(settings.contains(SampleFlow::seededKey));
+    EXPECT_EQ(SampleFlow::seedIfNeeded(*store, preferences, sizes), nullptr);
+    EXPECT_FALSE(preferences.defaults().contains(PreferenceKey::hasSeededSampleFlow));
 
     store->deleteFlow(*own);
-    EXPECT_NE(SampleFlow::seedIfNeeded(*store, settings, sizes), nullptr);
+    EXPECT_NE(SampleFlow::seedIfNeeded(*store, preferences, sizes), nullptr);
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 #include "InterfaceLanguage.h"
 
+#include "AppPreferences.h"
 #include "SettingsFile.h"
 
 #include <QCoreApplication>
 #include <QLocale>
-#include <QSettings>
 #include <QTranslator>
 
 #include <memory>
@@ -67,7 +67,7 @@ bool InterfaceLanguage::apply(const QString &code)
 
 QString InterfaceLanguage::resolveAndApply()
 {
-    const QString preference = SettingsFile::open()->value(QStringLiteral("preferences.uiLanguage")).toString();
+    const QString preference = AppPreferences(SettingsFile::open()).uiLanguageRaw();
     const QString code = resolve(preference, QLocale::system().uiLanguages());
     apply(code);
     return currentCode();

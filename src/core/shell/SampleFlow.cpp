@@ -1,23 +1,22 @@
 #include "SampleFlow.h"
 
+#include "AppPreferences.h"
 #include "canvas/NodeSizeResolver.h"
 #include "domain/FenrowStore.h"
 
 #include <QCoreApplication>
-#include <QSettings>
 
 #include <array>
 
 namespace fenrow::SampleFlow {
 
-const TaskFlow *seedIfNeeded(FenrowStore &store, QSettings &settings, const NodeSizeResolver &sizes)
+const TaskFlow *seedIfNeeded(FenrowStore &store, AppPreferences &preferences, const NodeSizeResolver &sizes)
 {
-    const QString key = QString::fromLatin1(seededKey);
-    if (settings.value(key).toBool() || !store.flows().isEmpty())
+    if (preferences.hasSeededSampleFlow() || !store.flows().isEmpty())
         return nullptr;
-    // Remembered before anything is made, so a crash midway cannot seed twice.
-    settings.setValue(key, true);
-    settings.sync();
+    // Remembered (and in the file) before anything is made, so a crash
+    // midway cannot seed twice.
+    preferences.setHasSeededSampleFlow(true);
 
     const TaskFlow *flow = store.addFlow(qtTrId("sample.flow.name"));
     const std::array<QString, 5> titles{qtTrId("sample.flow.item.offer"), qtTrId("sample.flow.item.copy"),

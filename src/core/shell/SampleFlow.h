@@ -1,9 +1,8 @@
 #pragma once
 
-class QSettings;
-
 namespace fenrow {
 
+class AppPreferences;
 class FenrowStore;
 class NodeSizeResolver;
 class TaskFlow;
@@ -12,12 +11,10 @@ class TaskFlow;
 // parallel, a build waiting for both, then publishing.
 namespace SampleFlow {
 
-inline constexpr const char *seededKey = "preferences.hasSeededSampleFlow";
-
 // Seeds once per user, and only into an empty store: someone with data
 // never gets it, and then the question is asked again next time. Returns
 // the new flow, or null when nothing was seeded.
-const TaskFlow *seedIfNeeded(FenrowStore &store, QSettings &settings, const NodeSizeResolver &sizes);
+const TaskFlow *seedIfNeeded(FenrowStore &store, AppPreferences &preferences, const NodeSizeResolver &sizes);
 
 } // namespace SampleFlow
 

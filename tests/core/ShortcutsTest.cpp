@@ -1,0 +1,243 @@
+#include "shell/GlobalHotkeyController.h"
+#include "shell/InterfaceLanguage.h"
+#include "shell/ShortcutKeys.h"
+#include "shell/ShortcutRecorderModel.h"
+
+#include <QJsonDocument>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace fenrow {
+namespace {
+
+using namespace KeyModifier;
+
+TEST(KeyCombo, JsonFormRoundTripsAndRefusesWhatIsNoCombination)
+{
+    EXPECT_EQ(QJsonDocument(defaultGlobalShortcut.toJson()).toJson(QJsonDocument::Compact),
+              R"({"keyCode":49,"modifierFlags":1179648})");
+    for (const KeyCombo combo : {KeyCombo{0, 0}, KeyCombo{65535, 0xFFFFFFFF}, KeyCombo{117, recordingMask | 0x10000}})
+        EXPECT_EQ(KeyCombo::fromJson(combo.toJson()), combo);
+
+    const auto parsed = [](const char *json) { return KeyCombo::fromJson(QJsonDocument::fromJson(json).object()); };
+    EXPECT_EQ(parsed(R"({"modifierFlags": 256, "keyCode": 3, "extra": true})"), (KeyCombo{3, 256}));
+    EXPECT_EQ(parsed(R"({"keyCode": 3})"), std::nullopt);
+    EXPECT_EQ(parsed(R"({"keyCode": 65536, "modifierFlags": 0})"), std::nullopt);
+    EXPECT_EQ(parsed(R"({"keyCode": -1, "modifierFlags": 0})"), std::nullopt);
+    EXPECT_EQ(parsed(R"({"keyCode": 3, "modifierFlags": "256"})"), std::nullopt);
+    EXPECT_EQ(parsed(R"({"keyCode": 3, "modifierFlags": 0.5})"), std::nullopt);
+    EXPECT_EQ(KeyCombo::fromJson(QJsonValue(49)), std::nullopt);
+}
+
+TEST(ShortcutKeys, DisplayStringsShowModifiersInFixedOrderThenTheKey)
+{
+    using ShortcutKeys::displayString;
+    const std::array<const char *, 9> shown{"⌘Z", "⇧⌘Z", "⇧⌘N", "⌘F", "⇧⌘E", "⇧⌘C", "⌘=", "⌘-", "⌘0"};
+    for (std::size_t i = 0; i < shown.size(); ++i)
+        EXPECT_EQ(displayString(defaultShortcut(ShortcutAction(i))), QString::fromUtf8(shown[i]))
+            << rawString(ShortcutAction(i)).toStdString();
+    EXPECT_EQ(displayString(defaultGlobalShortcut), "⇧⌘Space");
+    EXPECT_EQ(displayString({0, command | shift | option | control}), "⌃⌥⇧⌘A");
+    EXPECT_EQ(displayString({22, option}), "⌥6") << "the digit row is not in code order";
+    EXPECT_EQ(displayString({23, control}), "⌃5");
+    EXPECT_EQ(displayString({42, command}), "⌘\\");
+    EXPECT_EQ(displayString({50, command}), "⌘`");
+    EXPECT_EQ(displayString({36, command}), "⌘↩");
+    EXPECT_EQ(displayString({53, 0}), "⎋");
+    EXPECT_EQ(displayString({125, shift}), "⇧↓");
+    EXPECT_EQ(displayString({46, 0x10000}), "M") << "bits other than the four show nothing";
+
+    ASSERT_TRUE(InterfaceLanguage::apply("en"));
+    EXPECT_EQ(displayString({117, command}), "⌘Unknown key") << "forward delete is left out on purpose";
+    ASSERT_TRUE(InterfaceLanguage::apply("de"));
+    EXPECT_EQ(displayString({10, shift}), "⇧Unbekannte Taste");
+    InterfaceLanguage::apply("en");
+
+    int named = 0, mapped = 0;
+    for (int code = 0; code <= 0xFFFF; ++code) {
+        named += ShortcutKeys::keyName(quint16(code)).has_value();
+        mapped += ShortcutKeys::qtKey(quint16(code)).has_value();
+    }
+    EXPECT_EQ(named, 56);
+    EXPECT_EQ(mapped, 57);
+}
+
+TEST(ShortcutKeys, CombinationsBecomeQtKeysWithTheActionsDefaultAsFallback)
+{
+    using ShortcutKeys::keyboardShortcut;
+    EXPECT_EQ(keyboardShortcut({6, command}, ShortcutAction::undo), QKeyCombination(Qt::ControlModifier, Qt::Key_Z));
+    EXPECT_EQ(keyboardShortcut(defaultGlobalShortcut, ShortcutAction::undo),
+              QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Space));
+    EXPECT_EQ(keyboardShortcut({0, control | option}, ShortcutAction::undo),
+              QKeyCombination(Qt::MetaModifier | Qt::AltModifier, Qt::Key_A));
+    EXPECT_EQ(keyboardShortcut({117, command}, ShortcutAction::undo), QKeyCombination(Qt::ControlModifier, Qt::Key_Delete));
+    EXPECT_EQ(keyboardShortcut({22, 0}, ShortcutAction::undo), QKeyCombination(Qt::Key_6));
+    EXPECT_EQ(keyboardShortcut({39, command}, ShortcutAction::undo), QKeyCombination(Qt::ControlModifier, Qt::Key_Apostrophe));
+    EXPECT_EQ(keyboardShortcut({50, command}, ShortcutAction::undo), QKeyCombination(Qt::ControlModifier, Qt::Key_QuoteLeft));
+    EXPECT_EQ(keyboardShortcut({36, 0}, ShortcutAction::undo), QKeyCombination(Qt::Key_Return));
+    EXPECT_EQ(keyboardShortcut({126, shift}, ShortcutAction::undo), QKeyCombination(Qt::ShiftModifier, Qt::Key_Up));
+    // A code without a Qt key: the action's own default, modifiers and all.
+    EXPECT_EQ(keyboardShortcut({10, control}, ShortcutAction::zoomIn), QKeyCombination(Qt::ControlModifier, Qt::Key_Equal));
+    EXPECT_EQ(keyboardShortcut({96, shift}, ShortcutAction::copyMarkdown),
+              QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_C));
+
+    // Key presses map back onto the same table.
+    for (int code = 0; code < 128; ++code) {
+        const std::optional<Qt::Key> key = ShortcutKeys::qtKey(quint16(code));
+        if (key) {
+            EXPECT_EQ(ShortcutKeys::keyCombo(QKeyCombination(Qt::ControlModifier | Qt::KeypadModifier, *key)),
+                      (KeyCombo{quint16(code), command}));
+        }
+    }
+    EXPECT_EQ(ShortcutKeys::keyCombo(QKeyCombination(Qt::ShiftModifier, Qt::Key_Backtab)), (KeyCombo{48, shift}));
+    EXPECT_EQ(ShortcutKeys::keyCombo(QKeyCombination(Qt::ControlModifier, Qt::Key_Control)), std::nullopt);
+    EXPECT_EQ(ShortcutKeys::keyCombo(QKeyCombination(Qt::Key_F5)), std::nullopt);
+
+    EXPECT_EQ(ShortcutKeys::carbonModifiers(shift | command), 768u);
+    EXPECT_EQ(ShortcutKeys::carbonModifiers(control | option | 0x10000), 6144u);
+}
+
+class ShortcutRecording : public ::testing::Test {
+protected:
+    void start()
+    {
+        recorder.press([this](const KeyCombo &combo) { captured.push_back(combo); });
+    }
+
+    ShortcutRecorderModel recorder;
+    std::vector<KeyCombo> captured;
+    QSignalSpy recording{&recorder, &ShortcutRecorderModel::recordingChanged};
+};
+
+TEST_F(ShortcutRecording, AKeyWithoutModifierIsRefusedAndRecordingGoesOn)
+{
+    EXPECT_FALSE(recorder.keyDown(0, shift)) << "nothing is taken while not recording";
+    start();
+    EXPECT_TRUE(recorder.isRecording());
+    EXPECT_TRUE(recorder.keyDown(0, 0));
+    EXPECT_TRUE(recorder.keyDown(0, 0x10000)) << "caps lock is no modifier";
+    EXPECT_TRUE(recorder.keyDown(QKeyCombination(Qt::ShiftModifier, Qt::Key_Shift))) << "a bare modifier has no code";
+    EXPECT_TRUE(recorder.isRecording());
+    EXPECT_TRUE(captured.empty());
+
+    EXPECT_TRUE(recorder.keyDown(0, shift | 0x10000 | 0x800000));
+    EXPECT_FALSE(recorder.isRecording());
+    EXPECT_EQ(captured, std::vector<KeyCombo>{(KeyCombo{0, shift})}) << "only the four modifiers are kept";
+    EXPECT_EQ(recording.size(), 2);
+}
+
+TEST_F(ShortcutRecording, EscapeOrASecondPressStopsWithoutCapturing)
+{
+    start();
+    EXPECT_TRUE(recorder.keyDown(KeyCode::escape, command));
+    EXPECT_FALSE(recorder.isRecording());
+    EXPECT_FALSE(recorder.keyDown(0, command));
+    start();
+    start();
+    EXPECT_FALSE(recorder.isRecording());
+    EXPECT_FALSE(recorder.keyDown(0, command));
+    EXPECT_TRUE(captured.empty());
+    EXPECT_EQ(recording.size(), 4);
+
+    start();
+    EXPECT_TRUE(recorder.keyDown(QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Z)));
+    EXPECT_EQ(captured, std::vector<KeyCombo>{(KeyCombo{6, shift | command})});
+}
+
+// Keeps what the controller asks of the desktop.
+class ScriptedHotkeyBackend : public GlobalHotkeyBackend {
+public:
+    struct Log {
+        std::vector<Request> registered;
+        std::vector<quintptr> unregistered;
+        std::function<void()> pressed;
+        bool handlerRemoved = false;
+        int status = 0;
+    };
+    explicit ScriptedHotkeyBackend(Log &log) : m_log(log) {}
+
+    void installHandler(std::function<void()> pressed) override { m_log.pressed = std::move(pressed); }
+    void removeHandler() override { m_log.handlerRemoved = true; }
+    int registerHotKey(const Request &request, quintptr &handle) override
+    {
+        m_log.registered.push_back(request);
+        handle = m_log.registered.size();
+        return m_log.status;
+    }
+    void unregisterHotKey(quintptr handle) override { m_log.unregistered.push_back(handle); }
+
+private:
+    Log &m_log;
+};
+
+QStringList hotkeyMessages;
+
+void keepHotkeyMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (QByteArrayView(context.category) == "fenrow.hotkey" && type == QtCriticalMsg)
+        hotkeyMessages << message;
+}
+
+class GlobalHotkey : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        hotkeyMessages.clear();
+        m_previousHandler = qInstallMessageHandler(keepHotkeyMessage);
+    }
+    void TearDown() override { qInstallMessageHandler(m_previousHandler); }
+
+private:
+    QtMessageHandler m_previousHandler = nullptr;
+};
+
+TEST_F(GlobalHotkey, RegistersOneKeyAtATimeAndLetsGoWhenDestroyed)
+{
+    ScriptedHotkeyBackend::Log log;
+    int triggered = 0;
+    {
+        GlobalHotkeyController controller([&] { ++triggered; }, std::make_unique<ScriptedHotkeyBackend>(log));
+        ASSERT_TRUE(log.pressed);
+        log.pressed();
+        EXPECT_EQ(triggered, 1);
+
+        controller.registerHotKey(defaultGlobalShortcut);
+        ASSERT_EQ(log.registered.size(), 1u);
+        EXPECT_EQ(log.registered[0].combo, defaultGlobalShortcut);
+        EXPECT_EQ(log.registered[0].carbonModifiers, 768u);
+        EXPECT_EQ(log.registered[0].signature, 0x464E5257u);
+        EXPECT_EQ(log.registered[0].number, 1u);
+        EXPECT_TRUE(controller.isRegistered());
+
+        controller.registerHotKey({0, control});
+        EXPECT_EQ(log.unregistered, std::vector<quintptr>{1}) << "the earlier key goes first";
+        EXPECT_EQ(log.registered.size(), 2u);
+        EXPECT_FALSE(log.handlerRemoved);
+    }
+    EXPECT_EQ(log.unregistered, (std::vector<quintptr>{1, 2}));
+    EXPECT_TRUE(log.handlerRemoved);
+    EXPECT_TRUE(hotkeyMessages.isEmpty());
+}
+
+TEST_F(GlobalHotkey, ARefusedKeyIsLoggedAndNothingElseHappens)
+{
+    ScriptedHotkeyBackend::Log log;
+    GlobalHotkeyController controller(nullptr, std::make_unique<ScriptedHotkeyBackend>(log));
+    controller.registerHotKey(defaultGlobalShortcut);
+    log.status = -9878;
+    controller.registerHotKey({0, command});
+    EXPECT_FALSE(controller.isRegistered()) << "the earlier key is gone too";
+    EXPECT_EQ(log.unregistered, std::vector<quintptr>{1});
+    EXPECT_EQ(hotkeyMessages, QStringList({"Failed to register global hotkey (status -9878)."}));
+    controller.unregisterHotKey();
+    EXPECT_EQ(log.unregistered.size(), 1u) << "nothing to let go of";
+
+    GlobalHotkeyController unsupported([] {}, std::make_unique<UnsupportedHotkeyBackend>());
+    unsupported.registerHotKey(defaultGlobalShortcut);
+    EXPECT_FALSE(unsupported.isRegistered());
+    EXPECT_EQ(hotkeyMessages.last(), "Failed to register global hotkey (status -4).");
+}
+
+} // namespace
+} // namespace fenrow
