@@ -139,5 +139,52 @@ TEST_F(FlowSearchTest, GroupsPutTheCurrentFlowFirstAndLeaveOutFlowsWithoutMatche
     EXPECT_TRUE(searchGroups(QStringLiteral(" \t"), flow, store->flows()).isEmpty());
 }
 
+// Groups keep each flow's folded text between searches; they must answer
+// as a node-by-node search of the live nodes would, edits included.
+TEST_F(FlowSearchTest, GroupsAgreeWithANodeByNodeSearchAcrossEdits)
+{
+    const TaskFlow *other = store->addFlow(QStringLiteral("Reisen"));
+    const FlowNode &street = add(QStringLiteral("Straße fegen"), QStringLiteral("erst\nDann die Straße\r\nzuletzt"));
+    const FlowNode &plain = add(QStringLiteral("Plan"), QStringLiteral("one line\n  two strasse  \nthree"));
+    add(QStringLiteral(""), QStringLiteral("ﬁle the résumé\u2028second"));
+    add(QStringLiteral("Café"), QString(), other);
+    const FlowNode &moving = add(QStringLiteral("Pack"), QStringLiteral("bags\nand the STRASSE map"), other);
+
+    auto expectAgreement = [&](const QString &query) {
+        SCOPED_TRACE(query.toStdString());
+        QList<FlowSearchMatch> expected = searchNodes(query, flow->orderedItems());
+        for (FlowSearchMatch match : searchNodes(query, other->orderedItems())) {
+            match.flowID = other->id;
+            expected << match;
+        }
+        QList<FlowSearchMatch> actual;
+        for (const FlowSearchGroup &group : searchGroups(query, flow, store->flows()))
+            actual << group.matches;
+        EXPECT_EQ(actual, expected);
+    };
+    const QStringList queries{QStringLiteral("strasse"), QStringLiteral("e"), QStringLiteral("file"),
+                              QStringLiteral("\u0301"), QStringLiteral("line\n  two"), QStringLiteral("a\u0000b"),
+                              QStringLiteral("second"), QStringLiteral("three")};
+    for (const QString &query : queries)
+        expectAgreement(query);
+
+    // Edits between searches: a new title, new notes, a new node, a deletion.
+    store->setTitle(plain, QStringLiteral("Straßenfest"));
+    store->setNotes(moving, QStringLiteral("nothing to see"));
+    add(QStringLiteral("Strasse again"), {}, other);
+    for (const QString &query : queries)
+        expectAgreement(query);
+    EXPECT_EQ(searchGroups(QStringLiteral("Plan"), flow, store->flows()).size(), 0);
+    store->deleteNode(street);
+    for (const QString &query : queries)
+        expectAgreement(query);
+
+    // Another language folds anew.
+    ASSERT_TRUE(InterfaceLanguage::apply(QStringLiteral("tr")));
+    add(QStringLiteral("TOPLANTI"));
+    expectAgreement(QStringLiteral("toplantı"));
+    expectAgreement(QStringLiteral("strasse"));
+}
+
 } // namespace
 } // namespace fenrow

@@ -6,7 +6,11 @@
 
 #include <QHash>
 #include <QLocale>
+#include <QSet>
 #include <QStringMatcher>
+
+#include <algorithm>
+#include <numeric>
 
 namespace fenrow::FlowSearch {
 
@@ -24,8 +28,6 @@ struct FoldedQuery {
     }
 
     bool isIn(const QString &haystack) const { return TextFolding::contains(haystack, text, locale); }
-    // For text that is folded already; the matcher's tables are built once.
-    bool isInFolded(const QString &folded) const { return !text.isEmpty() && matcher.indexIn(folded) >= 0; }
 
     QStringMatcher matcher;
 };
@@ -55,53 +57,126 @@ std::optional<QString> snippet(const QString &notes, const FoldedQuery &query)
     return std::nullopt;
 }
 
-// Folded titles and whole notes, kept between searches: folding is nearly
-// all of a search's cost, and the palette searches on every keystroke.
-// An entry is used only while the node's text is the very string it was
-// folded from. The entry holds a reference to that string, so its buffer
-// cannot be freed and reused: a node whose text changed has a different
-// buffer, and a pointer comparison is a sound test. UI thread only.
-class FoldedTexts {
+// Folding is nearly all of a search's cost, and the palette searches on
+// every keystroke: each flow's titles and notes are kept folded between
+// searches, joined into one text each in `order` order, so that a query
+// is one scan per flow. A flow's texts are rebuilt when its nodes, their
+// order or their text changed. The kept copies of the node's strings hold
+// their buffers, so a buffer cannot be freed and reused: a node whose text
+// changed has a different buffer, and a pointer comparison is a sound
+// test. UI thread only.
+class FlowTexts {
 public:
-    struct Entry {
+    // Between two nodes' texts; a query holding it is searched node by node.
+    static constexpr QChar separator = QChar(u'\0');
+
+    struct Node {
+        const FlowNode *node = nullptr;
         QString title;
-        QString foldedTitle;
         QString notes;
-        QString foldedNotes;
-        bool hasTitle = false;
-        bool hasNotes = false;
+        qint64 order = 0;
+        // ASCII folds character for character, so a position in the
+        // folded notes is the same position in the notes.
+        bool notesAreAscii = false;
     };
 
-    static FoldedTexts &shared()
+    bool isCurrent(const TaskFlow &flow) const
     {
-        static FoldedTexts texts;
-        return texts;
+        if (qsizetype(flow.items().size()) != m_nodes.size())
+            return false;
+        qsizetype i = 0;
+        for (const FlowNode *node : flow.items()) {
+            const Node &kept = m_nodes.at(i++);
+            if (kept.node != node || kept.order != node->order || !sameString(kept.title, node->title)
+                || !sameString(kept.notes, node->notes))
+                return false;
+        }
+        return true;
     }
 
-    void prepare(const QLocale &locale, qsizetype nodeCount)
+    // Texts that did not change are taken from `previous` rather than
+    // folded again, so an edit costs one node's folding.
+    void rebuild(const TaskFlow &flow, const QLocale &locale, const FlowTexts *previous)
     {
-        // A new language folds differently; entries of deleted nodes are
-        // dropped when they outnumber the live ones.
-        if (locale != m_locale || m_entries.size() > 2 * nodeCount + 1024) {
-            m_entries.clear();
-            m_locale = locale;
+        QHash<const FlowNode *, qsizetype> previousAt;
+        if (previous) {
+            previousAt.reserve(previous->m_sorted.size());
+            for (qsizetype k = 0; k < previous->m_sorted.size(); ++k)
+                previousAt.insert(previous->m_nodes.at(previous->m_sorted.at(k)).node, k);
         }
+        m_nodes.clear();
+        m_nodes.reserve(qsizetype(flow.items().size()));
+        for (const FlowNode *node : flow.items())
+            m_nodes.append({node, node->title, node->notes, node->order, QtPrivate::isAscii(QStringView(node->notes))});
+        m_sorted.resize(m_nodes.size());
+        std::iota(m_sorted.begin(), m_sorted.end(), 0);
+        std::stable_sort(m_sorted.begin(), m_sorted.end(),
+                         [&](qsizetype a, qsizetype b) { return m_nodes.at(a).order < m_nodes.at(b).order; });
+
+        QString titles;
+        QString notes;
+        QList<qsizetype> titleEnds;
+        QList<qsizetype> noteEnds;
+        titleEnds.reserve(m_sorted.size());
+        noteEnds.reserve(m_sorted.size());
+        for (const qsizetype index : std::as_const(m_sorted)) {
+            const Node &node = m_nodes.at(index);
+            const auto before = previous ? previousAt.constFind(node.node) : previousAt.constEnd();
+            const Node *old = before != previousAt.constEnd() ? &previous->m_nodes.at(previous->m_sorted.at(*before))
+                                                              : nullptr;
+            if (old && sameString(old->title, node.title))
+                titles += previous->foldedTitle(*before);
+            else
+                titles += TextFolding::fold(node.title, locale);
+            titleEnds.append(titles.size());
+            titles += separator;
+            if (node.notes.isEmpty()) {
+                // Nothing to fold.
+            } else if (old && sameString(old->notes, node.notes)) {
+                notes += previous->foldedNotes(*before);
+            } else {
+                notes += TextFolding::fold(node.notes, locale);
+            }
+            noteEnds.append(notes.size());
+            notes += separator;
+        }
+        m_titles = std::move(titles);
+        m_notes = std::move(notes);
+        m_titleEnds = std::move(titleEnds);
+        m_noteEnds = std::move(noteEnds);
     }
 
-    const Entry &of(const FlowNode &node)
+    qsizetype size() const { return m_sorted.size(); }
+    // The node at position `k` of `order` order.
+    const FlowNode &node(qsizetype k) const { return *m_nodes.at(m_sorted.at(k)).node; }
+    bool notesAreAscii(qsizetype k) const { return m_nodes.at(m_sorted.at(k)).notesAreAscii; }
+    QStringView foldedTitle(qsizetype k) const { return slice(m_titles, m_titleEnds, k); }
+    QStringView foldedNotes(qsizetype k) const { return slice(m_notes, m_noteEnds, k); }
+
+    // Calls `onTitle(k)` for each node, in `order`, whose folded title
+    // holds the query, and `onNotes(k, at)` for each other node whose
+    // folded notes hold it first at `at`. The notes of a node whose title
+    // matched are never scanned.
+    template <typename OnTitle, typename OnNotes>
+    void forEachHit(const QStringMatcher &matcher, OnTitle &&onTitle, OnNotes &&onNotes) const
     {
-        Entry &entry = m_entries[&node];
-        if (!entry.hasTitle || !sameString(entry.title, node.title)) {
-            entry.title = node.title;
-            entry.foldedTitle = TextFolding::fold(node.title, m_locale);
-            entry.hasTitle = true;
+        qsizetype next = 0; // the first node whose notes are still to scan
+        qsizetype from = 0;
+        qsizetype k = 0;
+        for (;;) {
+            const qsizetype at = matcher.indexIn(m_titles, from);
+            if (at < 0)
+                break;
+            // The query holds no separator, so a hit lies within one node.
+            while (m_titleEnds.at(k) < at)
+                ++k;
+            notesHits(matcher, next, k, onNotes);
+            onTitle(k);
+            next = k + 1;
+            from = m_titleEnds.at(k) + 1;
+            ++k;
         }
-        if (!entry.hasNotes || !sameString(entry.notes, node.notes)) {
-            entry.notes = node.notes;
-            entry.foldedNotes = TextFolding::fold(node.notes, m_locale);
-            entry.hasNotes = true;
-        }
-        return entry;
+        notesHits(matcher, next, size(), onNotes);
     }
 
 private:
@@ -110,28 +185,98 @@ private:
         return kept.constData() == current.constData() && kept.size() == current.size();
     }
 
-    QLocale m_locale;
-    // By address: a new node at a reused address has strings of its own.
-    QHash<const FlowNode *, Entry> m_entries;
+    static QStringView slice(const QString &joined, const QList<qsizetype> &ends, qsizetype k)
+    {
+        const qsizetype start = k == 0 ? 0 : ends.at(k - 1) + 1;
+        return QStringView(joined).mid(start, ends.at(k) - start);
+    }
+
+    qsizetype notesStart(qsizetype k) const { return k == 0 ? 0 : m_noteEnds.at(k - 1) + 1; }
+
+    // The notes of the nodes from `first` up to `last`, in one scan.
+    template <typename OnNotes>
+    void notesHits(const QStringMatcher &matcher, qsizetype first, qsizetype last, OnNotes &onNotes) const
+    {
+        if (first >= last)
+            return;
+        const QStringView notes = QStringView(m_notes).first(m_noteEnds.at(last - 1));
+        qsizetype from = notesStart(first);
+        qsizetype k = first;
+        for (;;) {
+            const qsizetype at = matcher.indexIn(notes, from);
+            if (at < 0)
+                return;
+            while (m_noteEnds.at(k) < at)
+                ++k;
+            onNotes(k, at - notesStart(k));
+            from = m_noteEnds.at(k) + 1;
+            ++k;
+        }
+    }
+
+    QList<Node> m_nodes;       // as the flow lists them
+    QList<qsizetype> m_sorted; // indices into m_nodes, in `order` order
+    QString m_titles;
+    QString m_notes;
+    QList<qsizetype> m_titleEnds;
+    QList<qsizetype> m_noteEnds;
 };
 
-// Folding keeps line breaks where they were, so the first folded line that
-// holds the query has the same number as the line to show.
-std::optional<QString> snippetFromFolded(const QString &notes, const QString &foldedNotes, const FoldedQuery &query)
-{
-    qsizetype lineNumber = 0;
-    qsizetype start = 0;
-    for (;;) {
-        qsizetype end = start;
-        while (end < foldedNotes.size() && !isLineBreak(foldedNotes.at(end)))
-            ++end;
-        if (query.matcher.indexIn(QStringView(foldedNotes).mid(start, end - start)) >= 0)
-            break;
-        if (end >= foldedNotes.size())
-            return snippet(notes, query);
-        start = end + 1;
-        ++lineNumber;
+class FoldedFlows {
+public:
+    static FoldedFlows &shared()
+    {
+        static FoldedFlows flows;
+        return flows;
     }
+
+    void prepare(const QLocale &locale, const QList<const TaskFlow *> &flows)
+    {
+        // A new language folds differently.
+        if (locale != m_locale) {
+            m_texts.clear();
+            m_locale = locale;
+        }
+        // Texts of deleted flows go once they outnumber the live ones.
+        if (m_texts.size() > 2 * flows.size() + 16) {
+            const QSet<const TaskFlow *> live(flows.begin(), flows.end());
+            m_texts.removeIf([&](const auto &entry) { return !live.contains(entry.key()); });
+        }
+    }
+
+    const FlowTexts &of(const TaskFlow &flow)
+    {
+        const auto kept = m_texts.find(&flow);
+        if (kept != m_texts.end()) {
+            if (!kept->isCurrent(flow)) {
+                FlowTexts rebuilt;
+                rebuilt.rebuild(flow, m_locale, &*kept);
+                *kept = std::move(rebuilt);
+            }
+            return *kept;
+        }
+        FlowTexts &texts = m_texts[&flow];
+        texts.rebuild(flow, m_locale, nullptr);
+        return texts;
+    }
+
+private:
+    QLocale m_locale;
+    // By address: a new flow at a reused address has nodes of its own,
+    // which the check of each node tells apart.
+    QHash<const TaskFlow *, FlowTexts> m_texts;
+};
+
+// Folding keeps line breaks where they were, so the line of the first
+// folded hit has the same number as the line to show.
+std::optional<QString> snippetFromFolded(const QString &notes, QStringView foldedNotes, qsizetype at,
+                                         const FoldedQuery &query)
+{
+    // A query with a line break inside never matches within one line.
+    const QStringView hit = foldedNotes.mid(at, query.text.size());
+    if (std::any_of(hit.begin(), hit.end(), isLineBreak))
+        return snippet(notes, query);
+    const qsizetype lineNumber = std::count_if(foldedNotes.begin(), foldedNotes.begin() + at, isLineBreak);
     qsizetype from = 0;
     for (qsizetype line = 0; line < lineNumber; ++line) {
         while (from < notes.size() && !isLineBreak(notes.at(from)))
@@ -144,46 +289,69 @@ std::optional<QString> snippetFromFolded(const QString &notes, const QString &fo
     return TextRules::trimmed(notes.mid(from, to - from));
 }
 
-template <typename Nodes>
-QList<FlowSearchMatch> search(const FoldedQuery &query, const Nodes &nodes, const std::optional<QUuid> &flowID)
+// The line of the notes around a hit at `at`, where positions in the
+// folded notes are positions in the notes.
+std::optional<QString> snippetAt(const QString &notes, qsizetype at, const FoldedQuery &query)
+{
+    const QStringView hit = QStringView(notes).mid(at, query.text.size());
+    if (std::any_of(hit.begin(), hit.end(), isLineBreak))
+        return snippet(notes, query);
+    qsizetype from = at;
+    while (from > 0 && !isLineBreak(notes.at(from - 1)))
+        --from;
+    qsizetype to = at;
+    while (to < notes.size() && !isLineBreak(notes.at(to)))
+        ++to;
+    return TextRules::trimmed(notes.mid(from, to - from));
+}
+
+// The node-by-node search, for a list of nodes of no one flow.
+QList<FlowSearchMatch> searchEach(const FoldedQuery &query, const QList<const FlowNode *> &nodes)
 {
     QList<FlowSearchMatch> matches;
-    if (query.text.isEmpty())
-        return matches;
-    FoldedTexts &texts = FoldedTexts::shared();
     for (const FlowNode *node : nodes) {
-        const FoldedTexts::Entry &folded = texts.of(*node);
         // The title first: it is short, and a hit there spares the notes.
-        if (query.isInFolded(folded.foldedTitle)) {
-            matches.append({node->id, node->title, node->status(), std::nullopt, flowID});
+        if (query.isIn(node->title)) {
+            matches.append({node->id, node->title, node->status(), std::nullopt, std::nullopt});
             continue;
         }
-        // Only notes that contain the query somewhere are split into lines.
-        if (!query.isInFolded(folded.foldedNotes))
+        if (TextRules::trimmed(node->notes).isEmpty())
             continue;
-        if (std::optional<QString> line = snippetFromFolded(node->notes, folded.foldedNotes, query))
-            matches.append({node->id, node->title, node->status(), std::move(line), flowID});
+        if (std::optional<QString> line = snippet(node->notes, query))
+            matches.append({node->id, node->title, node->status(), std::move(line), std::nullopt});
     }
     return matches;
 }
 
-// A flow's matches in `order`: the few matches are sorted, rather than all
-// of the flow's nodes before searching.
+// A flow's matches in `order`: titles first, then the notes of the nodes
+// whose title did not match, merged by position.
 QList<FlowSearchMatch> searchFlow(const FoldedQuery &query, const TaskFlow &flow, const std::optional<QUuid> &flowID)
 {
-    QList<FlowSearchMatch> matches = search(query, flow.items(), flowID);
-    if (matches.size() > 1) {
-        QHash<QUuid, qint64> order;
-        for (const FlowSearchMatch &match : std::as_const(matches))
-            order.insert(match.id, 0);
-        for (const FlowNode *node : flow.items()) {
-            if (const auto found = order.find(node->id); found != order.end())
-                *found = node->order;
-        }
-        std::stable_sort(matches.begin(), matches.end(), [&](const FlowSearchMatch &a, const FlowSearchMatch &b) {
-            return order.value(a.id) < order.value(b.id);
-        });
+    // A query of marks alone folds to nothing, and nothing matches it.
+    if (query.text.isEmpty())
+        return {};
+    if (query.text.contains(FlowTexts::separator)) {
+        QList<FlowSearchMatch> matches = searchEach(query, flow.orderedItems());
+        for (FlowSearchMatch &match : matches)
+            match.flowID = flowID;
+        return matches;
     }
+    const FlowTexts &texts = FoldedFlows::shared().of(flow);
+    QList<FlowSearchMatch> matches;
+    texts.forEachHit(
+        query.matcher,
+        [&](qsizetype k) {
+            const FlowNode &node = texts.node(k);
+            matches.append({node.id, node.title, node.status(), std::nullopt, flowID});
+        },
+        [&](qsizetype k, qsizetype at) {
+            const FlowNode &node = texts.node(k);
+            std::optional<QString> line = texts.notesAreAscii(k)
+                                              ? snippetAt(node.notes, at, query)
+                                              : snippetFromFolded(node.notes, texts.foldedNotes(k), at, query);
+            if (line)
+                matches.append({node.id, node.title, node.status(), std::move(line), flowID});
+        });
     return matches;
 }
 
@@ -204,9 +372,7 @@ QList<FlowSearchMatch> searchNodes(const QString &query, const QList<const FlowN
     const QString trimmed = TextRules::trimmed(query);
     if (trimmed.isEmpty())
         return {};
-    const FoldedQuery folded(trimmed, TextFolding::interfaceLocale());
-    FoldedTexts::shared().prepare(folded.locale, nodes.size());
-    return search(folded, nodes, std::nullopt);
+    return searchEach(FoldedQuery(trimmed, TextFolding::interfaceLocale()), nodes);
 }
 
 QList<FlowSearchGroup> searchGroups(const QString &query, const TaskFlow *currentFlow,
@@ -216,10 +382,7 @@ QList<FlowSearchGroup> searchGroups(const QString &query, const TaskFlow *curren
     if (trimmed.isEmpty())
         return {};
     const FoldedQuery folded(trimmed, TextFolding::interfaceLocale());
-    qsizetype nodeCount = 0;
-    for (const TaskFlow *flow : flows)
-        nodeCount += qsizetype(flow->items().size());
-    FoldedTexts::shared().prepare(folded.locale, nodeCount);
+    FoldedFlows::shared().prepare(folded.locale, flows);
 
     QList<FlowSearchGroup> groups;
     if (currentFlow) {
