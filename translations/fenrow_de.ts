@@ -339,5 +339,165 @@
         <source>Unknown key</source>
         <translation>Unbekannte Taste</translation>
     </message>
+    <message id="export.markdown.progress %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 von %2 erledigt</translation>
+    </message>
+    <message id="export.markdown.status.inProgress">
+        <source>in progress</source>
+        <translation>in Arbeit</translation>
+    </message>
+    <message id="export.markdown.status.paused">
+        <source>paused</source>
+        <translation>pausiert</translation>
+    </message>
+    <message id="export.markdown.after %@">
+        <source>after %1</source>
+        <translation>nach %1</translation>
+    </message>
+    <message id="export.markdown.panel.title">
+        <source>Export as Markdown</source>
+        <translation>Als Markdown exportieren</translation>
+    </message>
+    <message id="export.markdown.panel.button">
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message id="export.markdown.failed.title">
+        <source>Export failed</source>
+        <translation>Export fehlgeschlagen</translation>
+    </message>
+    <message id="export.markdown.failed.message">
+        <source>The file could not be written. Check that the folder exists and that you may write to it.</source>
+        <translation>Die Datei konnte nicht geschrieben werden. Prüfen Sie, ob der Ordner existiert und Sie darin schreiben dürfen.</translation>
+    </message>
+    <message id="export.opml.panel.title">
+        <source>Export as OPML</source>
+        <translation>Als OPML exportieren</translation>
+    </message>
+    <message id="import.opml.panel.message">
+        <source>Choose an OPML outline to import as a new flow</source>
+        <translation>Wählen Sie eine OPML-Gliederung, die als neuer Flow importiert wird</translation>
+    </message>
+    <message id="import.opml.panel.button">
+        <source>Import</source>
+        <translation>Importieren</translation>
+    </message>
+    <message id="import.opml.failed.title">
+        <source>This file can’t be imported</source>
+        <translation>Diese Datei lässt sich nicht importieren</translation>
+    </message>
+    <message id="import.opml.failed.message">
+        <source>It is not an OPML outline with at least one entry, or it is damaged. Nothing was added.</source>
+        <translation>Sie ist keine OPML-Gliederung mit mindestens einem Eintrag, oder sie ist beschädigt. Nichts wurde hinzugefügt.</translation>
+    </message>
+    <message id="sidebar.row.action.exportMarkdown">
+        <source>Export as Markdown…</source>
+        <translation>Als Markdown exportieren…</translation>
+    </message>
+    <message id="sidebar.row.action.copyMarkdown">
+        <source>Copy as Markdown</source>
+        <translation>Als Markdown kopieren</translation>
+    </message>
+    <message id="sidebar.context.exportOPML">
+        <source>Export as OPML…</source>
+        <translation>Als OPML exportieren…</translation>
+    </message>
+    <message id="menu.exportMarkdown">
+        <source>Export as &amp;Markdown…</source>
+        <translation>Als &amp;Markdown exportieren…</translation>
+    </message>
+    <message id="menu.copyMarkdown">
+        <source>&amp;Copy as Markdown</source>
+        <translation>Als Markdown &amp;kopieren</translation>
+    </message>
+    <message id="menu.exportOPML">
+        <source>Export as &amp;OPML…</source>
+        <translation>Als &amp;OPML exportieren…</translation>
+    </message>
+    <message id="menu.importOPML">
+        <source>&amp;Import OPML…</source>
+        <translation>OPML &amp;importieren…</translation>
+    </message>
+    <message id="menu.backUp">
+        <source>&amp;Back Up…</source>
+        <translation>&amp;Sichern…</translation>
+    </message>
+    <message id="menu.restoreBackup">
+        <source>&amp;Restore from Backup…</source>
+        <translation>Aus Sicherung &amp;wiederherstellen…</translation>
+    </message>
+    <message id="backup.save.panel.message">
+        <source>Choose where to save a backup of all your flows, templates and archive</source>
+        <translation>Wählen Sie, wo die Sicherung aller Flows, Vorlagen und des Archivs gespeichert wird</translation>
+    </message>
+    <message id="backup.save.panel.button">
+        <source>Back Up</source>
+        <translation>Sichern</translation>
+    </message>
+    <message id="backup.failed.title">
+        <source>Backup failed</source>
+        <translation>Sicherung fehlgeschlagen</translation>
+    </message>
+    <message id="backup.failed.message">
+        <source>The backup could not be written. Check that the folder exists and that you may write to it.</source>
+        <translation>Die Sicherung konnte nicht geschrieben werden. Prüfen Sie, ob der Ordner existiert und Sie darin schreiben dürfen.</translation>
+    </message>
+    <message id="backup.open.panel.message">
+        <source>Choose a Fenrow backup to restore</source>
+        <translation>Wählen Sie eine Fenrow-Sicherung zum Wiederherstellen</translation>
+    </message>
+    <message id="backup.open.panel.button">
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message id="backup.restore.unreadable.title">
+        <source>This backup can’t be restored</source>
+        <translation>Diese Sicherung lässt sich nicht wiederherstellen</translation>
+    </message>
+    <message id="backup.restore.unreadable.message">
+        <source>The file is not a Fenrow backup, or it is damaged. Nothing was changed.</source>
+        <translation>Die Datei ist keine Fenrow-Sicherung oder ist beschädigt. Nichts wurde geändert.</translation>
+    </message>
+    <message id="backup.restore.newer.message">
+        <source>The backup was made by a newer version of Fenrow. Update Fenrow to restore it. Nothing was changed.</source>
+        <translation>Die Sicherung stammt von einer neueren Fenrow-Version. Aktualisieren Sie Fenrow, um sie wiederherzustellen. Nichts wurde geändert.</translation>
+    </message>
+    <message id="backup.restore.mode.title">
+        <source>Restore backup</source>
+        <translation>Sicherung wiederherstellen</translation>
+    </message>
+    <message id="backup.restore.mode.message %lld">
+        <source>Flows in the backup: %1. Merge adds the flows you don’t have yet and keeps everything else. Replace first deletes all your flows, templates and archive entries.</source>
+        <translation>Flows in der Sicherung: %1. Zusammenführen fügt die Flows hinzu, die Sie noch nicht haben, und behält alles andere. Ersetzen löscht zuerst alle Ihre Flows, Vorlagen und Archiveinträge.</translation>
+    </message>
+    <message id="backup.restore.mode.merge">
+        <source>Merge</source>
+        <translation>Zusammenführen</translation>
+    </message>
+    <message id="backup.restore.mode.replace">
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message id="backup.restore.replace.confirm.title">
+        <source>Replace all your data?</source>
+        <translation>Alle Daten ersetzen?</translation>
+    </message>
+    <message id="backup.restore.replace.confirm.message">
+        <source>All flows, templates and archive entries in Fenrow are deleted and replaced by those of the backup. This can’t be undone.</source>
+        <translation>Alle Flows, Vorlagen und Archiveinträge in Fenrow werden gelöscht und durch die der Sicherung ersetzt. Das lässt sich nicht rückgängig machen.</translation>
+    </message>
+    <message id="backup.restore.done.title">
+        <source>Backup restored</source>
+        <translation>Sicherung wiederhergestellt</translation>
+    </message>
+    <message id="backup.restore.done.message %lld">
+        <source>Flows restored: %1.</source>
+        <translation>Wiederhergestellte Flows: %1.</translation>
+    </message>
+    <message id="backup.restore.done.nothing">
+        <source>Every flow in the backup is already here. Nothing was added.</source>
+        <translation>Jeder Flow der Sicherung ist schon vorhanden. Nichts wurde hinzugefügt.</translation>
+    </message>
 </context>
 </TS>

@@ -339,5 +339,165 @@
         <source>Unknown key</source>
         <translation>Unknown key</translation>
     </message>
+    <message id="export.markdown.progress %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 of %2 done</translation>
+    </message>
+    <message id="export.markdown.status.inProgress">
+        <source>in progress</source>
+        <translation>in progress</translation>
+    </message>
+    <message id="export.markdown.status.paused">
+        <source>paused</source>
+        <translation>paused</translation>
+    </message>
+    <message id="export.markdown.after %@">
+        <source>after %1</source>
+        <translation>after %1</translation>
+    </message>
+    <message id="export.markdown.panel.title">
+        <source>Export as Markdown</source>
+        <translation>Export as Markdown</translation>
+    </message>
+    <message id="export.markdown.panel.button">
+        <source>Export</source>
+        <translation>Export</translation>
+    </message>
+    <message id="export.markdown.failed.title">
+        <source>Export failed</source>
+        <translation>Export failed</translation>
+    </message>
+    <message id="export.markdown.failed.message">
+        <source>The file could not be written. Check that the folder exists and that you may write to it.</source>
+        <translation>The file could not be written. Check that the folder exists and that you may write to it.</translation>
+    </message>
+    <message id="export.opml.panel.title">
+        <source>Export as OPML</source>
+        <translation>Export as OPML</translation>
+    </message>
+    <message id="import.opml.panel.message">
+        <source>Choose an OPML outline to import as a new flow</source>
+        <translation>Choose an OPML outline to import as a new flow</translation>
+    </message>
+    <message id="import.opml.panel.button">
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message id="import.opml.failed.title">
+        <source>This file can’t be imported</source>
+        <translation>This file can’t be imported</translation>
+    </message>
+    <message id="import.opml.failed.message">
+        <source>It is not an OPML outline with at least one entry, or it is damaged. Nothing was added.</source>
+        <translation>It is not an OPML outline with at least one entry, or it is damaged. Nothing was added.</translation>
+    </message>
+    <message id="sidebar.row.action.exportMarkdown">
+        <source>Export as Markdown…</source>
+        <translation>Export as Markdown…</translation>
+    </message>
+    <message id="sidebar.row.action.copyMarkdown">
+        <source>Copy as Markdown</source>
+        <translation>Copy as Markdown</translation>
+    </message>
+    <message id="sidebar.context.exportOPML">
+        <source>Export as OPML…</source>
+        <translation>Export as OPML…</translation>
+    </message>
+    <message id="menu.exportMarkdown">
+        <source>Export as &amp;Markdown…</source>
+        <translation>Export as &amp;Markdown…</translation>
+    </message>
+    <message id="menu.copyMarkdown">
+        <source>&amp;Copy as Markdown</source>
+        <translation>&amp;Copy as Markdown</translation>
+    </message>
+    <message id="menu.exportOPML">
+        <source>Export as &amp;OPML…</source>
+        <translation>Export as &amp;OPML…</translation>
+    </message>
+    <message id="menu.importOPML">
+        <source>&amp;Import OPML…</source>
+        <translation>&amp;Import OPML…</translation>
+    </message>
+    <message id="menu.backUp">
+        <source>&amp;Back Up…</source>
+        <translation>&amp;Back Up…</translation>
+    </message>
+    <message id="menu.restoreBackup">
+        <source>&amp;Restore from Backup…</source>
+        <translation>&amp;Restore from Backup…</translation>
+    </message>
+    <message id="backup.save.panel.message">
+        <source>Choose where to save a backup of all your flows, templates and archive</source>
+        <translation>Choose where to save a backup of all your flows, templates and archive</translation>
+    </message>
+    <message id="backup.save.panel.button">
+        <source>Back Up</source>
+        <translation>Back Up</translation>
+    </message>
+    <message id="backup.failed.title">
+        <source>Backup failed</source>
+        <translation>Backup failed</translation>
+    </message>
+    <message id="backup.failed.message">
+        <source>The backup could not be written. Check that the folder exists and that you may write to it.</source>
+        <translation>The backup could not be written. Check that the folder exists and that you may write to it.</translation>
+    </message>
+    <message id="backup.open.panel.message">
+        <source>Choose a Fenrow backup to restore</source>
+        <translation>Choose a Fenrow backup to restore</translation>
+    </message>
+    <message id="backup.open.panel.button">
+        <source>Restore</source>
+        <translation>Restore</translation>
+    </message>
+    <message id="backup.restore.unreadable.title">
+        <source>This backup can’t be restored</source>
+        <translation>This backup can’t be restored</translation>
+    </message>
+    <message id="backup.restore.unreadable.message">
+        <source>The file is not a Fenrow backup, or it is damaged. Nothing was changed.</source>
+        <translation>The file is not a Fenrow backup, or it is damaged. Nothing was changed.</translation>
+    </message>
+    <message id="backup.restore.newer.message">
+        <source>The backup was made by a newer version of Fenrow. Update Fenrow to restore it. Nothing was changed.</source>
+        <translation>The backup was made by a newer version of Fenrow. Update Fenrow to restore it. Nothing was changed.</translation>
+    </message>
+    <message id="backup.restore.mode.title">
+        <source>Restore backup</source>
+        <translation>Restore backup</translation>
+    </message>
+    <message id="backup.restore.mode.message %lld">
+        <source>Flows in the backup: %1. Merge adds the flows you don’t have yet and keeps everything else. Replace first deletes all your flows, templates and archive entries.</source>
+        <translation>Flows in the backup: %1. Merge adds the flows you don’t have yet and keeps everything else. Replace first deletes all your flows, templates and archive entries.</translation>
+    </message>
+    <message id="backup.restore.mode.merge">
+        <source>Merge</source>
+        <translation>Merge</translation>
+    </message>
+    <message id="backup.restore.mode.replace">
+        <source>Replace</source>
+        <translation>Replace</translation>
+    </message>
+    <message id="backup.restore.replace.confirm.title">
+        <source>Replace all your data?</source>
+        <translation>Replace all your data?</translation>
+    </message>
+    <message id="backup.restore.replace.confirm.message">
+        <source>All flows, templates and archive entries in Fenrow are deleted and replaced by those of the backup. This can’t be undone.</source>
+        <translation>All flows, templates and archive entries in Fenrow are deleted and replaced by those of the backup. This can’t be undone.</translation>
+    </message>
+    <message id="backup.restore.done.title">
+        <source>Backup restored</source>
+        <translation>Backup restored</translation>
+    </message>
+    <message id="backup.restore.done.message %lld">
+        <source>Flows restored: %1.</source>
+        <translation>Flows restored: %1.</translation>
+    </message>
+    <message id="backup.restore.done.nothing">
+        <source>Every flow in the backup is already here. Nothing was added.</source>
+        <translation>Every flow in the backup is already here. Nothing was added.</translation>
+    </message>
 </context>
 </TS>

@@ -339,5 +339,165 @@
         <source>Unknown key</source>
         <translation>Tecla desconocida</translation>
     </message>
+    <message id="export.markdown.progress %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 de %2 hechas</translation>
+    </message>
+    <message id="export.markdown.status.inProgress">
+        <source>in progress</source>
+        <translation>en curso</translation>
+    </message>
+    <message id="export.markdown.status.paused">
+        <source>paused</source>
+        <translation>en pausa</translation>
+    </message>
+    <message id="export.markdown.after %@">
+        <source>after %1</source>
+        <translation>después de %1</translation>
+    </message>
+    <message id="export.markdown.panel.title">
+        <source>Export as Markdown</source>
+        <translation>Exportar como Markdown</translation>
+    </message>
+    <message id="export.markdown.panel.button">
+        <source>Export</source>
+        <translation>Exportar</translation>
+    </message>
+    <message id="export.markdown.failed.title">
+        <source>Export failed</source>
+        <translation>No se pudo exportar</translation>
+    </message>
+    <message id="export.markdown.failed.message">
+        <source>The file could not be written. Check that the folder exists and that you may write to it.</source>
+        <translation>No se pudo escribir el archivo. Compruebe que la carpeta existe y que puede escribir en ella.</translation>
+    </message>
+    <message id="export.opml.panel.title">
+        <source>Export as OPML</source>
+        <translation>Exportar como OPML</translation>
+    </message>
+    <message id="import.opml.panel.message">
+        <source>Choose an OPML outline to import as a new flow</source>
+        <translation>Elija un esquema OPML para importarlo como flujo nuevo</translation>
+    </message>
+    <message id="import.opml.panel.button">
+        <source>Import</source>
+        <translation>Importar</translation>
+    </message>
+    <message id="import.opml.failed.title">
+        <source>This file can’t be imported</source>
+        <translation>Este archivo no se puede importar</translation>
+    </message>
+    <message id="import.opml.failed.message">
+        <source>It is not an OPML outline with at least one entry, or it is damaged. Nothing was added.</source>
+        <translation>No es un esquema OPML con al menos una entrada, o está dañado. No se añadió nada.</translation>
+    </message>
+    <message id="sidebar.row.action.exportMarkdown">
+        <source>Export as Markdown…</source>
+        <translation>Exportar como Markdown…</translation>
+    </message>
+    <message id="sidebar.row.action.copyMarkdown">
+        <source>Copy as Markdown</source>
+        <translation>Copiar como Markdown</translation>
+    </message>
+    <message id="sidebar.context.exportOPML">
+        <source>Export as OPML…</source>
+        <translation>Exportar como OPML…</translation>
+    </message>
+    <message id="menu.exportMarkdown">
+        <source>Export as &amp;Markdown…</source>
+        <translation>Exportar como &amp;Markdown…</translation>
+    </message>
+    <message id="menu.copyMarkdown">
+        <source>&amp;Copy as Markdown</source>
+        <translation>&amp;Copiar como Markdown</translation>
+    </message>
+    <message id="menu.exportOPML">
+        <source>Export as &amp;OPML…</source>
+        <translation>Exportar como &amp;OPML…</translation>
+    </message>
+    <message id="menu.importOPML">
+        <source>&amp;Import OPML…</source>
+        <translation>&amp;Importar OPML…</translation>
+    </message>
+    <message id="menu.backUp">
+        <source>&amp;Back Up…</source>
+        <translation>Hacer copia de &amp;seguridad…</translation>
+    </message>
+    <message id="menu.restoreBackup">
+        <source>&amp;Restore from Backup…</source>
+        <translation>&amp;Restaurar copia de seguridad…</translation>
+    </message>
+    <message id="backup.save.panel.message">
+        <source>Choose where to save a backup of all your flows, templates and archive</source>
+        <translation>Elija dónde guardar la copia de seguridad de todos sus flujos, plantillas y archivo</translation>
+    </message>
+    <message id="backup.save.panel.button">
+        <source>Back Up</source>
+        <translation>Guardar copia</translation>
+    </message>
+    <message id="backup.failed.title">
+        <source>Backup failed</source>
+        <translation>La copia de seguridad falló</translation>
+    </message>
+    <message id="backup.failed.message">
+        <source>The backup could not be written. Check that the folder exists and that you may write to it.</source>
+        <translation>No se pudo escribir la copia de seguridad. Compruebe que la carpeta existe y que puede escribir en ella.</translation>
+    </message>
+    <message id="backup.open.panel.message">
+        <source>Choose a Fenrow backup to restore</source>
+        <translation>Elija una copia de seguridad de Fenrow para restaurar</translation>
+    </message>
+    <message id="backup.open.panel.button">
+        <source>Restore</source>
+        <translation>Restaurar</translation>
+    </message>
+    <message id="backup.restore.unreadable.title">
+        <source>This backup can’t be restored</source>
+        <translation>Esta copia de seguridad no se puede restaurar</translation>
+    </message>
+    <message id="backup.restore.unreadable.message">
+        <source>The file is not a Fenrow backup, or it is damaged. Nothing was changed.</source>
+        <translation>El archivo no es una copia de seguridad de Fenrow o está dañado. No se cambió nada.</translation>
+    </message>
+    <message id="backup.restore.newer.message">
+        <source>The backup was made by a newer version of Fenrow. Update Fenrow to restore it. Nothing was changed.</source>
+        <translation>La copia la hizo una versión más reciente de Fenrow. Actualice Fenrow para restaurarla. No se cambió nada.</translation>
+    </message>
+    <message id="backup.restore.mode.title">
+        <source>Restore backup</source>
+        <translation>Restaurar copia de seguridad</translation>
+    </message>
+    <message id="backup.restore.mode.message %lld">
+        <source>Flows in the backup: %1. Merge adds the flows you don’t have yet and keeps everything else. Replace first deletes all your flows, templates and archive entries.</source>
+        <translation>Flujos en la copia: %1. Combinar añade los flujos que aún no tiene y conserva todo lo demás. Reemplazar borra antes todos sus flujos, plantillas y entradas del archivo.</translation>
+    </message>
+    <message id="backup.restore.mode.merge">
+        <source>Merge</source>
+        <translation>Combinar</translation>
+    </message>
+    <message id="backup.restore.mode.replace">
+        <source>Replace</source>
+        <translation>Reemplazar</translation>
+    </message>
+    <message id="backup.restore.replace.confirm.title">
+        <source>Replace all your data?</source>
+        <translation>¿Reemplazar todos sus datos?</translation>
+    </message>
+    <message id="backup.restore.replace.confirm.message">
+        <source>All flows, templates and archive entries in Fenrow are deleted and replaced by those of the backup. This can’t be undone.</source>
+        <translation>Todos los flujos, plantillas y entradas del archivo de Fenrow se borran y se sustituyen por los de la copia. No se puede deshacer.</translation>
+    </message>
+    <message id="backup.restore.done.title">
+        <source>Backup restored</source>
+        <translation>Copia de seguridad restaurada</translation>
+    </message>
+    <message id="backup.restore.done.message %lld">
+        <source>Flows restored: %1.</source>
+        <translation>Flujos restaurados: %1.</translation>
+    </message>
+    <message id="backup.restore.done.nothing">
+        <source>Every flow in the backup is already here. Nothing was added.</source>
+        <translation>Todos los flujos de la copia ya están aquí. No se añadió nada.</translation>
+    </message>
 </context>
 </TS>

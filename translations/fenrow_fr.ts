@@ -339,5 +339,165 @@
         <source>Unknown key</source>
         <translation>Touche inconnue</translation>
     </message>
+    <message id="export.markdown.progress %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 sur %2 terminées</translation>
+    </message>
+    <message id="export.markdown.status.inProgress">
+        <source>in progress</source>
+        <translation>en cours</translation>
+    </message>
+    <message id="export.markdown.status.paused">
+        <source>paused</source>
+        <translation>en pause</translation>
+    </message>
+    <message id="export.markdown.after %@">
+        <source>after %1</source>
+        <translation>après %1</translation>
+    </message>
+    <message id="export.markdown.panel.title">
+        <source>Export as Markdown</source>
+        <translation>Exporter en Markdown</translation>
+    </message>
+    <message id="export.markdown.panel.button">
+        <source>Export</source>
+        <translation>Exporter</translation>
+    </message>
+    <message id="export.markdown.failed.title">
+        <source>Export failed</source>
+        <translation>Échec de l’exportation</translation>
+    </message>
+    <message id="export.markdown.failed.message">
+        <source>The file could not be written. Check that the folder exists and that you may write to it.</source>
+        <translation>Le fichier n’a pas pu être écrit. Vérifiez que le dossier existe et que vous pouvez y écrire.</translation>
+    </message>
+    <message id="export.opml.panel.title">
+        <source>Export as OPML</source>
+        <translation>Exporter en OPML</translation>
+    </message>
+    <message id="import.opml.panel.message">
+        <source>Choose an OPML outline to import as a new flow</source>
+        <translation>Choisissez un plan OPML à importer comme nouveau flux</translation>
+    </message>
+    <message id="import.opml.panel.button">
+        <source>Import</source>
+        <translation>Importer</translation>
+    </message>
+    <message id="import.opml.failed.title">
+        <source>This file can’t be imported</source>
+        <translation>Ce fichier ne peut pas être importé</translation>
+    </message>
+    <message id="import.opml.failed.message">
+        <source>It is not an OPML outline with at least one entry, or it is damaged. Nothing was added.</source>
+        <translation>Ce n’est pas un plan OPML comportant au moins une entrée, ou il est endommagé. Rien n’a été ajouté.</translation>
+    </message>
+    <message id="sidebar.row.action.exportMarkdown">
+        <source>Export as Markdown…</source>
+        <translation>Exporter en Markdown…</translation>
+    </message>
+    <message id="sidebar.row.action.copyMarkdown">
+        <source>Copy as Markdown</source>
+        <translation>Copier en Markdown</translation>
+    </message>
+    <message id="sidebar.context.exportOPML">
+        <source>Export as OPML…</source>
+        <translation>Exporter en OPML…</translation>
+    </message>
+    <message id="menu.exportMarkdown">
+        <source>Export as &amp;Markdown…</source>
+        <translation>Exporter en &amp;Markdown…</translation>
+    </message>
+    <message id="menu.copyMarkdown">
+        <source>&amp;Copy as Markdown</source>
+        <translation>&amp;Copier en Markdown</translation>
+    </message>
+    <message id="menu.exportOPML">
+        <source>Export as &amp;OPML…</source>
+        <translation>Exporter en &amp;OPML…</translation>
+    </message>
+    <message id="menu.importOPML">
+        <source>&amp;Import OPML…</source>
+        <translation>&amp;Importer un OPML…</translation>
+    </message>
+    <message id="menu.backUp">
+        <source>&amp;Back Up…</source>
+        <translation>&amp;Sauvegarder…</translation>
+    </message>
+    <message id="menu.restoreBackup">
+        <source>&amp;Restore from Backup…</source>
+        <translation>&amp;Restaurer une sauvegarde…</translation>
+    </message>
+    <message id="backup.save.panel.message">
+        <source>Choose where to save a backup of all your flows, templates and archive</source>
+        <translation>Choisissez où enregistrer la sauvegarde de tous vos flux, modèles et archives</translation>
+    </message>
+    <message id="backup.save.panel.button">
+        <source>Back Up</source>
+        <translation>Sauvegarder</translation>
+    </message>
+    <message id="backup.failed.title">
+        <source>Backup failed</source>
+        <translation>Échec de la sauvegarde</translation>
+    </message>
+    <message id="backup.failed.message">
+        <source>The backup could not be written. Check that the folder exists and that you may write to it.</source>
+        <translation>La sauvegarde n’a pas pu être écrite. Vérifiez que le dossier existe et que vous pouvez y écrire.</translation>
+    </message>
+    <message id="backup.open.panel.message">
+        <source>Choose a Fenrow backup to restore</source>
+        <translation>Choisissez une sauvegarde Fenrow à restaurer</translation>
+    </message>
+    <message id="backup.open.panel.button">
+        <source>Restore</source>
+        <translation>Restaurer</translation>
+    </message>
+    <message id="backup.restore.unreadable.title">
+        <source>This backup can’t be restored</source>
+        <translation>Cette sauvegarde ne peut pas être restaurée</translation>
+    </message>
+    <message id="backup.restore.unreadable.message">
+        <source>The file is not a Fenrow backup, or it is damaged. Nothing was changed.</source>
+        <translation>Le fichier n’est pas une sauvegarde Fenrow, ou il est endommagé. Rien n’a été modifié.</translation>
+    </message>
+    <message id="backup.restore.newer.message">
+        <source>The backup was made by a newer version of Fenrow. Update Fenrow to restore it. Nothing was changed.</source>
+        <translation>La sauvegarde provient d’une version plus récente de Fenrow. Mettez Fenrow à jour pour la restaurer. Rien n’a été modifié.</translation>
+    </message>
+    <message id="backup.restore.mode.title">
+        <source>Restore backup</source>
+        <translation>Restaurer la sauvegarde</translation>
+    </message>
+    <message id="backup.restore.mode.message %lld">
+        <source>Flows in the backup: %1. Merge adds the flows you don’t have yet and keeps everything else. Replace first deletes all your flows, templates and archive entries.</source>
+        <translation>Flux dans la sauvegarde : %1. Fusionner ajoute les flux que vous n’avez pas encore et garde tout le reste. Remplacer supprime d’abord tous vos flux, modèles et entrées d’archive.</translation>
+    </message>
+    <message id="backup.restore.mode.merge">
+        <source>Merge</source>
+        <translation>Fusionner</translation>
+    </message>
+    <message id="backup.restore.mode.replace">
+        <source>Replace</source>
+        <translation>Remplacer</translation>
+    </message>
+    <message id="backup.restore.replace.confirm.title">
+        <source>Replace all your data?</source>
+        <translation>Remplacer toutes vos données ?</translation>
+    </message>
+    <message id="backup.restore.replace.confirm.message">
+        <source>All flows, templates and archive entries in Fenrow are deleted and replaced by those of the backup. This can’t be undone.</source>
+        <translation>Tous les flux, modèles et entrées d’archive de Fenrow sont supprimés et remplacés par ceux de la sauvegarde. Action irréversible.</translation>
+    </message>
+    <message id="backup.restore.done.title">
+        <source>Backup restored</source>
+        <translation>Sauvegarde restaurée</translation>
+    </message>
+    <message id="backup.restore.done.message %lld">
+        <source>Flows restored: %1.</source>
+        <translation>Flux restaurés : %1.</translation>
+    </message>
+    <message id="backup.restore.done.nothing">
+        <source>Every flow in the backup is already here. Nothing was added.</source>
+        <translation>Tous les flux de la sauvegarde sont déjà là. Rien n’a été ajouté.</translation>
+    </message>
 </context>
 </TS>

@@ -339,5 +339,165 @@
         <source>Unknown key</source>
         <translation>Bilinmeyen tuş</translation>
     </message>
+    <message id="export.markdown.progress %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1/%2 tamamlandı</translation>
+    </message>
+    <message id="export.markdown.status.inProgress">
+        <source>in progress</source>
+        <translation>sürüyor</translation>
+    </message>
+    <message id="export.markdown.status.paused">
+        <source>paused</source>
+        <translation>duraklatıldı</translation>
+    </message>
+    <message id="export.markdown.after %@">
+        <source>after %1</source>
+        <translation>%1 bittikten sonra</translation>
+    </message>
+    <message id="export.markdown.panel.title">
+        <source>Export as Markdown</source>
+        <translation>Markdown olarak dışa aktar</translation>
+    </message>
+    <message id="export.markdown.panel.button">
+        <source>Export</source>
+        <translation>Dışa aktar</translation>
+    </message>
+    <message id="export.markdown.failed.title">
+        <source>Export failed</source>
+        <translation>Dışa aktarılamadı</translation>
+    </message>
+    <message id="export.markdown.failed.message">
+        <source>The file could not be written. Check that the folder exists and that you may write to it.</source>
+        <translation>Dosya yazılamadı. Klasörün var olduğunu ve yazma izniniz olduğunu denetleyin.</translation>
+    </message>
+    <message id="export.opml.panel.title">
+        <source>Export as OPML</source>
+        <translation>OPML olarak dışa aktar</translation>
+    </message>
+    <message id="import.opml.panel.message">
+        <source>Choose an OPML outline to import as a new flow</source>
+        <translation>Yeni akış olarak içe aktarılacak bir OPML dosyası seçin</translation>
+    </message>
+    <message id="import.opml.panel.button">
+        <source>Import</source>
+        <translation>İçe aktar</translation>
+    </message>
+    <message id="import.opml.failed.title">
+        <source>This file can’t be imported</source>
+        <translation>Bu dosya içe aktarılamıyor</translation>
+    </message>
+    <message id="import.opml.failed.message">
+        <source>It is not an OPML outline with at least one entry, or it is damaged. Nothing was added.</source>
+        <translation>Bu, en az bir öğesi olan bir OPML taslağı değil ya da dosya bozuk. Hiçbir şey eklenmedi.</translation>
+    </message>
+    <message id="sidebar.row.action.exportMarkdown">
+        <source>Export as Markdown…</source>
+        <translation>Markdown olarak dışa aktar…</translation>
+    </message>
+    <message id="sidebar.row.action.copyMarkdown">
+        <source>Copy as Markdown</source>
+        <translation>Markdown olarak kopyala</translation>
+    </message>
+    <message id="sidebar.context.exportOPML">
+        <source>Export as OPML…</source>
+        <translation>OPML olarak dışa aktar…</translation>
+    </message>
+    <message id="menu.exportMarkdown">
+        <source>Export as &amp;Markdown…</source>
+        <translation>&amp;Markdown olarak dışa aktar…</translation>
+    </message>
+    <message id="menu.copyMarkdown">
+        <source>&amp;Copy as Markdown</source>
+        <translation>Markdown olarak &amp;kopyala</translation>
+    </message>
+    <message id="menu.exportOPML">
+        <source>Export as &amp;OPML…</source>
+        <translation>&amp;OPML olarak dışa aktar…</translation>
+    </message>
+    <message id="menu.importOPML">
+        <source>&amp;Import OPML…</source>
+        <translation>OPML &amp;içe aktar…</translation>
+    </message>
+    <message id="menu.backUp">
+        <source>&amp;Back Up…</source>
+        <translation>&amp;Yedekle…</translation>
+    </message>
+    <message id="menu.restoreBackup">
+        <source>&amp;Restore from Backup…</source>
+        <translation>Yedekten &amp;geri yükle…</translation>
+    </message>
+    <message id="backup.save.panel.message">
+        <source>Choose where to save a backup of all your flows, templates and archive</source>
+        <translation>Tüm akışlarınızın, şablonlarınızın ve arşivinizin yedeğinin kaydedileceği yeri seçin</translation>
+    </message>
+    <message id="backup.save.panel.button">
+        <source>Back Up</source>
+        <translation>Yedekle</translation>
+    </message>
+    <message id="backup.failed.title">
+        <source>Backup failed</source>
+        <translation>Yedekleme başarısız</translation>
+    </message>
+    <message id="backup.failed.message">
+        <source>The backup could not be written. Check that the folder exists and that you may write to it.</source>
+        <translation>Yedek yazılamadı. Klasörün var olduğunu ve yazma izniniz olduğunu denetleyin.</translation>
+    </message>
+    <message id="backup.open.panel.message">
+        <source>Choose a Fenrow backup to restore</source>
+        <translation>Geri yüklenecek bir Fenrow yedeği seçin</translation>
+    </message>
+    <message id="backup.open.panel.button">
+        <source>Restore</source>
+        <translation>Geri yükle</translation>
+    </message>
+    <message id="backup.restore.unreadable.title">
+        <source>This backup can’t be restored</source>
+        <translation>Bu yedek geri yüklenemiyor</translation>
+    </message>
+    <message id="backup.restore.unreadable.message">
+        <source>The file is not a Fenrow backup, or it is damaged. Nothing was changed.</source>
+        <translation>Dosya bir Fenrow yedeği değil ya da bozuk. Hiçbir şey değişmedi.</translation>
+    </message>
+    <message id="backup.restore.newer.message">
+        <source>The backup was made by a newer version of Fenrow. Update Fenrow to restore it. Nothing was changed.</source>
+        <translation>Yedek, Fenrow'un daha yeni bir sürümüyle yapılmış. Geri yüklemek için Fenrow'u güncelleyin. Hiçbir şey değişmedi.</translation>
+    </message>
+    <message id="backup.restore.mode.title">
+        <source>Restore backup</source>
+        <translation>Yedeği geri yükle</translation>
+    </message>
+    <message id="backup.restore.mode.message %lld">
+        <source>Flows in the backup: %1. Merge adds the flows you don’t have yet and keeps everything else. Replace first deletes all your flows, templates and archive entries.</source>
+        <translation>Yedekteki akış sayısı: %1. Birleştir, henüz sizde olmayan akışları ekler ve geri kalan her şeyi korur. Değiştir, önce tüm akışlarınızı, şablonlarınızı ve arşiv kayıtlarınızı siler.</translation>
+    </message>
+    <message id="backup.restore.mode.merge">
+        <source>Merge</source>
+        <translation>Birleştir</translation>
+    </message>
+    <message id="backup.restore.mode.replace">
+        <source>Replace</source>
+        <translation>Değiştir</translation>
+    </message>
+    <message id="backup.restore.replace.confirm.title">
+        <source>Replace all your data?</source>
+        <translation>Tüm verileriniz değiştirilsin mi?</translation>
+    </message>
+    <message id="backup.restore.replace.confirm.message">
+        <source>All flows, templates and archive entries in Fenrow are deleted and replaced by those of the backup. This can’t be undone.</source>
+        <translation>Fenrow'daki tüm akışlar, şablonlar ve arşiv kayıtları silinir ve yedektekilerle değiştirilir. Bu geri alınamaz.</translation>
+    </message>
+    <message id="backup.restore.done.title">
+        <source>Backup restored</source>
+        <translation>Yedek geri yüklendi</translation>
+    </message>
+    <message id="backup.restore.done.message %lld">
+        <source>Flows restored: %1.</source>
+        <translation>Geri yüklenen akış sayısı: %1.</translation>
+    </message>
+    <message id="backup.restore.done.nothing">
+        <source>Every flow in the backup is already here. Nothing was added.</source>
+        <translation>Yedekteki her akış zaten burada. Hiçbir şey eklenmedi.</translation>
+    </message>
 </context>
 </TS>

@@ -32,6 +32,9 @@ class NodeSizeResolver;
 class StoreDatabase;
 struct FenrowBackup;
 enum class RestoreMode;
+namespace OPMLCodec {
+struct Outline;
+}
 
 // Fully built records for a bulk insert (restore, import, generated data):
 // flows arrive with their nodes, edges, files and links already linked.
@@ -55,6 +58,11 @@ public:
     static std::unique_ptr<FenrowStore> open(std::unique_ptr<StoreDatabase> database, const Clock &clock,
                                              LocalCalendar calendar, QString *error);
     ~FenrowStore() override;
+
+    // For a process that ends right after: closes the database and leaves
+    // the records to the exit. Freeing a large store record by record costs
+    // a short command more than anything but opening it.
+    static void closeForExit(std::unique_ptr<FenrowStore> store);
 
     const Clock &clock() const { return m_clock; }
     const LocalCalendar &calendar() const { return m_calendar; }
@@ -191,6 +199,22 @@ public:
     // templates and records whose ids are new, after the existing flows,
     // and no records of flows it skipped. No flow keeps its undo history.
     int restoreBackup(const FenrowBackup &backup, RestoreMode mode);
+
+    // --- outlines and lists (StoreExchange.cpp)
+    // The flow as an OPML outline: tasks nested by their subtask edges,
+    // the rest of the graph in private attributes.
+    QString exportOPML(const TaskFlow &flow) const;
+    struct ImportedFlow {
+        const TaskFlow *flow = nullptr;
+        // The file brought dependency edges of its own.
+        bool hasDependencies = false;
+    };
+    // A new flow from outlines, every task with a new identity, tasks
+    // nested as subtasks; the edges pass the rules of addEdge, and those
+    // that fail them are left out. Named after the document's title, or
+    // `fallbackName` when it has none. One save.
+    ImportedFlow importOPML(const QString &title, const QList<OPMLCodec::Outline> &roots,
+                            const QString &fallbackName);
 
 signals:
     void changed();

@@ -1,8 +1,15 @@
 #include "TaskFlow.h"
 
+#include "TextRules.h"
+
 #include <algorithm>
 
 namespace fenrow {
+
+QString TaskFlow::displayName() const
+{
+    return TextRules::nameOr(name, qtTrId("sidebar.flow.untitled"));
+}
 
 QList<const FlowNode *> TaskFlow::orderedItems() const
 {

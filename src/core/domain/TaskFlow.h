@@ -35,6 +35,10 @@ public:
     const OwnedList<FileLink> &fileLinks() const { return m_fileLinks; }
     OwnedList<FileLink> &fileLinks() { return m_fileLinks; }
 
+    // The name as lists and exports show it: trimmed, or the interface's
+    // word for an untitled flow when nothing is left.
+    QString displayName() const;
+
     // Nodes by `order`, ascending. Equal orders (possible after imports) keep
     // no particular sequence among themselves.
     QList<const FlowNode *> orderedItems() const;

@@ -1,0 +1,176 @@
+// A flow out as an outline or a list, and an outline in as a new flow.
+#include "FenrowStore.h"
+
+#include "Clock.h"
+#include "TextRules.h"
+#include "formats/FlowMarkdownStrings.h"
+#include "formats/OPMLCodec.h"
+
+#include <QSet>
+
+#include <vector>
+
+namespace fenrow {
+
+namespace {
+
+// The rules of addEdge, in its order, for a flow still being built: a task
+// never leads to itself, an ordered pair has at most one edge (the first
+// stays as it is), and no edge may close a cycle over edges of either kind.
+// Checking against the growing adjacency keeps a large import linear in
+// the edges where addEdge would rescan the flow for every one.
+class ImportGraph {
+public:
+    ImportGraph(TaskFlow &flow, const std::vector<FlowNode *> &nodes, const QDateTime &now)
+        : m_flow(flow), m_nodes(nodes), m_now(now), m_heads(nodes.size()), m_seen(nodes.size(), 0)
+    {
+    }
+
+    // True when a new edge was made.
+    bool add(std::size_t from, std::size_t to, EdgeKind kind)
+    {
+        if (from == to)
+            return false;
+        const quint64 pair = quint64(from) * quint64(m_nodes.size()) + quint64(to);
+        if (m_pairs.contains(pair) || reaches(to, from))
+            return false;
+        m_pairs.insert(pair);
+        m_heads[from].push_back(to);
+
+        auto edge = std::make_unique<DependencyEdge>();
+        edge->id = QUuid::createUuid();
+        edge->source = EdgeSource::manual;
+        edge->kind = kind;
+        edge->createdAt = m_now;
+        edge->setFlow(&m_flow);
+        edge->setFromItem(m_nodes[from]);
+        edge->setToItem(m_nodes[to]);
+        m_flow.edges().add(std::move(edge));
+        return true;
+    }
+
+private:
+    bool reaches(std::size_t start, std::size_t target)
+    {
+        // A fresh mark per search: no clearing between searches.
+        ++m_mark;
+        m_stack.assign(1, start);
+        while (!m_stack.empty()) {
+            const std::size_t node = m_stack.back();
+            m_stack.pop_back();
+            if (node == target)
+                return true;
+            if (m_seen[node] == m_mark)
+                continue;
+            m_seen[node] = m_mark;
+            m_stack.insert(m_stack.end(), m_heads[node].begin(), m_heads[node].end());
+        }
+        return false;
+    }
+
+    TaskFlow &m_flow;
+    const std::vector<FlowNode *> &m_nodes;
+    QDateTime m_now;
+    std::vector<std::vector<std::size_t>> m_heads;
+    std::vector<quint32> m_seen;
+    quint32 m_mark = 0;
+    std::vector<std::size_t> m_stack;
+    QSet<quint64> m_pairs;
+};
+
+} // namespace
+
+QString FenrowStore::exportOPML(const TaskFlow &flow) const
+{
+    QList<OPMLCodec::Task> tasks;
+    tasks.reserve(qsizetype(flow.items().size()));
+    for (const FlowNode *node : flow.orderedItems()) {
+        tasks.append({node->id, node->title, node->notes, node->isDone, node->startDate, node->dueDate,
+                      node->checklistData});
+    }
+    QList<OPMLCodec::IdPair> subtaskPairs;
+    QList<OPMLCodec::IdPair> dependencyPairs;
+    for (const DependencyEdge *edge : flow.edges()) {
+        if (!edge->fromItem() || !edge->toItem())
+            continue;
+        (edge->isSubtask() ? subtaskPairs : dependencyPairs).append({edge->fromItem()->id, edge->toItem()->id});
+    }
+    return OPMLCodec::encode(flow.displayName(), tasks, subtaskPairs, dependencyPairs,
+                             FlowMarkdownStrings::current().afterFormat, m_calendar);
+}
+
+FenrowStore::ImportedFlow FenrowStore::importOPML(const QString &title, const QList<OPMLCodec::Outline> &roots,
+                                                  const QString &fallbackName)
+{
+    const QDateTime now = m_clock.now();
+    auto flow = std::make_unique<TaskFlow>();
+    flow->id = QUuid::createUuid();
+    flow->name = TextRules::nameOr(title.isEmpty() ? fallbackName : title, TextRules::untitledFlowName);
+    flow->order = nextFlowOrder();
+    flow->createdAt = now;
+
+    // Depth first in document order; `order` counts up as tasks are made.
+    std::vector<FlowNode *> nodes;
+    QHash<QString, std::size_t> byFileID;
+    std::vector<std::pair<std::size_t, std::size_t>> subtaskPairs;
+    std::vector<std::pair<std::size_t, const QStringList *>> afterLists;
+    struct Pending {
+        const OPMLCodec::Outline *outline;
+        std::optional<std::size_t> parent;
+    };
+    std::vector<Pending> pending;
+    for (auto root = roots.crbegin(); root != roots.crend(); ++root)
+        pending.push_back({&*root, std::nullopt});
+    while (!pending.empty()) {
+        const Pending next = pending.back();
+        pending.pop_back();
+        const OPMLCodec::Outline &outline = *next.outline;
+
+        auto node = std::make_unique<FlowNode>();
+        // Always a new identity: the same file imported twice makes two
+        // independent flows.
+        node->id = QUuid::createUuid();
+        node->title = outline.text.isEmpty() ? TextRules::newTaskTitle : outline.text;
+        node->isDone = outline.isDone;
+        node->notes = outline.note;
+        node->startDate = outline.startDate;
+        node->dueDate = outline.dueDate;
+        node->checklistData = outline.checklistData;
+        node->order = qint64(nodes.size());
+        node->createdAt = now;
+        if (outline.isDone)
+            node->completedAt = now;
+        node->setFlow(flow.get());
+        const std::size_t index = nodes.size();
+        nodes.push_back(flow->items().add(std::move(node)));
+
+        if (outline.fenrowID)
+            byFileID.insert(*outline.fenrowID, index);
+        if (next.parent)
+            subtaskPairs.push_back({*next.parent, index});
+        if (!outline.after.isEmpty())
+            afterLists.push_back({index, &outline.after});
+        for (auto child = outline.children.crbegin(); child != outline.children.crend(); ++child)
+            pending.push_back({&*child, index});
+    }
+
+    ImportGraph graph(*flow, nodes, now);
+    for (const auto &[parent, child] : subtaskPairs)
+        graph.add(parent, child, EdgeKind::subtask);
+    bool hasDependencies = false;
+    for (const auto &[index, after] : afterLists) {
+        for (const QString &id : *after) {
+            const auto source = byFileID.constFind(id);
+            if (source != byFileID.cend() && graph.add(*source, index, EdgeKind::dependency))
+                hasDependencies = true;
+        }
+    }
+
+    const TaskFlow *result = flow.get();
+    RecordBundle bundle;
+    bundle.flows.push_back(std::move(flow));
+    insertRecords(std::move(bundle));
+    return {result, hasDependencies};
+}
+
+} // namespace fenrow
