@@ -147,6 +147,8 @@ int CommandDispatcher::run(const QStringList &arguments, Console &console) const
     // must not report success for changes that never reached the file.
     if (store && store->hasChanges())
         return console.fail(QStringLiteral("the changes could not be saved"));
+    if (store && m_processEndsAfterCommand)
+        FenrowStore::closeForExit(std::move(store));
     return status;
 }
 

@@ -27,9 +27,14 @@ public:
     // `arguments` without the program name. Returns the exit status.
     int run(const QStringList &arguments, Console &console) const;
 
+    // When the process ends right after the command, the store's records
+    // are left to the exit instead of being freed one by one.
+    void setProcessEndsAfterCommand(bool ends) { m_processEndsAfterCommand = ends; }
+
 private:
     const CommandRegistry &m_registry;
     StoreOpener m_openStore;
+    bool m_processEndsAfterCommand = false;
 };
 
 } // namespace fenrow

@@ -63,9 +63,10 @@ int run(QCoreApplication &application)
     CommandRegistry registry;
     CommandCatalog::registerAll(registry);
     const QStringList arguments = application.arguments();
-    const CommandDispatcher dispatcher(registry, [&arguments](const Clock &clock, QString *fatalMessage) {
+    CommandDispatcher dispatcher(registry, [&arguments](const Clock &clock, QString *fatalMessage) {
         return FenrowModelContainer::openStore(arguments, clock, LocalCalendar(), fatalMessage);
     });
+    dispatcher.setProcessEndsAfterCommand(true);
 
     QTextStream out(stdout);
     QTextStream err(stderr);

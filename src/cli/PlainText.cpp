@@ -2,6 +2,8 @@
 
 #include <QList>
 
+#include <algorithm>
+
 namespace fenrow::PlainText {
 
 namespace {
@@ -19,6 +21,9 @@ bool isWide(char32_t c)
 
 qsizetype displayWidth(const QString &text)
 {
+    // Every ASCII character takes one column; most cells are ASCII.
+    if (QtPrivate::isAscii(QStringView(text)))
+        return text.size();
     qsizetype width = 0;
     for (const char32_t c : text.toUcs4()) {
         switch (QChar::category(c)) {
@@ -41,6 +46,13 @@ QString padded(const QString &text, qsizetype width)
 
 QString singleLine(const QString &text)
 {
+    const bool breaksNothing = std::none_of(text.cbegin(), text.cend(), [](QChar c) {
+        return c.unicode() < 0x20 || (c.unicode() >= 0x7F && c.unicode() <= 0x9F) || c == QChar::LineSeparator
+            || c == QChar::ParagraphSeparator;
+    });
+    // The usual case shares the text instead of copying it.
+    if (breaksNothing)
+        return text;
     QString line;
     line.reserve(text.size());
     for (const QChar c : text) {

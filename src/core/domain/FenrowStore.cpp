@@ -43,6 +43,13 @@ FenrowStore::~FenrowStore()
     m_templates = {};
 }
 
+void FenrowStore::closeForExit(std::unique_ptr<FenrowStore> store)
+{
+    store->m_database.reset();
+    // Deliberately not destroyed: the process's exit returns the memory.
+    static_cast<void>(store.release());
+}
+
 bool FenrowStore::hasChanges() const
 {
     return !m_pending.isEmpty();

@@ -139,6 +139,14 @@ public:
     // Moves every node of the flow to the tree arrangement.
     void arrangeAsTree(const TaskFlow &flow, const NodeSizeResolver &sizes);
 
+    // --- canvas writes (StoreCanvas.cpp)
+    // Moves the listed nodes of the flow, each coordinate clamped to the
+    // canvas; one save for all of them, none when nothing moved.
+    void moveNodes(const TaskFlow &flow, const QHash<QUuid, QPointF> &positions);
+    // Keeps the canvas's offset and scale in the flow and marks it framed.
+    // Not an undoable change.
+    void setViewport(const TaskFlow &flow, double offsetX, double offsetY, double scale);
+
     // --- completion (StoreCompletion.cpp)
     // Returns the nodes the change released. Completing a recurring node
     // rolls it to its next round instead.
@@ -201,6 +209,8 @@ public:
     int restoreBackup(const FenrowBackup &backup, RestoreMode mode);
 
     // --- outlines and lists (StoreExchange.cpp)
+    // The flow as a Markdown task list, in the interface language.
+    QString markdown(const TaskFlow &flow) const;
     // The flow as an OPML outline: tasks nested by their subtask edges,
     // the rest of the graph in private attributes.
     QString exportOPML(const TaskFlow &flow) const;
