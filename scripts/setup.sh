@@ -10,6 +10,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth dbus dbus-x11 xdotool fonts-dejavu-core shared-mime-info
   qt6-qpa-plugins libgl-dev
+  cmark-gfm
 )
 
 missing=()

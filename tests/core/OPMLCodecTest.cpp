@@ -109,7 +109,8 @@ TEST(OPMLCodec, ReadsItsOwnOutlineBack)
     const std::optional<OPMLCodec::Document> read = decode(sampleOutline().toUtf8());
     ASSERT_TRUE(read);
     EXPECT_EQ(read->title, "Launch & \"plan\"");
-    EXPECT_EQ(texts(read->roots), (QStringList{"Launch <v2> & \"beta\"", "Design", "Ship it's done", "Loose end 🚀"}));
+    EXPECT_EQ(texts(read->roots),
+              (QStringList{"Launch <v2> & \"beta\"", "Design", "Ship it's done", "Loose end 🚀"}));
     EXPECT_EQ(OPMLCodec::outlineCount(read->roots), 7);
 
     const Outline &launch = read->roots[0];
@@ -286,7 +287,8 @@ TEST(OPMLCodec, HostileDocumentsAreRefusedWithoutReadingAnything)
             + "\">]><opml><body><outline text=\"A\">&ext;</outline></body></opml>",
         "<?xml version=\"1.0\"?><!DOCTYPE opml [<!ENTITY % ext SYSTEM \"" + uri
             + "\"> %ext;]><opml><body><outline text=\"A\"/></body></opml>",
-        "<?xml version=\"1.0\"?><!DOCTYPE opml SYSTEM \"" + uri + "\"><opml><body><outline text=\"&x;\"/></body></opml>",
+        "<?xml version=\"1.0\"?><!DOCTYPE opml SYSTEM \"" + uri
+            + "\"><opml><body><outline text=\"&x;\"/></body></opml>",
     };
     for (const QByteArray &bytes : hostile) {
         SCOPED_TRACE(bytes.toStdString());

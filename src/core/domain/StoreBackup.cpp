@@ -324,8 +324,9 @@ int FenrowStore::restoreBackup(const FenrowBackup &backup, RestoreMode mode)
         record->flowID = source.flowID;
         record->flowName = source.flowName;
         record->title = source.title;
-        record->kindRaw =
-            source.kindRaw == CompletionRecord::repeatKind ? CompletionRecord::repeatKind : CompletionRecord::archivedKind;
+        // A round stays a round; any other word, known or not, is archive.
+        const bool isRound = source.kindRaw == CompletionRecord::repeatKind;
+        record->kindRaw = isRound ? CompletionRecord::repeatKind : CompletionRecord::archivedKind;
         record->completedAt = source.completedAt;
         record->cycle = source.cycle;
         record->payload.set(source.payload);

@@ -3,7 +3,7 @@
 
 #include "Clock.h"
 #include "TextRules.h"
-#include "formats/FlowMarkdownStrings.h"
+#include "formats/FlowMarkdown.h"
 #include "formats/OPMLCodec.h"
 
 #include <QSet>
@@ -79,6 +79,12 @@ private:
 };
 
 } // namespace
+
+QString FenrowStore::markdown(const TaskFlow &flow) const
+{
+    const QList<const DependencyEdge *> edges(flow.edges().begin(), flow.edges().end());
+    return FlowMarkdown::render(flow.displayName(), flow.orderedItems(), edges, FlowMarkdownStrings::current());
+}
 
 QString FenrowStore::exportOPML(const TaskFlow &flow) const
 {
