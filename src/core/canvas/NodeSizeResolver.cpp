@@ -1,5 +1,6 @@
 #include "NodeSizeResolver.h"
 
+#include "domain/FlowFile.h"
 #include "domain/FlowNode.h"
 
 #include <algorithm>
@@ -26,6 +27,13 @@ NodeSize NodeSizeResolver::resolve(const FlowNode &node) const
         return {330, 180};
     }
     return defaultSize;
+}
+
+NodeSize NodeSizeResolver::resolveFile(const FlowFile &file)
+{
+    if (file.manualWidth && file.manualHeight)
+        return clampManual(*file.manualWidth, *file.manualHeight);
+    return file.thumbnail.isPresent() ? pictureFileSize : defaultSize;
 }
 
 } // namespace fenrow
