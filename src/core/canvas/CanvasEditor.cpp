@@ -1,0 +1,568 @@
+// The editor's life with its flow: appearing and leaving, following the
+// store and the preferences, the viewport (framing, zoom commands, reveal,
+// the debounced save), banners and the two request mailboxes.
+#include "CanvasEditor.h"
+
+#include "CanvasEditorSelection.h"
+#include "CanvasRequests.h"
+#include "domain/ActiveFlowState.h"
+#include "domain/FenrowHistory.h"
+#include "domain/FenrowStore.h"
+#include "domain/FlowGraph.h"
+#include "shell/AppPreferences.h"
+
+#include <algorithm>
+
+namespace fenrow {
+
+CanvasEditor::CanvasEditor(Services services, const QUuid &flowID, CanvasInteraction &interaction, QObject *parent)
+    : QObject(parent), m_services(services), m_flowID(flowID), m_interaction(interaction)
+{
+    connect(&m_services.store, &FenrowStore::changed, this, &CanvasEditor::storeChanged);
+    connect(&m_services.preferences, &AppPreferences::changed, this, &CanvasEditor::preferenceChanged);
+    connect(&m_interaction, &CanvasInteraction::changed, this, &CanvasEditor::interactionChanged);
+    if (m_services.zoomRequests)
+        connect(m_services.zoomRequests, &CanvasZoomRequest::pendingChanged, this, &CanvasEditor::serveZoomRequest);
+    if (m_services.revealRequests)
+        connect(m_services.revealRequests, &CanvasRevealRequest::pendingChanged, this,
+                &CanvasEditor::serveRevealRequest);
+}
+
+CanvasEditor::~CanvasEditor()
+{
+    if (m_appeared)
+        disappear();
+}
+
+CanvasEditor::SelectionStep::SelectionStep(CanvasEditor &editor)
+    : m_editor(editor), m_before(currentSelection(editor.m_interaction))
+{
+    ++m_editor.m_selectionDepth;
+}
+
+CanvasEditor::SelectionStep::~SelectionStep()
+{
+    if (--m_editor.m_selectionDepth > 0)
+        return;
+    const CanvasSelection after = currentSelection(m_editor.m_interaction);
+    const TaskFlow *current = m_editor.flow();
+    if (current && after != m_before)
+        m_editor.m_services.history.recordSelection(after, *current);
+}
+
+// --- lifecycle
+
+void CanvasEditor::appear(QSizeF viewportSize)
+{
+    m_appeared = true;
+    m_interaction.setViewportSize(viewportSize.width(), viewportSize.height());
+    m_interaction.setSizeResolver(NodeSizeResolver(m_services.preferences.sizeByEstimate()));
+    const TaskFlow *current = flow();
+    if (!current)
+        return;
+    FenrowHistory::SelectionBridge bridge;
+    bridge.read = [this] { return currentSelection(m_interaction); };
+    bridge.write = [this](const CanvasSelection &selection) {
+        m_interaction.setSelectedItemIDs(selection.itemIDs);
+        m_interaction.setSelectedEdgeID(selection.edgeID);
+    };
+    m_services.history.setSelectionBridge(m_flowID, std::move(bridge));
+    m_services.history.rememberSelection(currentSelection(m_interaction), *current);
+    // A trashed file comes back only through undo; with nothing to undo it
+    // never will.
+    if (!m_services.history.canUndo(m_flowID))
+        m_services.store.purgeTrashedFiles(*current);
+    firstFraming();
+}
+
+void CanvasEditor::disappear()
+{
+    m_appeared = false;
+    for (CanvasScheduler::Ticket *ticket : {&m_persistTicket, &m_rejectionTicket, &m_fileDropFailureTicket}) {
+        m_services.scheduler.cancel(*ticket);
+        *ticket = 0;
+    }
+    m_services.history.removeSelectionBridge(m_flowID);
+}
+
+void CanvasEditor::setViewportSize(QSizeF size)
+{
+    m_interaction.setViewportSize(size.width(), size.height());
+    if (m_appeared)
+        firstFraming();
+}
+
+void CanvasEditor::firstFraming()
+{
+    const TaskFlow *current = flow();
+    if (!current || !m_interaction.hasViewport())
+        return;
+    if (current->hasBeenFramed) {
+        if (m_didInitViewport)
+            return;
+        m_interaction.setScale(std::clamp(current->viewportScale, CanvasZoom::minimumScale, CanvasZoom::maximumScale));
+        m_interaction.setOffset({current->viewportOffsetX, current->viewportOffsetY});
+        m_interaction.clampOffset(contentBounds());
+    } else {
+        // Until a save marks the flow framed, every new size fits it again.
+        const std::vector<QRectF> frames = cardFrames();
+        m_interaction.zoomToFit(frames);
+    }
+    if (m_didInitViewport)
+        return;
+    m_didInitViewport = true;
+    emit viewStateChanged();
+    serveAddTaskRequest();
+    serveRevealRequest();
+}
+
+// --- reading
+
+const TaskFlow *CanvasEditor::flow() const
+{
+    return m_services.store.flow(m_flowID);
+}
+
+const FlowNode *CanvasEditor::node(const QUuid &id) const
+{
+    const FlowNode *found = m_services.store.node(id);
+    return found && found->flow() && found->flow()->id == m_flowID ? found : nullptr;
+}
+
+const FlowFile *CanvasEditor::file(const QUuid &id) const
+{
+    if (const TaskFlow *current = flow()) {
+        for (const FlowFile *candidate : current->files()) {
+            if (candidate->id == id)
+                return candidate;
+        }
+    }
+    return nullptr;
+}
+
+const DependencyEdge *CanvasEditor::edge(const QUuid &id) const
+{
+    if (const TaskFlow *current = flow()) {
+        for (const DependencyEdge *candidate : current->edges()) {
+            if (candidate->id == id)
+                return candidate;
+        }
+    }
+    return nullptr;
+}
+
+const FileLink *CanvasEditor::fileLink(const QUuid &id) const
+{
+    if (const TaskFlow *current = flow()) {
+        for (const FileLink *candidate : current->fileLinks()) {
+            if (candidate->id == id)
+                return candidate;
+        }
+    }
+    return nullptr;
+}
+
+const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
+{
+    if (m_visibleValid)
+        return m_visible;
+    m_visible.clear();
+    m_visibleIDs.clear();
+    if (const TaskFlow *current = flow()) {
+        const CanvasColorFilter filter = m_interaction.colorFilter();
+        const bool hides = !filter.isEmpty() && m_services.preferences.filterMode() == FilterMode::hide;
+        for (const FlowNode *candidate : FlowGraph::visibleItems(*current)) {
+            if (hides && !filter.contains(candidate->color()))
+                continue;
+            m_visible.append(candidate);
+            m_visibleIDs.insert(candidate->id);
+        }
+    }
+    m_visibleValid = true;
+    return m_visible;
+}
+
+bool CanvasEditor::isVisible(const QUuid &nodeID) const
+{
+    visibleNodes();
+    return m_visibleIDs.contains(nodeID);
+}
+
+bool CanvasEditor::isDimmed(const FlowNode &candidate) const
+{
+    const CanvasColorFilter filter = m_interaction.colorFilter();
+    return !filter.isEmpty() && m_services.preferences.filterMode() == FilterMode::dim
+        && !filter.contains(candidate.color());
+}
+
+QList<const FlowFile *> CanvasEditor::liveFiles() const
+{
+    const TaskFlow *current = flow();
+    return current ? FenrowStore::liveFiles(*current) : QList<const FlowFile *>();
+}
+
+bool CanvasEditor::isDrawn(const DependencyEdge &candidate) const
+{
+    return candidate.fromItem() && candidate.toItem() && isVisible(candidate.fromItem()->id)
+        && isVisible(candidate.toItem()->id);
+}
+
+bool CanvasEditor::isDrawn(const FileLink &link) const
+{
+    return link.file() && !link.file()->isTrashed && link.node() && isVisible(link.node()->id);
+}
+
+std::vector<QRectF> CanvasEditor::cardFrames() const
+{
+    std::vector<QRectF> frames;
+    const TaskFlow *current = flow();
+    if (!current)
+        return frames;
+    frames.reserve(current->items().size() + current->files().size());
+    for (const FlowNode *candidate : current->items())
+        frames.push_back(m_interaction.frame(*candidate));
+    for (const FlowFile *candidate : current->files()) {
+        if (!candidate->isTrashed)
+            frames.push_back(m_interaction.fileFrame(*candidate));
+    }
+    return frames;
+}
+
+QRectF CanvasEditor::contentBounds() const
+{
+    const std::vector<QRectF> frames = cardFrames();
+    return CanvasGeometry::contentRectangle(frames);
+}
+
+bool CanvasEditor::snapsToGrid() const
+{
+    return m_services.preferences.gridEnabled();
+}
+
+QPointF CanvasEditor::effectiveOffset() const
+{
+    return m_interaction.marquee() ? m_interaction.offset() : m_interaction.offset() + m_panTranslation;
+}
+
+bool CanvasEditor::isEditing() const
+{
+    return m_interaction.editingItemID().has_value();
+}
+
+QString CanvasEditor::newTaskTitle() const
+{
+    const QString localized = qtTrId("canvas.node.new");
+    // Without a loaded translation the id itself comes back.
+    return localized == QLatin1StringView("canvas.node.new") ? QStringLiteral("New task") : localized;
+}
+
+// --- following the store and the preferences
+
+void CanvasEditor::invalidateVisible()
+{
+    m_visibleValid = false;
+}
+
+void CanvasEditor::storeChanged()
+{
+    invalidateVisible();
+    pruneSelection();
+}
+
+void CanvasEditor::pruneSelection()
+{
+    const TaskFlow *current = flow();
+    if (!current)
+        return;
+    const CanvasSelection before = currentSelection(m_interaction);
+    QSet<QUuid> ids = before.itemIDs;
+    ids.removeIf([this](const QUuid &id) { return !node(id); });
+    m_interaction.setSelectedItemIDs(ids);
+    if (const auto editing = m_interaction.editingItemID(); editing && !node(*editing))
+        m_interaction.setEditingItemID(std::nullopt);
+    if (const auto edgeID = m_interaction.selectedEdgeID(); edgeID && !edge(*edgeID))
+        m_interaction.setSelectedEdgeID(std::nullopt);
+    if (const auto fileID = m_interaction.selectedFileID()) {
+        const FlowFile *selected = file(*fileID);
+        if (!selected || selected->isTrashed)
+            m_interaction.setSelectedFileID(std::nullopt);
+    }
+    if (const auto linkID = m_interaction.selectedFileLinkID(); linkID && !fileLink(*linkID))
+        m_interaction.setSelectedFileLinkID(std::nullopt);
+    const CanvasSelection after = currentSelection(m_interaction);
+    if (after != before)
+        m_services.history.rememberSelection(after, *current);
+}
+
+void CanvasEditor::preferenceChanged(const QString &key)
+{
+    if (key == QLatin1StringView(PreferenceKey::sizeByEstimate)) {
+        m_interaction.setSizeResolver(NodeSizeResolver(m_services.preferences.sizeByEstimate()));
+    } else if (key == QLatin1StringView(PreferenceKey::filterMode)) {
+        invalidateVisible();
+        emit viewStateChanged();
+    }
+}
+
+void CanvasEditor::interactionChanged(CanvasInteraction::Field field)
+{
+    switch (field) {
+    case CanvasInteraction::Field::colorFilter:
+        invalidateVisible();
+        break;
+    case CanvasInteraction::Field::rejection:
+        rejectionChanged();
+        break;
+    case CanvasInteraction::Field::fileDropFailure:
+        fileDropFailureChanged();
+        break;
+    default:
+        break;
+    }
+}
+
+// --- banners: each new refusal starts its own wait, and a wait only
+// clears the banner it was started for.
+
+void CanvasEditor::rejectionChanged()
+{
+    m_services.scheduler.cancel(m_rejectionTicket);
+    m_rejectionTicket = 0;
+    const std::optional<CycleRejection> &shown = m_interaction.rejection();
+    if (!shown)
+        return;
+    const QUuid id = shown->id;
+    m_rejectionTicket = m_services.scheduler.schedule(rejectionLifetime, [this, id] {
+        m_rejectionTicket = 0;
+        if (m_interaction.rejection() && m_interaction.rejection()->id == id)
+            m_interaction.setRejection(std::nullopt);
+    });
+}
+
+void CanvasEditor::fileDropFailureChanged()
+{
+    m_services.scheduler.cancel(m_fileDropFailureTicket);
+    m_fileDropFailureTicket = 0;
+    const std::optional<FileDropFailure> &shown = m_interaction.fileDropFailure();
+    if (!shown)
+        return;
+    const QUuid id = shown->id;
+    m_fileDropFailureTicket = m_services.scheduler.schedule(fileDropFailureLifetime, [this, id] {
+        m_fileDropFailureTicket = 0;
+        if (m_interaction.fileDropFailure() && m_interaction.fileDropFailure()->id == id)
+            m_interaction.setFileDropFailure(std::nullopt);
+    });
+}
+
+void CanvasEditor::rejectConnection(QPointF point)
+{
+    m_interaction.setRejection(CycleRejection{QUuid::createUuid(), point});
+}
+
+void CanvasEditor::fileDropFailed(const FlowFileImport::Failure &failure, const QString &filename, QPointF screenPoint)
+{
+    m_interaction.setFileDropFailure(
+        FileDropFailure{QUuid::createUuid(), failure, filename, m_interaction.toCanvas(screenPoint)});
+}
+
+// --- viewport
+
+void CanvasEditor::schedulePersist()
+{
+    m_services.scheduler.cancel(m_persistTicket);
+    m_persistTicket = m_services.scheduler.schedule(persistDelay, [this] {
+        m_persistTicket = 0;
+        persistViewport();
+    });
+}
+
+void CanvasEditor::persistViewport()
+{
+    m_services.scheduler.cancel(m_persistTicket);
+    m_persistTicket = 0;
+    const TaskFlow *current = flow();
+    // A canvas that has no size on screen has no viewport worth keeping,
+    // and saving one would mark the flow as framed.
+    if (!current || !m_interaction.hasViewport())
+        return;
+    const QPointF offset = m_interaction.offset();
+    m_services.store.setViewport(*current, offset.x(), offset.y(), m_interaction.scale());
+}
+
+void CanvasEditor::pan(double dx, double dy)
+{
+    m_interaction.panBy(dx, dy, contentBounds());
+    schedulePersist();
+}
+
+void CanvasEditor::zoom(double factor, QPointF anchor)
+{
+    m_interaction.zoomBy(factor, anchor, contentBounds());
+    schedulePersist();
+}
+
+void CanvasEditor::zoomCommand(CanvasZoom::Kind kind)
+{
+    const QSizeF size = m_interaction.viewportSize();
+    const QPointF middle(size.width() * 0.5, size.height() * 0.5);
+    switch (kind) {
+    case CanvasZoom::Kind::zoomIn:
+        m_interaction.zoomBy(CanvasZoom::zoomInFactor, middle, contentBounds());
+        break;
+    case CanvasZoom::Kind::zoomOut:
+        m_interaction.zoomBy(CanvasZoom::zoomOutFactor, middle, contentBounds());
+        break;
+    case CanvasZoom::Kind::zoomToFit: {
+        const std::vector<QRectF> frames = cardFrames();
+        m_interaction.zoomToFit(frames);
+        break;
+    }
+    }
+    persistViewport();
+}
+
+void CanvasEditor::reveal(const QUuid &nodeID, bool animated)
+{
+    const FlowNode *target = node(nodeID);
+    if (!target)
+        return;
+    const QRectF bounds = contentBounds();
+    if (animated)
+        emit animationRequested(revealDuration);
+    m_interaction.centerOn({target->posX, target->posY}, bounds);
+    persistViewport();
+}
+
+// --- requests
+
+void CanvasEditor::serveAddTaskRequest()
+{
+    ActiveFlowState *state = m_services.activeFlow;
+    if (!state || state->pendingSeedFlowID() != m_flowID)
+        return;
+    state->setPendingSeedFlowID(std::nullopt);
+    addTaskAtCenter();
+}
+
+void CanvasEditor::serveZoomRequest()
+{
+    CanvasZoomRequest *requests = m_services.zoomRequests;
+    if (!requests || !requests->pending() || requests->pending()->flowID != m_flowID)
+        return;
+    const CanvasZoom::Kind kind = requests->pending()->kind;
+    requests->clear();
+    zoomCommand(kind);
+}
+
+void CanvasEditor::serveRevealRequest()
+{
+    CanvasRevealRequest *requests = m_services.revealRequests;
+    // Before first framing the view has nowhere to scroll to; framing
+    // serves the request once it is done.
+    if (!requests || !m_didInitViewport || !requests->pending() || requests->pending()->flowID != m_flowID)
+        return;
+    const QUuid nodeID = requests->pending()->nodeID;
+    requests->clear();
+    const TaskFlow *current = flow();
+    const FlowNode *target = node(nodeID);
+    if (!current || !target)
+        return;
+    const SelectionStep step(*this);
+    if (FlowGraph::hiddenNodeIDs(*current).contains(nodeID))
+        m_services.store.unfoldAncestors({nodeID}, *current);
+    m_interaction.setSelectedEdgeID(std::nullopt);
+    m_interaction.setEditingItemID(std::nullopt);
+    m_interaction.setSelectedFileID(std::nullopt);
+    m_interaction.setSelectedFileLinkID(std::nullopt);
+    m_interaction.setSelectedItemIDs({nodeID});
+    reveal(nodeID, true);
+}
+
+// --- adding and renaming
+
+void CanvasEditor::selectNew(const FlowNode &created)
+{
+    m_interaction.setSelectedEdgeID(std::nullopt);
+    m_interaction.setSelectedFileID(std::nullopt);
+    m_interaction.setSelectedFileLinkID(std::nullopt);
+    m_interaction.setSelectedItemIDs({created.id});
+    m_interaction.setEditingItemID(created.id);
+}
+
+const FlowNode *CanvasEditor::addTaskAtCenter()
+{
+    const TaskFlow *current = flow();
+    if (!current)
+        return nullptr;
+    const SelectionStep step(*this);
+    const FlowNode *created = m_services.history.recordAction(QStringLiteral("Add task"), *current, [&] {
+        const FlowNode *added = m_services.store.addNodeAt(*current, newTaskTitle(), m_interaction.viewportCenter(),
+                                                           m_interaction.sizeResolver());
+        selectNew(*added);
+        return added;
+    });
+    keepVisible(*created);
+    return created;
+}
+
+void CanvasEditor::finishEditing(const std::optional<QString> &title)
+{
+    const std::optional<QUuid> editing = m_interaction.editingItemID();
+    m_interaction.setEditingItemID(std::nullopt);
+    const TaskFlow *current = flow();
+    const FlowNode *target = editing ? node(*editing) : nullptr;
+    if (!title || !current || !target)
+        return;
+    m_services.history.recordAction(QStringLiteral("Rename"), *current,
+                                    [&] { m_services.store.setTitle(*target, *title); });
+}
+
+void CanvasEditor::selectOnly(const QUuid &nodeID)
+{
+    m_interaction.setSelectedEdgeID(std::nullopt);
+    m_interaction.setSelectedItemIDs({nodeID});
+    m_interaction.setSelectedFileID(std::nullopt);
+    m_interaction.setSelectedFileLinkID(std::nullopt);
+}
+
+void CanvasEditor::keepVisible(const FlowNode &target)
+{
+    const QRectF frame = m_interaction.frame(target);
+    const double scale = m_interaction.scale();
+    const QRectF onScreen(m_interaction.toScreen(frame.topLeft()), frame.size() * scale);
+    const QSizeF view = m_interaction.viewportSize();
+    const QRectF inner =
+        QRectF(0, 0, view.width(), view.height()).adjusted(visibleInset, visibleInset, -visibleInset, -visibleInset);
+    const bool inView = inner.left() <= onScreen.left() && onScreen.right() <= inner.right()
+        && inner.top() <= onScreen.top() && onScreen.bottom() <= inner.bottom();
+    if (!inView)
+        reveal(target.id, true);
+}
+
+void CanvasEditor::selectAndKeepVisible(const QUuid &nodeID)
+{
+    const FlowNode *target = node(nodeID);
+    if (!target)
+        return;
+    const SelectionStep step(*this);
+    selectOnly(nodeID);
+    keepVisible(*target);
+}
+
+void CanvasEditor::setCursor(Cursor cursor)
+{
+    if (m_cursor == cursor)
+        return;
+    m_cursor = cursor;
+    emit viewStateChanged();
+}
+
+void CanvasEditor::setPanTranslation(QPointF translation)
+{
+    if (m_panTranslation == translation)
+        return;
+    m_panTranslation = translation;
+    emit viewStateChanged();
+}
+
+} // namespace fenrow

@@ -1,0 +1,234 @@
+#pragma once
+
+#include "CanvasInteraction.h"
+#include "CanvasKeyCommand.h"
+#include "CanvasScheduler.h"
+
+#include <QList>
+#include <QObject>
+#include <QPointF>
+#include <QRectF>
+#include <QSet>
+#include <QSizeF>
+#include <QUuid>
+
+#include <chrono>
+#include <optional>
+#include <vector>
+
+namespace fenrow {
+
+class ActiveFlowState;
+class AppPreferences;
+class CanvasRevealRequest;
+class CanvasZoomRequest;
+class DependencyEdge;
+class FenrowHistory;
+class FenrowStore;
+class FileLink;
+class FlowFile;
+class FlowNode;
+class TaskFlow;
+
+// The graph editor of one flow without a toolkit: it gives gestures, keys
+// and commands their meaning on a `CanvasInteraction`, writes the graph
+// through the store inside named undo actions, and keeps what a view would
+// otherwise hold for the length of a gesture (the live pan, the mode of a
+// background drag, the cursor). A view only turns its events into these
+// calls (see `CanvasPointer` and `CanvasInputMonitor`) and paints.
+//
+// Selection changes made by a call are handed to the history once, when
+// the outermost call returns, so that one click is one "Select" step.
+class CanvasEditor : public QObject {
+    Q_OBJECT
+
+public:
+    struct Services {
+        FenrowStore &store;
+        FenrowHistory &history;
+        AppPreferences &preferences;
+        CanvasScheduler &scheduler;
+        // Optional: the pending first task of a new flow, and the mailboxes.
+        ActiveFlowState *activeFlow = nullptr;
+        CanvasRevealRequest *revealRequests = nullptr;
+        CanvasZoomRequest *zoomRequests = nullptr;
+    };
+
+    enum class BackgroundDragMode { pan, marquee, additiveMarquee };
+    enum class Cursor { arrow, openHand, closedHand };
+
+    // A card move or resize is a click until it went further than this on
+    // either axis (screen units).
+    static constexpr double clickThreshold = 4;
+    static constexpr double backgroundDragMinimum = 4;
+    static constexpr std::chrono::milliseconds persistDelay{200};
+    static constexpr std::chrono::milliseconds rejectionLifetime{2000};
+    static constexpr std::chrono::milliseconds fileDropFailureLifetime{4000};
+    static constexpr std::chrono::milliseconds revealDuration{250};
+    // A card counts as in view when it keeps this far from the view's edges.
+    static constexpr double visibleInset = 20;
+
+    CanvasEditor(Services services, const QUuid &flowID, CanvasInteraction &interaction, QObject *parent = nullptr);
+    ~CanvasEditor() override;
+
+    // --- lifecycle
+    // The view appeared at this size: takes over the preferences, lends the
+    // history the selection, spaces cards for their sizes, frames the flow.
+    void appear(QSizeF viewportSize);
+    // Saves nothing more: cancels the pending viewport save and the banners'
+    // timers and takes the selection back from the history.
+    void disappear();
+    void setViewportSize(QSizeF size);
+
+    // --- reading
+    const TaskFlow *flow() const;
+    QUuid flowID() const { return m_flowID; }
+    CanvasInteraction &interaction() const { return m_interaction; }
+    // Nodes drawn and hit, in `order`: without folded branches, and when
+    // the filter hides, only the filtered colours.
+    const QList<const FlowNode *> &visibleNodes() const;
+    bool isVisible(const QUuid &nodeID) const;
+    bool isDimmed(const FlowNode &node) const;
+    // The flow's files that are not trashed.
+    QList<const FlowFile *> liveFiles() const;
+    // An edge is drawn when both ends are; a file link when its file is
+    // live and its node drawn.
+    bool isDrawn(const DependencyEdge &edge) const;
+    bool isDrawn(const FileLink &link) const;
+    // The frames of all cards as they are shown now.
+    QRectF contentBounds() const;
+    std::vector<QRectF> cardFrames() const;
+    bool snapsToGrid() const;
+
+    // Gesture-local state of the view.
+    QPointF panTranslation() const { return m_panTranslation; }
+    // What the view draws with: the live pan is added while no marquee is.
+    QPointF effectiveOffset() const;
+    bool didInitViewport() const { return m_didInitViewport; }
+    std::optional<BackgroundDragMode> backgroundDragMode() const { return m_backgroundDragMode; }
+    bool grabbing() const { return m_grabbing; }
+    Cursor cursor() const { return m_cursor; }
+    bool isEditing() const;
+
+    // --- pointer gestures; translations are raw, in screen units
+    void cardDragChanged(const QUuid &nodeID, QPointF translation);
+    void cardDragEnded(const QUuid &nodeID, QPointF translation, Qt::KeyboardModifiers modifiers);
+    void cardClicked(const QUuid &nodeID, Qt::KeyboardModifiers modifiers);
+    void cardDoubleClicked(const QUuid &nodeID);
+    void cardResizeChanged(const QUuid &nodeID, QPointF translation);
+    void cardResizeEnded(const QUuid &nodeID, QPointF translation);
+    void resetCardSize(const QUuid &nodeID);
+    // Points are canvas points under the pointer.
+    void connectionChanged(const QUuid &fromID, QPointF point);
+    void connectionEnded(const QUuid &fromID, QPointF point);
+    void edgeClicked(const QUuid &edgeID);
+    void edgeEndChanged(EdgeEnd end, QPointF point);
+    void edgeEndEnded(EdgeEnd end, QPointF point);
+    // A tap on a port that has subtasks folds or unfolds the branch.
+    void toggleFold(const QUuid &nodeID);
+
+    void fileClicked(const QUuid &fileID);
+    void fileDragChanged(const QUuid &fileID, QPointF translation);
+    void fileDragEnded(const QUuid &fileID, QPointF translation);
+    void fileResizeChanged(const QUuid &fileID, QPointF translation);
+    void fileResizeEnded(const QUuid &fileID, QPointF translation);
+    void fileLinkChanged(const QUuid &fileID, QPointF point);
+    void fileLinkEnded(const QUuid &fileID, QPointF point);
+    void fileLinkClicked(const QUuid &linkID);
+    // A drop that could not attach a file, at a screen point.
+    void fileDropFailed(const FlowFileImport::Failure &failure, const QString &filename, QPointF screenPoint);
+
+    void backgroundTapped();
+    // Screen points of the drag's start and of the pointer now.
+    void backgroundDragChanged(QPointF start, QPointF location, Qt::KeyboardModifiers modifiers);
+    void backgroundDragEnded(QPointF start, QPointF location);
+    void commitMarquee(const QRectF &rect, bool additive);
+    void setSpaceHeld(bool held);
+
+    // --- wheel and pinch; each ends in a debounced viewport save
+    void pan(double dx, double dy);
+    void zoom(double factor, QPointF anchor);
+
+    // --- commands
+    bool handleKeyCommand(const CanvasKeyCommand &command);
+    bool deleteSelection();
+    // Ends title editing; a title, when given, is saved as "Rename".
+    void finishEditing(const std::optional<QString> &title = std::nullopt);
+    const FlowNode *addTaskAtCenter();
+    void zoomCommand(CanvasZoom::Kind kind);
+    void selectAndKeepVisible(const QUuid &nodeID);
+    void reveal(const QUuid &nodeID, bool animated);
+
+    // --- viewport persistence
+    void schedulePersist();
+    void persistViewport();
+
+signals:
+    // Gesture-local state changed (live pan, cursor, drag mode): repaint.
+    void viewStateChanged();
+    // The next viewport change should be eased over `duration`.
+    void animationRequested(std::chrono::milliseconds duration);
+
+private:
+    class SelectionStep;
+    friend class SelectionStep;
+
+    const FlowNode *node(const QUuid &id) const;
+    const FlowFile *file(const QUuid &id) const;
+    const DependencyEdge *edge(const QUuid &id) const;
+    const FileLink *fileLink(const QUuid &id) const;
+    const FlowNode *anchorNode() const;
+    const FlowNode *dropTarget(QPointF point, const std::optional<QUuid> &excluded) const;
+    QPointF canvasTranslation(QPointF raw) const;
+    static bool beyondThreshold(QPointF raw);
+    QString newTaskTitle() const;
+    void selectOnly(const QUuid &nodeID);
+    void selectNew(const FlowNode &node);
+    // Reveals the card unless it already stands well inside the view.
+    void keepVisible(const FlowNode &node);
+
+    void storeChanged();
+    void preferenceChanged(const QString &key);
+    void interactionChanged(CanvasInteraction::Field field);
+    void invalidateVisible();
+    void pruneSelection();
+    void firstFraming();
+    void serveAddTaskRequest();
+    void serveZoomRequest();
+    void serveRevealRequest();
+    void rejectionChanged();
+    void fileDropFailureChanged();
+    void setCursor(Cursor cursor);
+    void setPanTranslation(QPointF translation);
+    void rejectConnection(QPointF point);
+    void commitNodeDrag(const QUuid &grabbedID, QPointF translation);
+
+    Services m_services;
+    QUuid m_flowID;
+    CanvasInteraction &m_interaction;
+
+    mutable bool m_visibleValid = false;
+    mutable QList<const FlowNode *> m_visible;
+    mutable QSet<QUuid> m_visibleIDs;
+
+    QPointF m_panTranslation;
+    bool m_didInitViewport = false;
+    bool m_appeared = false;
+    std::optional<BackgroundDragMode> m_backgroundDragMode;
+    bool m_grabbing = false;
+    Cursor m_cursor = Cursor::arrow;
+    // The card (or file card) a resize started from, as it was.
+    struct ResizeBase {
+        QUuid id;
+        NodeSize size;
+        QPointF center;
+    };
+    std::optional<ResizeBase> m_resizeBase;
+
+    CanvasScheduler::Ticket m_persistTicket = 0;
+    CanvasScheduler::Ticket m_rejectionTicket = 0;
+    CanvasScheduler::Ticket m_fileDropFailureTicket = 0;
+    int m_selectionDepth = 0;
+};
+
+} // namespace fenrow

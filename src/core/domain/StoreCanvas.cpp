@@ -1,0 +1,34 @@
+// Writes of the canvas that the single-node operations do not cover: many
+// positions at once, and the viewport the canvas leaves in the flow.
+#include "FenrowStore.h"
+
+#include "canvas/CanvasBounds.h"
+
+namespace fenrow {
+
+void FenrowStore::moveNodes(const TaskFlow &flow, const QHash<QUuid, QPointF> &positions)
+{
+    bool changedAny = false;
+    for (FlowNode *node : mutableFlow(flow)->items()) {
+        const auto found = positions.constFind(node->id);
+        if (found == positions.constEnd())
+            continue;
+        changedAny |= update(node, &FlowNode::posX, CanvasBounds::clampCoordinate(found->x()));
+        changedAny |= update(node, &FlowNode::posY, CanvasBounds::clampCoordinate(found->y()));
+    }
+    if (changedAny)
+        finishChange();
+}
+
+void FenrowStore::setViewport(const TaskFlow &flow, double offsetX, double offsetY, double scale)
+{
+    TaskFlow *target = mutableFlow(flow);
+    bool changedAny = update(target, &TaskFlow::viewportOffsetX, offsetX);
+    changedAny |= update(target, &TaskFlow::viewportOffsetY, offsetY);
+    changedAny |= update(target, &TaskFlow::viewportScale, scale);
+    changedAny |= update(target, &TaskFlow::hasBeenFramed, true);
+    if (changedAny)
+        finishChange();
+}
+
+} // namespace fenrow
