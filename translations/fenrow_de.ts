@@ -499,5 +499,273 @@
         <source>Every flow in the backup is already here. Nothing was added.</source>
         <translation>Jeder Flow der Sicherung ist schon vorhanden. Nichts wurde hinzugefügt.</translation>
     </message>
+    <message id="inspector.flow">
+        <source>Flow</source>
+        <translation>Flow</translation>
+    </message>
+    <message id="inspector.status.label">
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message id="inspector.status.pending">
+        <source>Not started</source>
+        <translation>Nicht begonnen</translation>
+    </message>
+    <message id="inspector.status.inProgress">
+        <source>In progress</source>
+        <translation>In Arbeit</translation>
+    </message>
+    <message id="inspector.status.paused">
+        <source>Paused</source>
+        <translation>Pausiert</translation>
+    </message>
+    <message id="inspector.status.done">
+        <source>Done</source>
+        <translation>Erledigt</translation>
+    </message>
+    <message id="inspector.priority.label">
+        <source>Priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message id="inspector.priority.none">
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message id="inspector.priority.low">
+        <source>Low</source>
+        <translation>Niedrig</translation>
+    </message>
+    <message id="inspector.priority.medium">
+        <source>Medium</source>
+        <translation>Mittel</translation>
+    </message>
+    <message id="inspector.priority.high">
+        <source>High</source>
+        <translation>Hoch</translation>
+    </message>
+    <message id="inspector.color.label">
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message id="inspector.estimate.label">
+        <source>Estimate</source>
+        <translation>Schätzung</translation>
+    </message>
+    <message id="inspector.estimate.placeholder">
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message id="inspector.estimate.unit">
+        <source>min</source>
+        <translation>Min.</translation>
+    </message>
+    <message id="inspector.startDate.label">
+        <source>Start</source>
+        <translation>Beginn</translation>
+    </message>
+    <message id="inspector.dueDate.label">
+        <source>Due</source>
+        <translation>Fällig</translation>
+    </message>
+    <message id="inspector.date.add">
+        <source>Add date</source>
+        <translation>Datum hinzufügen</translation>
+    </message>
+    <message id="inspector.date.pick">
+        <source>Choose a date</source>
+        <translation>Datum wählen</translation>
+    </message>
+    <message id="inspector.date.clear">
+        <source>Remove date</source>
+        <translation>Datum entfernen</translation>
+    </message>
+    <message id="inspector.deferred.note %@">
+        <source>Not ready before %1.</source>
+        <translation>Nicht vor %1 bereit.</translation>
+    </message>
+    <message id="inspector.recurrence.label">
+        <source>Repeat</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message id="inspector.recurrence.never">
+        <source>Never</source>
+        <translation>Nie</translation>
+    </message>
+    <message id="inspector.recurrence.daily">
+        <source>Every day</source>
+        <translation>Täglich</translation>
+    </message>
+    <message id="inspector.recurrence.weekdays">
+        <source>Every weekday</source>
+        <translation>Werktags</translation>
+    </message>
+    <message id="inspector.recurrence.weekly">
+        <source>Every week</source>
+        <translation>Wöchentlich</translation>
+    </message>
+    <message id="inspector.recurrence.monthly">
+        <source>Every month</source>
+        <translation>Monatlich</translation>
+    </message>
+    <message id="inspector.recurrence.afterDone">
+        <source>Some days after done</source>
+        <translation>Einige Tage nach Erledigung</translation>
+    </message>
+    <message id="inspector.recurrence.interval.label">
+        <source>Every</source>
+        <translation>Alle</translation>
+    </message>
+    <message id="inspector.recurrence.interval.unit">
+        <source>days</source>
+        <translation>Tage</translation>
+    </message>
+    <message id="inspector.notes.label">
+        <source>Notes</source>
+        <translation>Notizen</translation>
+    </message>
+    <message id="inspector.notes.placeholder">
+        <source>Add notes</source>
+        <translation>Notizen hinzufügen</translation>
+    </message>
+    <message id="inspector.notes.resize">
+        <source>Notes height</source>
+        <translation>Höhe der Notizen</translation>
+    </message>
+    <message id="inspector.checklist.label">
+        <source>Checklist</source>
+        <translation>Checkliste</translation>
+    </message>
+    <message id="inspector.checklist.count %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 von %2 erledigt</translation>
+    </message>
+    <message id="inspector.checklist.add.placeholder">
+        <source>Add a step</source>
+        <translation>Schritt hinzufügen</translation>
+    </message>
+    <message id="inspector.checklist.toggle">
+        <source>Tick step</source>
+        <translation>Schritt abhaken</translation>
+    </message>
+    <message id="inspector.checklist.open">
+        <source>Open step</source>
+        <translation>Offener Schritt</translation>
+    </message>
+    <message id="inspector.checklist.done">
+        <source>Done step</source>
+        <translation>Erledigter Schritt</translation>
+    </message>
+    <message id="inspector.checklist.delete">
+        <source>Delete step</source>
+        <translation>Schritt löschen</translation>
+    </message>
+    <message id="inspector.blockedBy.label">
+        <source>Waits for</source>
+        <translation>Wartet auf</translation>
+    </message>
+    <message id="inspector.blockedBy.empty">
+        <source>Nothing: free to start</source>
+        <translation>Nichts: kann beginnen</translation>
+    </message>
+    <message id="inspector.blocks.label">
+        <source>Holds up</source>
+        <translation>Hält auf</translation>
+    </message>
+    <message id="inspector.blocks.empty">
+        <source>No other task</source>
+        <translation>Keine andere Aufgabe</translation>
+    </message>
+    <message id="inspector.empty.title">
+        <source>No task selected</source>
+        <translation>Keine Aufgabe ausgewählt</translation>
+    </message>
+    <message id="inspector.empty.message">
+        <source>Select one task on the canvas to see and edit its details.</source>
+        <translation>Wähle eine Aufgabe auf der Fläche, um ihre Details zu sehen und zu bearbeiten.</translation>
+    </message>
+    <message id="inspector.file.label">
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message id="inspector.calendar.today">
+        <source>Today</source>
+        <translation>Heute</translation>
+    </message>
+    <message id="inspector.calendar.tomorrow">
+        <source>Tomorrow</source>
+        <translation>Morgen</translation>
+    </message>
+    <message id="inspector.calendar.nextWeek">
+        <source>Next week</source>
+        <translation>Nächste Woche</translation>
+    </message>
+    <message id="canvas.node.new">
+        <source>New task</source>
+        <translation>Neue Aufgabe</translation>
+    </message>
+    <message id="engine.availability.available">
+        <source>The on-device language model is ready.</source>
+        <translation>Das Sprachmodell auf diesem Gerät ist bereit.</translation>
+    </message>
+    <message id="engine.availability.deviceNotEligible">
+        <source>This computer cannot run the language model. Everything still works by hand.</source>
+        <translation>Dieser Computer kann das Sprachmodell nicht ausführen. Alles geht weiterhin von Hand.</translation>
+    </message>
+    <message id="engine.availability.appleIntelligenceNotEnabled">
+        <source>The language model is switched off in the system settings. Everything still works by hand.</source>
+        <translation>Das Sprachmodell ist in den Systemeinstellungen ausgeschaltet. Alles geht weiterhin von Hand.</translation>
+    </message>
+    <message id="engine.availability.modelNotReady">
+        <source>The language model is not ready yet. Everything still works by hand.</source>
+        <translation>Das Sprachmodell ist noch nicht bereit. Alles geht weiterhin von Hand.</translation>
+    </message>
+    <message id="engine.availability.frameworkUnavailable">
+        <source>No on-device language model is available. Everything still works by hand.</source>
+        <translation>Auf diesem Gerät ist kein Sprachmodell verfügbar. Alles geht weiterhin von Hand.</translation>
+    </message>
+    <message id="banner.engineUnavailable.dismiss">
+        <source>Dismiss</source>
+        <translation>Ausblenden</translation>
+    </message>
+    <message id="planDay.plan">
+        <source>Plan my day</source>
+        <translation>Meinen Tag planen</translation>
+    </message>
+    <message id="planDay.planManual">
+        <source>Fit into my time</source>
+        <translation>In meine Zeit einpassen</translation>
+    </message>
+    <message id="planDay.subtitle">
+        <source>The language model orders your ready tasks, then they are fitted into the time you have.</source>
+        <translation>Das Sprachmodell ordnet deine bereiten Aufgaben, dann werden sie in deine verfügbare Zeit eingepasst.</translation>
+    </message>
+    <message id="planDay.subtitle.manual">
+        <source>Your ready tasks, in the order of the Ready list, are fitted into the time you have.</source>
+        <translation>Deine bereiten Aufgaben werden in der Reihenfolge der Liste „Bereit“ in deine verfügbare Zeit eingepasst.</translation>
+    </message>
+    <message id="planDay.order.ai">
+        <source>Order by the language model</source>
+        <translation>Reihenfolge des Sprachmodells</translation>
+    </message>
+    <message id="planDay.order.custom">
+        <source>Your order</source>
+        <translation>Deine Reihenfolge</translation>
+    </message>
+    <message id="planDay.budget.unit.minutes">
+        <source>minutes</source>
+        <translation>Minuten</translation>
+    </message>
+    <message id="planDay.budget.unit.hours">
+        <source>hours</source>
+        <translation>Stunden</translation>
+    </message>
+    <message id="planDay.summary">
+        <source>%1 of %2 planned</source>
+        <translation>%1 von %2 verplant</translation>
+    </message>
+    <message id="planDay.summary.overflow %lld">
+        <source>%1 more do not fit.</source>
+        <translation>%1 weitere passen nicht hinein.</translation>
+    </message>
 </context>
 </TS>

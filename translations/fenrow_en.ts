@@ -499,5 +499,273 @@
         <source>Every flow in the backup is already here. Nothing was added.</source>
         <translation>Every flow in the backup is already here. Nothing was added.</translation>
     </message>
+    <message id="inspector.flow">
+        <source>Flow</source>
+        <translation>Flow</translation>
+    </message>
+    <message id="inspector.status.label">
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message id="inspector.status.pending">
+        <source>Not started</source>
+        <translation>Not started</translation>
+    </message>
+    <message id="inspector.status.inProgress">
+        <source>In progress</source>
+        <translation>In progress</translation>
+    </message>
+    <message id="inspector.status.paused">
+        <source>Paused</source>
+        <translation>Paused</translation>
+    </message>
+    <message id="inspector.status.done">
+        <source>Done</source>
+        <translation>Done</translation>
+    </message>
+    <message id="inspector.priority.label">
+        <source>Priority</source>
+        <translation>Priority</translation>
+    </message>
+    <message id="inspector.priority.none">
+        <source>None</source>
+        <translation>None</translation>
+    </message>
+    <message id="inspector.priority.low">
+        <source>Low</source>
+        <translation>Low</translation>
+    </message>
+    <message id="inspector.priority.medium">
+        <source>Medium</source>
+        <translation>Medium</translation>
+    </message>
+    <message id="inspector.priority.high">
+        <source>High</source>
+        <translation>High</translation>
+    </message>
+    <message id="inspector.color.label">
+        <source>Colour</source>
+        <translation>Colour</translation>
+    </message>
+    <message id="inspector.estimate.label">
+        <source>Estimate</source>
+        <translation>Estimate</translation>
+    </message>
+    <message id="inspector.estimate.placeholder">
+        <source>None</source>
+        <translation>None</translation>
+    </message>
+    <message id="inspector.estimate.unit">
+        <source>min</source>
+        <translation>min</translation>
+    </message>
+    <message id="inspector.startDate.label">
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message id="inspector.dueDate.label">
+        <source>Due</source>
+        <translation>Due</translation>
+    </message>
+    <message id="inspector.date.add">
+        <source>Add date</source>
+        <translation>Add date</translation>
+    </message>
+    <message id="inspector.date.pick">
+        <source>Choose a date</source>
+        <translation>Choose a date</translation>
+    </message>
+    <message id="inspector.date.clear">
+        <source>Remove date</source>
+        <translation>Remove date</translation>
+    </message>
+    <message id="inspector.deferred.note %@">
+        <source>Not ready before %1.</source>
+        <translation>Not ready before %1.</translation>
+    </message>
+    <message id="inspector.recurrence.label">
+        <source>Repeat</source>
+        <translation>Repeat</translation>
+    </message>
+    <message id="inspector.recurrence.never">
+        <source>Never</source>
+        <translation>Never</translation>
+    </message>
+    <message id="inspector.recurrence.daily">
+        <source>Every day</source>
+        <translation>Every day</translation>
+    </message>
+    <message id="inspector.recurrence.weekdays">
+        <source>Every weekday</source>
+        <translation>Every weekday</translation>
+    </message>
+    <message id="inspector.recurrence.weekly">
+        <source>Every week</source>
+        <translation>Every week</translation>
+    </message>
+    <message id="inspector.recurrence.monthly">
+        <source>Every month</source>
+        <translation>Every month</translation>
+    </message>
+    <message id="inspector.recurrence.afterDone">
+        <source>Some days after done</source>
+        <translation>Some days after done</translation>
+    </message>
+    <message id="inspector.recurrence.interval.label">
+        <source>Every</source>
+        <translation>Every</translation>
+    </message>
+    <message id="inspector.recurrence.interval.unit">
+        <source>days</source>
+        <translation>days</translation>
+    </message>
+    <message id="inspector.notes.label">
+        <source>Notes</source>
+        <translation>Notes</translation>
+    </message>
+    <message id="inspector.notes.placeholder">
+        <source>Add notes</source>
+        <translation>Add notes</translation>
+    </message>
+    <message id="inspector.notes.resize">
+        <source>Notes height</source>
+        <translation>Notes height</translation>
+    </message>
+    <message id="inspector.checklist.label">
+        <source>Checklist</source>
+        <translation>Checklist</translation>
+    </message>
+    <message id="inspector.checklist.count %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 of %2 done</translation>
+    </message>
+    <message id="inspector.checklist.add.placeholder">
+        <source>Add a step</source>
+        <translation>Add a step</translation>
+    </message>
+    <message id="inspector.checklist.toggle">
+        <source>Tick step</source>
+        <translation>Tick step</translation>
+    </message>
+    <message id="inspector.checklist.open">
+        <source>Open step</source>
+        <translation>Open step</translation>
+    </message>
+    <message id="inspector.checklist.done">
+        <source>Done step</source>
+        <translation>Done step</translation>
+    </message>
+    <message id="inspector.checklist.delete">
+        <source>Delete step</source>
+        <translation>Delete step</translation>
+    </message>
+    <message id="inspector.blockedBy.label">
+        <source>Waits for</source>
+        <translation>Waits for</translation>
+    </message>
+    <message id="inspector.blockedBy.empty">
+        <source>Nothing: free to start</source>
+        <translation>Nothing: free to start</translation>
+    </message>
+    <message id="inspector.blocks.label">
+        <source>Holds up</source>
+        <translation>Holds up</translation>
+    </message>
+    <message id="inspector.blocks.empty">
+        <source>No other task</source>
+        <translation>No other task</translation>
+    </message>
+    <message id="inspector.empty.title">
+        <source>No task selected</source>
+        <translation>No task selected</translation>
+    </message>
+    <message id="inspector.empty.message">
+        <source>Select one task on the canvas to see and edit its details.</source>
+        <translation>Select one task on the canvas to see and edit its details.</translation>
+    </message>
+    <message id="inspector.file.label">
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message id="inspector.calendar.today">
+        <source>Today</source>
+        <translation>Today</translation>
+    </message>
+    <message id="inspector.calendar.tomorrow">
+        <source>Tomorrow</source>
+        <translation>Tomorrow</translation>
+    </message>
+    <message id="inspector.calendar.nextWeek">
+        <source>Next week</source>
+        <translation>Next week</translation>
+    </message>
+    <message id="canvas.node.new">
+        <source>New task</source>
+        <translation>New task</translation>
+    </message>
+    <message id="engine.availability.available">
+        <source>The on-device language model is ready.</source>
+        <translation>The on-device language model is ready.</translation>
+    </message>
+    <message id="engine.availability.deviceNotEligible">
+        <source>This computer cannot run the language model. Everything still works by hand.</source>
+        <translation>This computer cannot run the language model. Everything still works by hand.</translation>
+    </message>
+    <message id="engine.availability.appleIntelligenceNotEnabled">
+        <source>The language model is switched off in the system settings. Everything still works by hand.</source>
+        <translation>The language model is switched off in the system settings. Everything still works by hand.</translation>
+    </message>
+    <message id="engine.availability.modelNotReady">
+        <source>The language model is not ready yet. Everything still works by hand.</source>
+        <translation>The language model is not ready yet. Everything still works by hand.</translation>
+    </message>
+    <message id="engine.availability.frameworkUnavailable">
+        <source>No on-device language model is available. Everything still works by hand.</source>
+        <translation>No on-device language model is available. Everything still works by hand.</translation>
+    </message>
+    <message id="banner.engineUnavailable.dismiss">
+        <source>Dismiss</source>
+        <translation>Dismiss</translation>
+    </message>
+    <message id="planDay.plan">
+        <source>Plan my day</source>
+        <translation>Plan my day</translation>
+    </message>
+    <message id="planDay.planManual">
+        <source>Fit into my time</source>
+        <translation>Fit into my time</translation>
+    </message>
+    <message id="planDay.subtitle">
+        <source>The language model orders your ready tasks, then they are fitted into the time you have.</source>
+        <translation>The language model orders your ready tasks, then they are fitted into the time you have.</translation>
+    </message>
+    <message id="planDay.subtitle.manual">
+        <source>Your ready tasks, in the order of the Ready list, are fitted into the time you have.</source>
+        <translation>Your ready tasks, in the order of the Ready list, are fitted into the time you have.</translation>
+    </message>
+    <message id="planDay.order.ai">
+        <source>Order by the language model</source>
+        <translation>Order by the language model</translation>
+    </message>
+    <message id="planDay.order.custom">
+        <source>Your order</source>
+        <translation>Your order</translation>
+    </message>
+    <message id="planDay.budget.unit.minutes">
+        <source>minutes</source>
+        <translation>minutes</translation>
+    </message>
+    <message id="planDay.budget.unit.hours">
+        <source>hours</source>
+        <translation>hours</translation>
+    </message>
+    <message id="planDay.summary">
+        <source>%1 of %2 planned</source>
+        <translation>%1 of %2 planned</translation>
+    </message>
+    <message id="planDay.summary.overflow %lld">
+        <source>%1 more do not fit.</source>
+        <translation>%1 more do not fit.</translation>
+    </message>
 </context>
 </TS>

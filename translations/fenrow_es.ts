@@ -499,5 +499,273 @@
         <source>Every flow in the backup is already here. Nothing was added.</source>
         <translation>Todos los flujos de la copia ya están aquí. No se añadió nada.</translation>
     </message>
+    <message id="inspector.flow">
+        <source>Flow</source>
+        <translation>Flujo</translation>
+    </message>
+    <message id="inspector.status.label">
+        <source>Status</source>
+        <translation>Estado</translation>
+    </message>
+    <message id="inspector.status.pending">
+        <source>Not started</source>
+        <translation>Sin empezar</translation>
+    </message>
+    <message id="inspector.status.inProgress">
+        <source>In progress</source>
+        <translation>En curso</translation>
+    </message>
+    <message id="inspector.status.paused">
+        <source>Paused</source>
+        <translation>En pausa</translation>
+    </message>
+    <message id="inspector.status.done">
+        <source>Done</source>
+        <translation>Hecha</translation>
+    </message>
+    <message id="inspector.priority.label">
+        <source>Priority</source>
+        <translation>Prioridad</translation>
+    </message>
+    <message id="inspector.priority.none">
+        <source>None</source>
+        <translation>Ninguna</translation>
+    </message>
+    <message id="inspector.priority.low">
+        <source>Low</source>
+        <translation>Baja</translation>
+    </message>
+    <message id="inspector.priority.medium">
+        <source>Medium</source>
+        <translation>Media</translation>
+    </message>
+    <message id="inspector.priority.high">
+        <source>High</source>
+        <translation>Alta</translation>
+    </message>
+    <message id="inspector.color.label">
+        <source>Colour</source>
+        <translation>Color</translation>
+    </message>
+    <message id="inspector.estimate.label">
+        <source>Estimate</source>
+        <translation>Estimación</translation>
+    </message>
+    <message id="inspector.estimate.placeholder">
+        <source>None</source>
+        <translation>Ninguna</translation>
+    </message>
+    <message id="inspector.estimate.unit">
+        <source>min</source>
+        <translation>min</translation>
+    </message>
+    <message id="inspector.startDate.label">
+        <source>Start</source>
+        <translation>Inicio</translation>
+    </message>
+    <message id="inspector.dueDate.label">
+        <source>Due</source>
+        <translation>Vence</translation>
+    </message>
+    <message id="inspector.date.add">
+        <source>Add date</source>
+        <translation>Añadir fecha</translation>
+    </message>
+    <message id="inspector.date.pick">
+        <source>Choose a date</source>
+        <translation>Elegir fecha</translation>
+    </message>
+    <message id="inspector.date.clear">
+        <source>Remove date</source>
+        <translation>Quitar fecha</translation>
+    </message>
+    <message id="inspector.deferred.note %@">
+        <source>Not ready before %1.</source>
+        <translation>No está lista antes del %1.</translation>
+    </message>
+    <message id="inspector.recurrence.label">
+        <source>Repeat</source>
+        <translation>Repetir</translation>
+    </message>
+    <message id="inspector.recurrence.never">
+        <source>Never</source>
+        <translation>Nunca</translation>
+    </message>
+    <message id="inspector.recurrence.daily">
+        <source>Every day</source>
+        <translation>Cada día</translation>
+    </message>
+    <message id="inspector.recurrence.weekdays">
+        <source>Every weekday</source>
+        <translation>Días laborables</translation>
+    </message>
+    <message id="inspector.recurrence.weekly">
+        <source>Every week</source>
+        <translation>Cada semana</translation>
+    </message>
+    <message id="inspector.recurrence.monthly">
+        <source>Every month</source>
+        <translation>Cada mes</translation>
+    </message>
+    <message id="inspector.recurrence.afterDone">
+        <source>Some days after done</source>
+        <translation>Unos días después de hecha</translation>
+    </message>
+    <message id="inspector.recurrence.interval.label">
+        <source>Every</source>
+        <translation>Cada</translation>
+    </message>
+    <message id="inspector.recurrence.interval.unit">
+        <source>days</source>
+        <translation>días</translation>
+    </message>
+    <message id="inspector.notes.label">
+        <source>Notes</source>
+        <translation>Notas</translation>
+    </message>
+    <message id="inspector.notes.placeholder">
+        <source>Add notes</source>
+        <translation>Añadir notas</translation>
+    </message>
+    <message id="inspector.notes.resize">
+        <source>Notes height</source>
+        <translation>Altura de las notas</translation>
+    </message>
+    <message id="inspector.checklist.label">
+        <source>Checklist</source>
+        <translation>Lista de pasos</translation>
+    </message>
+    <message id="inspector.checklist.count %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 de %2 hechos</translation>
+    </message>
+    <message id="inspector.checklist.add.placeholder">
+        <source>Add a step</source>
+        <translation>Añadir un paso</translation>
+    </message>
+    <message id="inspector.checklist.toggle">
+        <source>Tick step</source>
+        <translation>Marcar paso</translation>
+    </message>
+    <message id="inspector.checklist.open">
+        <source>Open step</source>
+        <translation>Paso pendiente</translation>
+    </message>
+    <message id="inspector.checklist.done">
+        <source>Done step</source>
+        <translation>Paso hecho</translation>
+    </message>
+    <message id="inspector.checklist.delete">
+        <source>Delete step</source>
+        <translation>Eliminar paso</translation>
+    </message>
+    <message id="inspector.blockedBy.label">
+        <source>Waits for</source>
+        <translation>Espera a</translation>
+    </message>
+    <message id="inspector.blockedBy.empty">
+        <source>Nothing: free to start</source>
+        <translation>Nada: se puede empezar</translation>
+    </message>
+    <message id="inspector.blocks.label">
+        <source>Holds up</source>
+        <translation>Retiene a</translation>
+    </message>
+    <message id="inspector.blocks.empty">
+        <source>No other task</source>
+        <translation>Ninguna otra tarea</translation>
+    </message>
+    <message id="inspector.empty.title">
+        <source>No task selected</source>
+        <translation>Ninguna tarea seleccionada</translation>
+    </message>
+    <message id="inspector.empty.message">
+        <source>Select one task on the canvas to see and edit its details.</source>
+        <translation>Selecciona una tarea en el lienzo para ver y editar sus detalles.</translation>
+    </message>
+    <message id="inspector.file.label">
+        <source>File</source>
+        <translation>Archivo</translation>
+    </message>
+    <message id="inspector.calendar.today">
+        <source>Today</source>
+        <translation>Hoy</translation>
+    </message>
+    <message id="inspector.calendar.tomorrow">
+        <source>Tomorrow</source>
+        <translation>Mañana</translation>
+    </message>
+    <message id="inspector.calendar.nextWeek">
+        <source>Next week</source>
+        <translation>La próxima semana</translation>
+    </message>
+    <message id="canvas.node.new">
+        <source>New task</source>
+        <translation>Nueva tarea</translation>
+    </message>
+    <message id="engine.availability.available">
+        <source>The on-device language model is ready.</source>
+        <translation>El modelo de lenguaje del dispositivo está listo.</translation>
+    </message>
+    <message id="engine.availability.deviceNotEligible">
+        <source>This computer cannot run the language model. Everything still works by hand.</source>
+        <translation>Este ordenador no puede ejecutar el modelo de lenguaje. Todo sigue funcionando a mano.</translation>
+    </message>
+    <message id="engine.availability.appleIntelligenceNotEnabled">
+        <source>The language model is switched off in the system settings. Everything still works by hand.</source>
+        <translation>El modelo de lenguaje está desactivado en los ajustes del sistema. Todo sigue funcionando a mano.</translation>
+    </message>
+    <message id="engine.availability.modelNotReady">
+        <source>The language model is not ready yet. Everything still works by hand.</source>
+        <translation>El modelo de lenguaje aún no está listo. Todo sigue funcionando a mano.</translation>
+    </message>
+    <message id="engine.availability.frameworkUnavailable">
+        <source>No on-device language model is available. Everything still works by hand.</source>
+        <translation>No hay ningún modelo de lenguaje disponible en el dispositivo. Todo sigue funcionando a mano.</translation>
+    </message>
+    <message id="banner.engineUnavailable.dismiss">
+        <source>Dismiss</source>
+        <translation>Descartar</translation>
+    </message>
+    <message id="planDay.plan">
+        <source>Plan my day</source>
+        <translation>Planificar mi día</translation>
+    </message>
+    <message id="planDay.planManual">
+        <source>Fit into my time</source>
+        <translation>Ajustar a mi tiempo</translation>
+    </message>
+    <message id="planDay.subtitle">
+        <source>The language model orders your ready tasks, then they are fitted into the time you have.</source>
+        <translation>El modelo de lenguaje ordena tus tareas disponibles y luego se ajustan al tiempo que tienes.</translation>
+    </message>
+    <message id="planDay.subtitle.manual">
+        <source>Your ready tasks, in the order of the Ready list, are fitted into the time you have.</source>
+        <translation>Tus tareas disponibles, en el orden de la lista Disponibles, se ajustan al tiempo que tienes.</translation>
+    </message>
+    <message id="planDay.order.ai">
+        <source>Order by the language model</source>
+        <translation>Orden del modelo de lenguaje</translation>
+    </message>
+    <message id="planDay.order.custom">
+        <source>Your order</source>
+        <translation>Tu orden</translation>
+    </message>
+    <message id="planDay.budget.unit.minutes">
+        <source>minutes</source>
+        <translation>minutos</translation>
+    </message>
+    <message id="planDay.budget.unit.hours">
+        <source>hours</source>
+        <translation>horas</translation>
+    </message>
+    <message id="planDay.summary">
+        <source>%1 of %2 planned</source>
+        <translation>%1 de %2 planificados</translation>
+    </message>
+    <message id="planDay.summary.overflow %lld">
+        <source>%1 more do not fit.</source>
+        <translation>%1 más no caben.</translation>
+    </message>
 </context>
 </TS>

@@ -499,5 +499,273 @@
         <source>Every flow in the backup is already here. Nothing was added.</source>
         <translation>Tous les flux de la sauvegarde sont déjà là. Rien n’a été ajouté.</translation>
     </message>
+    <message id="inspector.flow">
+        <source>Flow</source>
+        <translation>Flux</translation>
+    </message>
+    <message id="inspector.status.label">
+        <source>Status</source>
+        <translation>Statut</translation>
+    </message>
+    <message id="inspector.status.pending">
+        <source>Not started</source>
+        <translation>Pas commencée</translation>
+    </message>
+    <message id="inspector.status.inProgress">
+        <source>In progress</source>
+        <translation>En cours</translation>
+    </message>
+    <message id="inspector.status.paused">
+        <source>Paused</source>
+        <translation>En pause</translation>
+    </message>
+    <message id="inspector.status.done">
+        <source>Done</source>
+        <translation>Terminée</translation>
+    </message>
+    <message id="inspector.priority.label">
+        <source>Priority</source>
+        <translation>Priorité</translation>
+    </message>
+    <message id="inspector.priority.none">
+        <source>None</source>
+        <translation>Aucune</translation>
+    </message>
+    <message id="inspector.priority.low">
+        <source>Low</source>
+        <translation>Basse</translation>
+    </message>
+    <message id="inspector.priority.medium">
+        <source>Medium</source>
+        <translation>Moyenne</translation>
+    </message>
+    <message id="inspector.priority.high">
+        <source>High</source>
+        <translation>Haute</translation>
+    </message>
+    <message id="inspector.color.label">
+        <source>Colour</source>
+        <translation>Couleur</translation>
+    </message>
+    <message id="inspector.estimate.label">
+        <source>Estimate</source>
+        <translation>Estimation</translation>
+    </message>
+    <message id="inspector.estimate.placeholder">
+        <source>None</source>
+        <translation>Aucune</translation>
+    </message>
+    <message id="inspector.estimate.unit">
+        <source>min</source>
+        <translation>min</translation>
+    </message>
+    <message id="inspector.startDate.label">
+        <source>Start</source>
+        <translation>Début</translation>
+    </message>
+    <message id="inspector.dueDate.label">
+        <source>Due</source>
+        <translation>Échéance</translation>
+    </message>
+    <message id="inspector.date.add">
+        <source>Add date</source>
+        <translation>Ajouter une date</translation>
+    </message>
+    <message id="inspector.date.pick">
+        <source>Choose a date</source>
+        <translation>Choisir une date</translation>
+    </message>
+    <message id="inspector.date.clear">
+        <source>Remove date</source>
+        <translation>Retirer la date</translation>
+    </message>
+    <message id="inspector.deferred.note %@">
+        <source>Not ready before %1.</source>
+        <translation>Pas prête avant le %1.</translation>
+    </message>
+    <message id="inspector.recurrence.label">
+        <source>Repeat</source>
+        <translation>Répéter</translation>
+    </message>
+    <message id="inspector.recurrence.never">
+        <source>Never</source>
+        <translation>Jamais</translation>
+    </message>
+    <message id="inspector.recurrence.daily">
+        <source>Every day</source>
+        <translation>Chaque jour</translation>
+    </message>
+    <message id="inspector.recurrence.weekdays">
+        <source>Every weekday</source>
+        <translation>Jours de semaine</translation>
+    </message>
+    <message id="inspector.recurrence.weekly">
+        <source>Every week</source>
+        <translation>Chaque semaine</translation>
+    </message>
+    <message id="inspector.recurrence.monthly">
+        <source>Every month</source>
+        <translation>Chaque mois</translation>
+    </message>
+    <message id="inspector.recurrence.afterDone">
+        <source>Some days after done</source>
+        <translation>Quelques jours après</translation>
+    </message>
+    <message id="inspector.recurrence.interval.label">
+        <source>Every</source>
+        <translation>Tous les</translation>
+    </message>
+    <message id="inspector.recurrence.interval.unit">
+        <source>days</source>
+        <translation>jours</translation>
+    </message>
+    <message id="inspector.notes.label">
+        <source>Notes</source>
+        <translation>Notes</translation>
+    </message>
+    <message id="inspector.notes.placeholder">
+        <source>Add notes</source>
+        <translation>Ajouter des notes</translation>
+    </message>
+    <message id="inspector.notes.resize">
+        <source>Notes height</source>
+        <translation>Hauteur des notes</translation>
+    </message>
+    <message id="inspector.checklist.label">
+        <source>Checklist</source>
+        <translation>Liste d'étapes</translation>
+    </message>
+    <message id="inspector.checklist.count %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 sur %2 faites</translation>
+    </message>
+    <message id="inspector.checklist.add.placeholder">
+        <source>Add a step</source>
+        <translation>Ajouter une étape</translation>
+    </message>
+    <message id="inspector.checklist.toggle">
+        <source>Tick step</source>
+        <translation>Cocher l'étape</translation>
+    </message>
+    <message id="inspector.checklist.open">
+        <source>Open step</source>
+        <translation>Étape ouverte</translation>
+    </message>
+    <message id="inspector.checklist.done">
+        <source>Done step</source>
+        <translation>Étape faite</translation>
+    </message>
+    <message id="inspector.checklist.delete">
+        <source>Delete step</source>
+        <translation>Supprimer l'étape</translation>
+    </message>
+    <message id="inspector.blockedBy.label">
+        <source>Waits for</source>
+        <translation>Attend</translation>
+    </message>
+    <message id="inspector.blockedBy.empty">
+        <source>Nothing: free to start</source>
+        <translation>Rien : peut commencer</translation>
+    </message>
+    <message id="inspector.blocks.label">
+        <source>Holds up</source>
+        <translation>Retient</translation>
+    </message>
+    <message id="inspector.blocks.empty">
+        <source>No other task</source>
+        <translation>Aucune autre tâche</translation>
+    </message>
+    <message id="inspector.empty.title">
+        <source>No task selected</source>
+        <translation>Aucune tâche sélectionnée</translation>
+    </message>
+    <message id="inspector.empty.message">
+        <source>Select one task on the canvas to see and edit its details.</source>
+        <translation>Sélectionnez une tâche sur le canevas pour voir et modifier ses détails.</translation>
+    </message>
+    <message id="inspector.file.label">
+        <source>File</source>
+        <translation>Fichier</translation>
+    </message>
+    <message id="inspector.calendar.today">
+        <source>Today</source>
+        <translation>Aujourd'hui</translation>
+    </message>
+    <message id="inspector.calendar.tomorrow">
+        <source>Tomorrow</source>
+        <translation>Demain</translation>
+    </message>
+    <message id="inspector.calendar.nextWeek">
+        <source>Next week</source>
+        <translation>La semaine prochaine</translation>
+    </message>
+    <message id="canvas.node.new">
+        <source>New task</source>
+        <translation>Nouvelle tâche</translation>
+    </message>
+    <message id="engine.availability.available">
+        <source>The on-device language model is ready.</source>
+        <translation>Le modèle de langage de l’appareil est prêt.</translation>
+    </message>
+    <message id="engine.availability.deviceNotEligible">
+        <source>This computer cannot run the language model. Everything still works by hand.</source>
+        <translation>Cet ordinateur ne peut pas exécuter le modèle de langage. Tout reste possible à la main.</translation>
+    </message>
+    <message id="engine.availability.appleIntelligenceNotEnabled">
+        <source>The language model is switched off in the system settings. Everything still works by hand.</source>
+        <translation>Le modèle de langage est désactivé dans les réglages du système. Tout reste possible à la main.</translation>
+    </message>
+    <message id="engine.availability.modelNotReady">
+        <source>The language model is not ready yet. Everything still works by hand.</source>
+        <translation>Le modèle de langage n’est pas encore prêt. Tout reste possible à la main.</translation>
+    </message>
+    <message id="engine.availability.frameworkUnavailable">
+        <source>No on-device language model is available. Everything still works by hand.</source>
+        <translation>Aucun modèle de langage n’est disponible sur l’appareil. Tout reste possible à la main.</translation>
+    </message>
+    <message id="banner.engineUnavailable.dismiss">
+        <source>Dismiss</source>
+        <translation>Masquer</translation>
+    </message>
+    <message id="planDay.plan">
+        <source>Plan my day</source>
+        <translation>Planifier ma journée</translation>
+    </message>
+    <message id="planDay.planManual">
+        <source>Fit into my time</source>
+        <translation>Ajuster à mon temps</translation>
+    </message>
+    <message id="planDay.subtitle">
+        <source>The language model orders your ready tasks, then they are fitted into the time you have.</source>
+        <translation>Le modèle de langage ordonne tes tâches prêtes, puis elles sont ajustées au temps dont tu disposes.</translation>
+    </message>
+    <message id="planDay.subtitle.manual">
+        <source>Your ready tasks, in the order of the Ready list, are fitted into the time you have.</source>
+        <translation>Tes tâches prêtes, dans l’ordre de la liste Prêtes, sont ajustées au temps dont tu disposes.</translation>
+    </message>
+    <message id="planDay.order.ai">
+        <source>Order by the language model</source>
+        <translation>Ordre du modèle de langage</translation>
+    </message>
+    <message id="planDay.order.custom">
+        <source>Your order</source>
+        <translation>Ton ordre</translation>
+    </message>
+    <message id="planDay.budget.unit.minutes">
+        <source>minutes</source>
+        <translation>minutes</translation>
+    </message>
+    <message id="planDay.budget.unit.hours">
+        <source>hours</source>
+        <translation>heures</translation>
+    </message>
+    <message id="planDay.summary">
+        <source>%1 of %2 planned</source>
+        <translation>%1 sur %2 planifiées</translation>
+    </message>
+    <message id="planDay.summary.overflow %lld">
+        <source>%1 more do not fit.</source>
+        <translation>%1 de plus ne tiennent pas.</translation>
+    </message>
 </context>
 </TS>

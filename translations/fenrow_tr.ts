@@ -499,5 +499,273 @@
         <source>Every flow in the backup is already here. Nothing was added.</source>
         <translation>Yedekteki her akış zaten burada. Hiçbir şey eklenmedi.</translation>
     </message>
+    <message id="inspector.flow">
+        <source>Flow</source>
+        <translation>Akış</translation>
+    </message>
+    <message id="inspector.status.label">
+        <source>Status</source>
+        <translation>Durum</translation>
+    </message>
+    <message id="inspector.status.pending">
+        <source>Not started</source>
+        <translation>Başlanmadı</translation>
+    </message>
+    <message id="inspector.status.inProgress">
+        <source>In progress</source>
+        <translation>Sürüyor</translation>
+    </message>
+    <message id="inspector.status.paused">
+        <source>Paused</source>
+        <translation>Duraklatıldı</translation>
+    </message>
+    <message id="inspector.status.done">
+        <source>Done</source>
+        <translation>Bitti</translation>
+    </message>
+    <message id="inspector.priority.label">
+        <source>Priority</source>
+        <translation>Öncelik</translation>
+    </message>
+    <message id="inspector.priority.none">
+        <source>None</source>
+        <translation>Yok</translation>
+    </message>
+    <message id="inspector.priority.low">
+        <source>Low</source>
+        <translation>Düşük</translation>
+    </message>
+    <message id="inspector.priority.medium">
+        <source>Medium</source>
+        <translation>Orta</translation>
+    </message>
+    <message id="inspector.priority.high">
+        <source>High</source>
+        <translation>Yüksek</translation>
+    </message>
+    <message id="inspector.color.label">
+        <source>Colour</source>
+        <translation>Renk</translation>
+    </message>
+    <message id="inspector.estimate.label">
+        <source>Estimate</source>
+        <translation>Tahmin</translation>
+    </message>
+    <message id="inspector.estimate.placeholder">
+        <source>None</source>
+        <translation>Yok</translation>
+    </message>
+    <message id="inspector.estimate.unit">
+        <source>min</source>
+        <translation>dk</translation>
+    </message>
+    <message id="inspector.startDate.label">
+        <source>Start</source>
+        <translation>Başlangıç</translation>
+    </message>
+    <message id="inspector.dueDate.label">
+        <source>Due</source>
+        <translation>Bitiş</translation>
+    </message>
+    <message id="inspector.date.add">
+        <source>Add date</source>
+        <translation>Tarih ekle</translation>
+    </message>
+    <message id="inspector.date.pick">
+        <source>Choose a date</source>
+        <translation>Tarih seç</translation>
+    </message>
+    <message id="inspector.date.clear">
+        <source>Remove date</source>
+        <translation>Tarihi kaldır</translation>
+    </message>
+    <message id="inspector.deferred.note %@">
+        <source>Not ready before %1.</source>
+        <translation>%1 tarihinden önce hazır değil.</translation>
+    </message>
+    <message id="inspector.recurrence.label">
+        <source>Repeat</source>
+        <translation>Tekrar</translation>
+    </message>
+    <message id="inspector.recurrence.never">
+        <source>Never</source>
+        <translation>Hiçbir zaman</translation>
+    </message>
+    <message id="inspector.recurrence.daily">
+        <source>Every day</source>
+        <translation>Her gün</translation>
+    </message>
+    <message id="inspector.recurrence.weekdays">
+        <source>Every weekday</source>
+        <translation>Hafta içi her gün</translation>
+    </message>
+    <message id="inspector.recurrence.weekly">
+        <source>Every week</source>
+        <translation>Her hafta</translation>
+    </message>
+    <message id="inspector.recurrence.monthly">
+        <source>Every month</source>
+        <translation>Her ay</translation>
+    </message>
+    <message id="inspector.recurrence.afterDone">
+        <source>Some days after done</source>
+        <translation>Bittikten birkaç gün sonra</translation>
+    </message>
+    <message id="inspector.recurrence.interval.label">
+        <source>Every</source>
+        <translation>Her</translation>
+    </message>
+    <message id="inspector.recurrence.interval.unit">
+        <source>days</source>
+        <translation>gün</translation>
+    </message>
+    <message id="inspector.notes.label">
+        <source>Notes</source>
+        <translation>Notlar</translation>
+    </message>
+    <message id="inspector.notes.placeholder">
+        <source>Add notes</source>
+        <translation>Not ekle</translation>
+    </message>
+    <message id="inspector.notes.resize">
+        <source>Notes height</source>
+        <translation>Not yüksekliği</translation>
+    </message>
+    <message id="inspector.checklist.label">
+        <source>Checklist</source>
+        <translation>Yapılacaklar</translation>
+    </message>
+    <message id="inspector.checklist.count %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%2 adımdan %1 tanesi bitti</translation>
+    </message>
+    <message id="inspector.checklist.add.placeholder">
+        <source>Add a step</source>
+        <translation>Adım ekle</translation>
+    </message>
+    <message id="inspector.checklist.toggle">
+        <source>Tick step</source>
+        <translation>Adımı işaretle</translation>
+    </message>
+    <message id="inspector.checklist.open">
+        <source>Open step</source>
+        <translation>Açık adım</translation>
+    </message>
+    <message id="inspector.checklist.done">
+        <source>Done step</source>
+        <translation>Biten adım</translation>
+    </message>
+    <message id="inspector.checklist.delete">
+        <source>Delete step</source>
+        <translation>Adımı sil</translation>
+    </message>
+    <message id="inspector.blockedBy.label">
+        <source>Waits for</source>
+        <translation>Bekledikleri</translation>
+    </message>
+    <message id="inspector.blockedBy.empty">
+        <source>Nothing: free to start</source>
+        <translation>Hiçbir şey: başlanabilir</translation>
+    </message>
+    <message id="inspector.blocks.label">
+        <source>Holds up</source>
+        <translation>Bunu bekleyenler</translation>
+    </message>
+    <message id="inspector.blocks.empty">
+        <source>No other task</source>
+        <translation>Başka görev yok</translation>
+    </message>
+    <message id="inspector.empty.title">
+        <source>No task selected</source>
+        <translation>Görev seçilmedi</translation>
+    </message>
+    <message id="inspector.empty.message">
+        <source>Select one task on the canvas to see and edit its details.</source>
+        <translation>Ayrıntılarını görmek ve düzenlemek için tuvalde bir görev seçin.</translation>
+    </message>
+    <message id="inspector.file.label">
+        <source>File</source>
+        <translation>Dosya</translation>
+    </message>
+    <message id="inspector.calendar.today">
+        <source>Today</source>
+        <translation>Bugün</translation>
+    </message>
+    <message id="inspector.calendar.tomorrow">
+        <source>Tomorrow</source>
+        <translation>Yarın</translation>
+    </message>
+    <message id="inspector.calendar.nextWeek">
+        <source>Next week</source>
+        <translation>Gelecek hafta</translation>
+    </message>
+    <message id="canvas.node.new">
+        <source>New task</source>
+        <translation>Yeni görev</translation>
+    </message>
+    <message id="engine.availability.available">
+        <source>The on-device language model is ready.</source>
+        <translation>Cihaz üzerindeki dil modeli hazır.</translation>
+    </message>
+    <message id="engine.availability.deviceNotEligible">
+        <source>This computer cannot run the language model. Everything still works by hand.</source>
+        <translation>Bu bilgisayar dil modelini çalıştıramıyor. Her şey yine elle yapılabilir.</translation>
+    </message>
+    <message id="engine.availability.appleIntelligenceNotEnabled">
+        <source>The language model is switched off in the system settings. Everything still works by hand.</source>
+        <translation>Dil modeli sistem ayarlarında kapalı. Her şey yine elle yapılabilir.</translation>
+    </message>
+    <message id="engine.availability.modelNotReady">
+        <source>The language model is not ready yet. Everything still works by hand.</source>
+        <translation>Dil modeli henüz hazır değil. Her şey yine elle yapılabilir.</translation>
+    </message>
+    <message id="engine.availability.frameworkUnavailable">
+        <source>No on-device language model is available. Everything still works by hand.</source>
+        <translation>Cihaz üzerinde kullanılabilir bir dil modeli yok. Her şey yine elle yapılabilir.</translation>
+    </message>
+    <message id="banner.engineUnavailable.dismiss">
+        <source>Dismiss</source>
+        <translation>Kapat</translation>
+    </message>
+    <message id="planDay.plan">
+        <source>Plan my day</source>
+        <translation>Günümü planla</translation>
+    </message>
+    <message id="planDay.planManual">
+        <source>Fit into my time</source>
+        <translation>Zamanıma sığdır</translation>
+    </message>
+    <message id="planDay.subtitle">
+        <source>The language model orders your ready tasks, then they are fitted into the time you have.</source>
+        <translation>Dil modeli hazır görevlerini sıralar, sonra bunlar ayırdığın zamana yerleştirilir.</translation>
+    </message>
+    <message id="planDay.subtitle.manual">
+        <source>Your ready tasks, in the order of the Ready list, are fitted into the time you have.</source>
+        <translation>Hazır görevlerin, Hazır listesindeki sırayla, ayırdığın zamana yerleştirilir.</translation>
+    </message>
+    <message id="planDay.order.ai">
+        <source>Order by the language model</source>
+        <translation>Dil modelinin sırası</translation>
+    </message>
+    <message id="planDay.order.custom">
+        <source>Your order</source>
+        <translation>Senin sıran</translation>
+    </message>
+    <message id="planDay.budget.unit.minutes">
+        <source>minutes</source>
+        <translation>dakika</translation>
+    </message>
+    <message id="planDay.budget.unit.hours">
+        <source>hours</source>
+        <translation>saat</translation>
+    </message>
+    <message id="planDay.summary">
+        <source>%1 of %2 planned</source>
+        <translation>%2 içinden %1 planlandı</translation>
+    </message>
+    <message id="planDay.summary.overflow %lld">
+        <source>%1 more do not fit.</source>
+        <translation>%1 görev daha sığmıyor.</translation>
+    </message>
 </context>
 </TS>
