@@ -1,0 +1,81 @@
+#pragma once
+
+#include "capture/EngineAvailability.h"
+#include "capture/GraphInferenceEngine.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace fenrow {
+
+enum class EngineSelection { scripted, foundationModels, unavailable };
+
+// Makers of the engines the environment can switch to; each call gives a
+// new engine. Safe to call from any thread.
+struct EngineFactories {
+    using Factory = std::function<std::shared_ptr<const GraphInferenceEngine>()>;
+
+    Factory scripted;
+    Factory foundationModels;
+    Factory unavailable;
+
+    Factory forSelection(EngineSelection selection) const;
+
+    // The program's own engines. No on-device model is built in yet, so the
+    // on-device maker gives the unavailable engine; it is never chosen while
+    // the live availability says unavailable.
+    static EngineFactories standard();
+};
+
+// Which inference engine the program uses, and whether a model could answer.
+// One per process, on the UI thread. Chosen at start from the launch
+// arguments ("--ui-test" takes the scripted engine, with
+// "--ui-test-engine-unavailable" the unavailable one) and the live
+// availability; afterwards only `refreshAvailability` changes it.
+class AppEnvironment : public QObject {
+    Q_OBJECT
+
+public:
+    using AvailabilityReader = std::function<EngineAvailability()>;
+
+    static inline const QString uiTestArgument = QStringLiteral("--ui-test");
+    static inline const QString engineUnavailableArgument = QStringLiteral("--ui-test-engine-unavailable");
+
+    AppEnvironment(const QStringList &launchArguments, EngineFactories factories = EngineFactories::standard(),
+                   AvailabilityReader liveAvailability = platformAvailability, QObject *parent = nullptr);
+
+    EngineSelection engineSelection() const { return m_engineSelection; }
+    // Read it when an operation starts; a running operation keeps its engine.
+    std::shared_ptr<const GraphInferenceEngine> engine() const { return m_engine; }
+    EngineAvailability availability() const { return m_availability; }
+    bool hasEngine() const { return m_engineSelection != EngineSelection::unavailable; }
+    const QStringList &launchArguments() const { return m_launchArguments; }
+    const EngineFactories &factories() const { return m_factories; }
+    const AvailabilityReader &liveAvailability() const { return m_liveAvailability; }
+
+    // Reads the live availability again (the program calls it each time it
+    // becomes active) and switches engine when a model came or went.
+    // Scripted runs never switch.
+    void refreshAvailability();
+
+    // What this computer offers. Until an on-device model is built in, the
+    // answer is always unavailable with `frameworkUnavailable`.
+    static EngineAvailability platformAvailability();
+
+signals:
+    void availabilityChanged();
+    void engineChanged();
+
+private:
+    QStringList m_launchArguments;
+    EngineFactories m_factories;
+    AvailabilityReader m_liveAvailability;
+    EngineSelection m_engineSelection = EngineSelection::unavailable;
+    std::shared_ptr<const GraphInferenceEngine> m_engine;
+    EngineAvailability m_availability;
+};
+
+} // namespace fenrow
