@@ -38,6 +38,8 @@ protected:
         monitor.onPan = [this](double dx, double dy) { editor.pan(dx, dy); };
         monitor.onZoom = [this](double factor, QPointF point) { editor.zoom(factor, point); };
         monitor.onSpaceHeldChange = [this](bool held) { editor.setSpaceHeld(held); };
+        monitor.onDeleteSelection = [this] { return editor.deleteSelection(); };
+        monitor.onKeyCommand = [this](CanvasKeyCommand command) { return editor.handleKeyCommand(command); };
         monitor.isEditing = [this] { return editor.isEditing(); };
     }
 
