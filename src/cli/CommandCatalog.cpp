@@ -2,9 +2,12 @@
 
 #include "ArchiveCommands.h"
 #include "AttachCommand.h"
+#include "BackupCommands.h"
+#include "ExchangeCommands.h"
 #include "FindCommand.h"
 #include "FlowCommands.h"
 #include "HelpCommand.h"
+#include "ParseDateCommand.h"
 #include "ReadyCommand.h"
 #include "TaskCommands.h"
 #include "TemplateCommands.h"
@@ -16,11 +19,14 @@ void registerAll(CommandRegistry &registry)
     // Help lists the commands in this order.
     ReadyCommand::registerIn(registry);
     TaskCommands::registerIn(registry);
+    ParseDateCommand::registerIn(registry);
     FindCommand::registerIn(registry);
     FlowCommands::registerIn(registry);
     TemplateCommands::registerIn(registry);
     AttachCommand::registerIn(registry);
     ArchiveCommands::registerIn(registry);
+    ExchangeCommands::registerIn(registry);
+    BackupCommands::registerIn(registry);
     HelpCommand::registerIn(registry);
 }
 

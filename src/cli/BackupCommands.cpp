@@ -1,0 +1,165 @@
+#include "BackupCommands.h"
+
+#include "CommandContext.h"
+#include "CommandRegistry.h"
+#include "CommandSupport.h"
+#include "DocumentFile.h"
+#include "ExitStatus.h"
+#include "PlainText.h"
+
+#include "domain/Clock.h"
+#include "domain/FenrowStore.h"
+#include "formats/FenrowBackup.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonObject>
+
+namespace fenrow::BackupCommands {
+
+namespace {
+
+const QString mergeOption = QStringLiteral("merge");
+const QString replaceOption = QStringLiteral("replace");
+
+QString counted(qsizetype count, const char *singular, const char *plural)
+{
+    return PlainText::counted(qint64(count), QString::fromLatin1(singular), QString::fromLatin1(plural));
+}
+
+// What a document holds, for messages: "3 flows, 1 template and 40 archive
+// records".
+QString contents(const FenrowBackup &backup)
+{
+    return QStringLiteral("%1, %2 and %3")
+        .arg(counted(backup.flows.size(), "flow", "flows"), counted(backup.templates.size(), "template", "templates"),
+             counted(backup.records.size(), "archive record", "archive records"));
+}
+
+int backUp(CommandContext &context)
+{
+    FenrowStore &store = context.store();
+    const QDateTime now = context.clock().now();
+    // A folder, or nothing (the current folder), takes the name of the day.
+    const QString given = context.argument(0);
+    const QString name = FenrowBackup::fileName(FenrowBackup::manualPrefix, now, store.calendar());
+    QString path = given;
+    if (given.isEmpty())
+        path = QDir::current().filePath(name);
+    else if (QFileInfo(given).isDir())
+        path = QDir(given).filePath(name);
+
+    const FenrowBackup backup = store.makeBackup(now);
+    const std::optional<QByteArray> bytes = backup.encoded();
+    if (!bytes) {
+        return context.fail(QStringLiteral("Backup failed: a size, position or date in the store cannot be written; "
+                                           "nothing was written"));
+    }
+    QString problem;
+    if (!DocumentFile::write(path, *bytes, &problem)) {
+        return context.fail(QStringLiteral("Backup failed: %1; check that the folder exists and that you may write "
+                                           "to it")
+                                .arg(problem));
+    }
+    const QString shown = DocumentFile::shown(path);
+    if (context.json()) {
+        context.printJson(QJsonObject{
+            {QStringLiteral("path"), shown},
+            {QStringLiteral("flows"), qint64(backup.flows.size())},
+            {QStringLiteral("templates"), qint64(backup.templates.size())},
+            {QStringLiteral("records"), qint64(backup.records.size())},
+            {QStringLiteral("bytes"), qint64(bytes->size())},
+        });
+    } else {
+        context.out() << "Backed up " << contents(backup) << " to " << PlainText::quoted(shown) << ".\n";
+    }
+    return exitSuccess;
+}
+
+int restore(CommandContext &context)
+{
+    const bool merging = context.hasOption(mergeOption);
+    if (merging == context.hasOption(replaceOption))
+        return context.usageError(QStringLiteral("say how to restore: --merge or --replace"));
+
+    const QString path = context.argument(0);
+    QString problem;
+    const std::optional<QByteArray> bytes = DocumentFile::read(path, &problem);
+    if (!bytes)
+        return context.fail(QStringLiteral("cannot restore: %1; nothing was changed").arg(problem));
+    const auto decoded = FenrowBackup::decoded(*bytes);
+    if (const BackupError *error = std::get_if<BackupError>(&decoded)) {
+        const QString reason = *error == BackupError::newerVersion
+            ? QStringLiteral("it was made by a newer version of Fenrow; update Fenrow to restore it")
+            : QStringLiteral("it is not a Fenrow backup, or it is damaged");
+        return context.fail(
+            QStringLiteral("cannot restore %1: %2; nothing was changed").arg(PlainText::quoted(path), reason));
+    }
+    const FenrowBackup &backup = std::get<FenrowBackup>(decoded);
+
+    if (!merging
+        && !CommandSupport::confirmed(
+            context,
+            QStringLiteral("Replace all flows, templates and archive records with the backup's %1?")
+                .arg(contents(backup)),
+            QStringLiteral("nothing was restored"))) {
+        return exitFailure;
+    }
+    FenrowStore &store = context.store();
+    const int added = store.restoreBackup(backup, merging ? RestoreMode::merge : RestoreMode::replace);
+    if (context.json()) {
+        context.printJson(QJsonObject{
+            {QStringLiteral("mode"), merging ? mergeOption : replaceOption},
+            {QStringLiteral("flowsAdded"), added},
+            {QStringLiteral("flows"), qint64(store.flows().size())},
+        });
+    } else if (merging && added == 0) {
+        context.out() << "Every flow in the backup is already here; nothing was added.\n";
+    } else {
+        context.out() << (merging ? "Merged " : "Restored ") << counted(added, "flow", "flows") << " from "
+                      << PlainText::quoted(path) << "; the store now has "
+                      << counted(store.flows().size(), "flow", "flows") << ".\n";
+    }
+    return exitSuccess;
+}
+
+} // namespace
+
+void registerIn(CommandRegistry &registry)
+{
+    registry.addOption({mergeOption, {}, {}, QStringLiteral("Add only the flows the store does not have")});
+    registry.addOption({replaceOption, {}, {}, QStringLiteral("Delete everything first, then restore")});
+    registry.addCommand({
+        .name = QStringLiteral("backup"),
+        .argumentsSyntax = QStringLiteral("[FILE|FOLDER]"),
+        .summary = QStringLiteral("Write everything to one backup file"),
+        .description = QStringLiteral(
+            "All flows with their tasks, connections and attached files, all templates\n"
+            "and the archive, in one JSON document. Without a FILE it goes into the\n"
+            "current folder (or the FOLDER given) as \"Fenrow Backup YYYY-MM-DD.fenrowbackup\";\n"
+            "a second backup on the same day replaces the first. The file is written\n"
+            "whole or not at all. With --json: path, flows, templates, records, bytes."),
+        .minArguments = 0,
+        .maxArguments = 1,
+        .run = backUp,
+    });
+    registry.addCommand({
+        .name = QStringLiteral("restore"),
+        .argumentsSyntax = QStringLiteral("FILE"),
+        .summary = QStringLiteral("Bring back a backup, merged into the store or replacing it"),
+        .description = QStringLiteral(
+            "Give --merge or --replace. The whole file is checked before anything\n"
+            "changes. --merge adds the flows the store does not have yet (with their\n"
+            "archive records) and the missing templates, after the existing flows; a flow\n"
+            "that is here already is left as it is. --replace deletes all flows, templates\n"
+            "and archive records first; it asks on the terminal, and without one does\n"
+            "nothing unless --yes is given. No undo history survives a restore.\n"
+            "With --json: mode, flowsAdded, flows."),
+        .options = {mergeOption, replaceOption, SharedOption::yes},
+        .minArguments = 1,
+        .maxArguments = 1,
+        .run = restore,
+    });
+}
+
+} // namespace fenrow::BackupCommands
