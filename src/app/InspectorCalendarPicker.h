@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QDate>
+#include <QWidget>
+
+class QCalendarWidget;
+
+namespace fenrow {
+
+// One month to pick a day from, with quick chips for today, tomorrow and
+// a week from today. It lives in a popup; a pick closes it.
+class InspectorCalendarPicker : public QWidget {
+    Q_OBJECT
+
+public:
+    InspectorCalendarPicker(QDate selection, QDate today, QWidget *parent = nullptr);
+
+    QCalendarWidget *calendar() const { return m_calendar; }
+
+signals:
+    void picked(QDate day);
+
+private:
+    QCalendarWidget *m_calendar = nullptr;
+};
+
+} // namespace fenrow
