@@ -13,9 +13,11 @@
 #include "TextTable.h"
 
 #include "canvas/NodeSizeResolver.h"
+#include "capture/CaptureDateParser.h"
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
 #include "domain/TextRules.h"
+#include "shell/InterfaceLanguage.h"
 
 #include <QJsonArray>
 #include <QUuid>
@@ -23,6 +25,8 @@
 namespace fenrow::TaskCommands {
 
 namespace {
+
+const QString dueOption = QStringLiteral("due");
 
 const QString taskArgumentHelp = QStringLiteral(
     "TASK is the task's id, or its title: the exact title or the start of one\n"
@@ -59,6 +63,30 @@ void printTask(CommandContext &context, const FlowNode &node)
 int addTask(CommandContext &context)
 {
     FenrowStore &store = context.store();
+
+    // The title may name its due date ("Pay rent by june 5th"), read as
+    // quick capture will read it. --due gives the date itself and keeps the
+    // title as typed; "--due none" keeps it without a date.
+    QString title = context.argument(0);
+    std::optional<QDateTime> dueDate;
+    std::optional<CaptureDateParser::Match> datePhrase;
+    if (context.hasOption(dueOption)) {
+        const QString due = context.optionValue(dueOption);
+        if (due.trimmed().compare(QLatin1StringView("none"), Qt::CaseInsensitive) != 0) {
+            dueDate = parseTaskDate(due, store.calendar());
+            if (!dueDate)
+                return context.usageError(QStringLiteral("--due takes a date such as 2026-06-10 (or none), not %1")
+                                              .arg(PlainText::quoted(due)));
+        }
+    } else {
+        datePhrase = CaptureDateParser::parse(title.trimmed(), InterfaceLanguage::current(), context.clock().now(),
+                                              store.calendar());
+        if (datePhrase) {
+            title = datePhrase->title;
+            dueDate = datePhrase->date;
+        }
+    }
+
     const TaskFlow *flow = nullptr;
     bool flowIsNew = false;
     if (context.hasOption(SharedOption::flow)) {
@@ -82,7 +110,9 @@ int addTask(CommandContext &context)
     }
 
     // Near the origin, where a flow's first cards stand, clear of the others.
-    const FlowNode *node = store.addNodeAt(*flow, context.argument(0), QPointF(0, 0), NodeSizeResolver());
+    const FlowNode *node = store.addNodeAt(*flow, title, QPointF(0, 0), NodeSizeResolver());
+    if (dueDate)
+        store.setDueDate(*dueDate, *node);
     if (context.json()) {
         context.printJson(JsonOutput::task(*node, context.clock().now(), store.calendar()));
         return exitSuccess;
@@ -90,6 +120,9 @@ int addTask(CommandContext &context)
     context.out() << "Added a task to " << (flowIsNew ? "the new flow " : "flow ") << PlainText::quoted(flow->name)
                   << ":\n";
     printTask(context, *node);
+    if (datePhrase)
+        context.out() << "The due date comes from " << PlainText::quoted(PlainText::singleLine(datePhrase->phrase))
+                      << "; --due none keeps the title as typed.\n";
     return exitSuccess;
 }
 
@@ -202,8 +235,13 @@ void registerIn(CommandRegistry &registry)
             "The task goes to the flow --flow names (by id, name or the start of a\n"
             "name), or to a new flow of that name when none has it. Without --flow it\n"
             "goes to the first flow in the sidebar, or to a new \"Untitled flow\" when\n"
-            "there is none. A blank TITLE gives \"New task\". Prints the new task."),
-        .options = {SharedOption::flow},
+            "there is none. A blank TITLE gives \"New task\".\n\n"
+            "A date phrase in TITLE becomes the due date and leaves the title:\n"
+            "\"Pay rent by june 5th\" adds \"Pay rent\", due on the next 5 June. Phrases\n"
+            "of the interface language count, English ones always; see parse-date.\n"
+            "--due DATE (YYYY-MM-DD) sets the due date instead and keeps TITLE as\n"
+            "typed; --due none keeps it as typed without a date. Prints the new task."),
+        .options = {SharedOption::flow, dueOption},
         .minArguments = 1,
         .maxArguments = 1,
         .run = addTask,

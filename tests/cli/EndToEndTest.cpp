@@ -133,6 +133,19 @@ TEST_F(EndToEndTest, ProgressFollowsTheInterfaceLanguage)
     EXPECT_TRUE(fenrow({"help"}).out.contains("Commands:"));
 }
 
+TEST_F(EndToEndTest, DatePhrasesFollowTheInterfaceLanguage)
+{
+    const QStringList today{"--json", "--now", "2026-06-10T09:00:00"};
+    EXPECT_EQ(fenrow(QStringList{"parse-date", "morgen Team anrufen"} + today).out.trimmed(), "null");
+    writeFile("config/fenrow/fenrow.conf", "[General]\npreferences.uiLanguage=de\n");
+    EXPECT_EQ(fenrow(QStringList{"parse-date", "morgen Team anrufen"} + today).json().object()["date"], "2026-06-11");
+
+    const ProcessRun added = fenrow(QStringList{"add", "Bericht am 3. März"} + today);
+    ASSERT_EQ(added.status, 0) << added.err.toStdString();
+    EXPECT_EQ(added.json().object()["title"], "Bericht");
+    EXPECT_EQ(added.json().object()["dueDate"], "2027-03-03T00:00:00+01:00");
+}
+
 TEST_F(EndToEndTest, AddedTasksShowInTheReadyListInTheSavedSort)
 {
     const ProcessRun added = fenrow({"add", "Sweep", "--json"});
