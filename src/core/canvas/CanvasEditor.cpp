@@ -5,6 +5,8 @@
 
 #include "CanvasEditorSelection.h"
 #include "CanvasRequests.h"
+#include "CardSpacing.h"
+#include "SubtaskArrangement.h"
 #include "domain/ActiveFlowState.h"
 #include "domain/FenrowHistory.h"
 #include "domain/FenrowStore.h"
@@ -72,6 +74,7 @@ void CanvasEditor::appear(QSizeF viewportSize)
     // never will.
     if (!m_services.history.canUndo(m_flowID))
         m_services.store.purgeTrashedFiles(*current);
+    spaceCardsForSizes();
     firstFraming();
 }
 
@@ -298,6 +301,8 @@ void CanvasEditor::preferenceChanged(const QString &key)
 {
     if (key == QLatin1StringView(PreferenceKey::sizeByEstimate)) {
         m_interaction.setSizeResolver(NodeSizeResolver(m_services.preferences.sizeByEstimate()));
+        if (m_appeared)
+            spaceCardsForSizes();
     } else if (key == QLatin1StringView(PreferenceKey::filterMode)) {
         invalidateVisible();
         emit viewStateChanged();
@@ -503,6 +508,40 @@ const FlowNode *CanvasEditor::addTaskAtCenter()
     });
     keepVisible(*created);
     return created;
+}
+
+const FlowNode *CanvasEditor::addSubtask(const QUuid &parentID)
+{
+    const TaskFlow *current = flow();
+    const FlowNode *parent = node(parentID);
+    if (!current || !parent)
+        return nullptr;
+    const SelectionStep step(*this);
+    const FlowNode *created = m_services.history.recordAction(QStringLiteral("Add subtask"), *current, [&] {
+        const FlowNode *added = m_services.store.addNode(newTaskTitle(), *current);
+        try {
+            m_services.store.addEdge(*parent, *added, EdgeSource::manual, EdgeKind::subtask);
+        } catch (const GraphMutationError &) {
+            // A fresh card cannot close a loop; should it fail, it stays unjoined.
+        }
+        m_services.store.moveNodes(*current,
+                                   SubtaskArrangement::arrange(*parent, *current, m_interaction.sizeResolver()));
+        selectNew(*added);
+        return added;
+    });
+    keepVisible(*created);
+    return created;
+}
+
+void CanvasEditor::spaceCardsForSizes()
+{
+    const TaskFlow *current = flow();
+    if (!current)
+        return;
+    const NodeSizeResolver now = m_interaction.sizeResolver();
+    const QHash<QUuid, QPointF> moved = CardSpacing::separate(*current, NodeSizeResolver(!now.sizesByEstimate), now);
+    if (!moved.isEmpty())
+        m_services.store.moveNodes(*current, moved);
 }
 
 void CanvasEditor::finishEditing(const std::optional<QString> &title)

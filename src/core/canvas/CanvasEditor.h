@@ -155,9 +155,15 @@ public:
     // Ends title editing; a title, when given, is saved as "Rename".
     void finishEditing(const std::optional<QString> &title = std::nullopt);
     const FlowNode *addTaskAtCenter();
+    // A new subtask of the card, its parent's subtree laid out again.
+    const FlowNode *addSubtask(const QUuid &parentID);
     void zoomCommand(CanvasZoom::Kind kind);
     void selectAndKeepVisible(const QUuid &nodeID);
     void reveal(const QUuid &nodeID, bool animated);
+    // Moves cards apart where the present sizing makes them overlap and the
+    // other sizing would not; run when the view appears and when sizing by
+    // estimate is switched. Not an undoable change: it follows a setting.
+    void spaceCardsForSizes();
 
     // --- viewport persistence
     void schedulePersist();
