@@ -16,6 +16,8 @@ repetitions=${FENROW_BENCH_REPETITIONS:-10}
 programs=(fenrow-bench-store-open fenrow-bench-store-save fenrow-bench-ready fenrow-bench-graph
           fenrow-bench-ready-command)
 programs+=(fenrow-bench-history-search)
+programs+=(fenrow-bench-canvas)
+programs+=(fenrow-bench-capture-dates)
 
 for program in "${programs[@]}"; do
   if [ ! -x "$build_dir/bench/$program" ]; then
