@@ -767,5 +767,29 @@
         <source>%1 more do not fit.</source>
         <translation>%1 weitere passen nicht hinein.</translation>
     </message>
+    <message id="newFlowFromText.create">
+        <source>Create flow</source>
+        <translation>Flow erstellen</translation>
+    </message>
+    <message id="newFlowFromText.createBlank">
+        <source>Create empty flow</source>
+        <translation>Leeren Flow erstellen</translation>
+    </message>
+    <message id="newFlowFromText.noTasksFound.title">
+        <source>No tasks found</source>
+        <translation>Keine Aufgaben gefunden</translation>
+    </message>
+    <message id="newFlowFromText.noTasksFound.message">
+        <source>The text holds no steps to turn into tasks. Add some detail, or create an empty flow.</source>
+        <translation>Der Text enthält keine Schritte, aus denen Aufgaben werden könnten. Ergänze Einzelheiten oder erstelle einen leeren Flow.</translation>
+    </message>
+    <message id="newFlowFromText.failed.title">
+        <source>Could not create the flow</source>
+        <translation>Flow konnte nicht erstellt werden</translation>
+    </message>
+    <message id="newFlowFromText.failed.message">
+        <source>The language model could not read the text. Try again, or create an empty flow.</source>
+        <translation>Das Sprachmodell konnte den Text nicht lesen. Versuche es erneut oder erstelle einen leeren Flow.</translation>
+    </message>
 </context>
 </TS>

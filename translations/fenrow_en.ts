@@ -767,5 +767,29 @@
         <source>%1 more do not fit.</source>
         <translation>%1 more do not fit.</translation>
     </message>
+    <message id="newFlowFromText.create">
+        <source>Create flow</source>
+        <translation>Create flow</translation>
+    </message>
+    <message id="newFlowFromText.createBlank">
+        <source>Create empty flow</source>
+        <translation>Create empty flow</translation>
+    </message>
+    <message id="newFlowFromText.noTasksFound.title">
+        <source>No tasks found</source>
+        <translation>No tasks found</translation>
+    </message>
+    <message id="newFlowFromText.noTasksFound.message">
+        <source>The text holds no steps to turn into tasks. Add some detail, or create an empty flow.</source>
+        <translation>The text holds no steps to turn into tasks. Add some detail, or create an empty flow.</translation>
+    </message>
+    <message id="newFlowFromText.failed.title">
+        <source>Could not create the flow</source>
+        <translation>Could not create the flow</translation>
+    </message>
+    <message id="newFlowFromText.failed.message">
+        <source>The language model could not read the text. Try again, or create an empty flow.</source>
+        <translation>The language model could not read the text. Try again, or create an empty flow.</translation>
+    </message>
 </context>
 </TS>

@@ -767,5 +767,29 @@
         <source>%1 more do not fit.</source>
         <translation>%1 más no caben.</translation>
     </message>
+    <message id="newFlowFromText.create">
+        <source>Create flow</source>
+        <translation>Crear flujo</translation>
+    </message>
+    <message id="newFlowFromText.createBlank">
+        <source>Create empty flow</source>
+        <translation>Crear flujo vacío</translation>
+    </message>
+    <message id="newFlowFromText.noTasksFound.title">
+        <source>No tasks found</source>
+        <translation>No se encontraron tareas</translation>
+    </message>
+    <message id="newFlowFromText.noTasksFound.message">
+        <source>The text holds no steps to turn into tasks. Add some detail, or create an empty flow.</source>
+        <translation>El texto no contiene pasos que convertir en tareas. Añade más detalle o crea un flujo vacío.</translation>
+    </message>
+    <message id="newFlowFromText.failed.title">
+        <source>Could not create the flow</source>
+        <translation>No se pudo crear el flujo</translation>
+    </message>
+    <message id="newFlowFromText.failed.message">
+        <source>The language model could not read the text. Try again, or create an empty flow.</source>
+        <translation>El modelo de lenguaje no pudo leer el texto. Inténtalo de nuevo o crea un flujo vacío.</translation>
+    </message>
 </context>
 </TS>

@@ -767,5 +767,29 @@
         <source>%1 more do not fit.</source>
         <translation>%1 de plus ne tiennent pas.</translation>
     </message>
+    <message id="newFlowFromText.create">
+        <source>Create flow</source>
+        <translation>Créer le flux</translation>
+    </message>
+    <message id="newFlowFromText.createBlank">
+        <source>Create empty flow</source>
+        <translation>Créer un flux vide</translation>
+    </message>
+    <message id="newFlowFromText.noTasksFound.title">
+        <source>No tasks found</source>
+        <translation>Aucune tâche trouvée</translation>
+    </message>
+    <message id="newFlowFromText.noTasksFound.message">
+        <source>The text holds no steps to turn into tasks. Add some detail, or create an empty flow.</source>
+        <translation>Le texte ne contient aucune étape à transformer en tâches. Ajoute des détails ou crée un flux vide.</translation>
+    </message>
+    <message id="newFlowFromText.failed.title">
+        <source>Could not create the flow</source>
+        <translation>Impossible de créer le flux</translation>
+    </message>
+    <message id="newFlowFromText.failed.message">
+        <source>The language model could not read the text. Try again, or create an empty flow.</source>
+        <translation>Le modèle de langage n’a pas pu lire le texte. Réessaie ou crée un flux vide.</translation>
+    </message>
 </context>
 </TS>

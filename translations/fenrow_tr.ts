@@ -767,5 +767,29 @@
         <source>%1 more do not fit.</source>
         <translation>%1 görev daha sığmıyor.</translation>
     </message>
+    <message id="newFlowFromText.create">
+        <source>Create flow</source>
+        <translation>Akış oluştur</translation>
+    </message>
+    <message id="newFlowFromText.createBlank">
+        <source>Create empty flow</source>
+        <translation>Boş akış oluştur</translation>
+    </message>
+    <message id="newFlowFromText.noTasksFound.title">
+        <source>No tasks found</source>
+        <translation>Görev bulunamadı</translation>
+    </message>
+    <message id="newFlowFromText.noTasksFound.message">
+        <source>The text holds no steps to turn into tasks. Add some detail, or create an empty flow.</source>
+        <translation>Metinde göreve dönüştürülecek adım yok. Biraz ayrıntı ekle ya da boş bir akış oluştur.</translation>
+    </message>
+    <message id="newFlowFromText.failed.title">
+        <source>Could not create the flow</source>
+        <translation>Akış oluşturulamadı</translation>
+    </message>
+    <message id="newFlowFromText.failed.message">
+        <source>The language model could not read the text. Try again, or create an empty flow.</source>
+        <translation>Dil modeli metni okuyamadı. Yeniden dene ya da boş bir akış oluştur.</translation>
+    </message>
 </context>
 </TS>

@@ -18,10 +18,12 @@ class CaptureFixture : public FlowFixture {
 protected:
     CaptureFixture() : preferences(std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat)) {}
 
-    AppEnvironment &environment(bool withEngine = true)
+    AppEnvironment &environment(bool withEngine = true, const QStringList &more = {})
     {
-        const QStringList arguments = withEngine ? QStringList{"fenrow", "--ui-test"}
-                                                 : QStringList{"fenrow", "--ui-test", "--ui-test-engine-unavailable"};
+        QStringList arguments{"fenrow", "--ui-test"};
+        if (!withEngine)
+            arguments.append("--ui-test-engine-unavailable");
+        arguments += more;
         EngineFactories factories{
             .scripted = [this] { return engine; },
             .foundationModels = [this] { return engine; },

@@ -85,12 +85,12 @@ TEST_F(GraphRules, ProposalsKeepTheGraphValid)
 {
     addAll("abcd");
     link("a", "b");
-    store->applyEdgeProposals({{(*this)["c"].id, (*this)["d"].id}}, *flow, false);
+    store->applyProposals({{(*this)["c"].id, (*this)["d"].id}}, *flow, false);
     ASSERT_EQ(flow->edges().size(), 2u);
 
     // Replacing drops the machine-made edges, keeps the manual ones, and a
     // later proposal that closes a loop with an earlier one loses.
-    store->applyEdgeProposals({{(*this)["b"].id, (*this)["c"].id},
+    store->applyProposals({{(*this)["b"].id, (*this)["c"].id},
                                {(*this)["c"].id, (*this)["b"].id},
                                {(*this)["b"].id, (*this)["a"].id},
                                {(*this)["d"].id, (*this)["d"].id},
@@ -102,7 +102,7 @@ TEST_F(GraphRules, ProposalsKeepTheGraphValid)
         edges << edge->fromItem()->title + edge->toItem()->title + (edge->source == EdgeSource::ai ? "*" : "");
     EXPECT_EQ(edges, (QStringList{"ab", "bc*"}));
 
-    store->applyEdgeProposals({{(*this)["b"].id, (*this)["a"].id}}, *flow, true);
+    store->applyProposals({{(*this)["b"].id, (*this)["a"].id}}, *flow, true);
     EXPECT_EQ(flow->edges().size(), 1u) << "all ai edges went, the cyclic proposal was dropped";
 }
 

@@ -123,6 +123,30 @@ private:
     mutable QList<Call> m_calls;
 };
 
+// Collects the log lines written while it lives.
+class LogCapture {
+public:
+    LogCapture() : m_previous(qInstallMessageHandler(record)) { lines().clear(); }
+    ~LogCapture() { qInstallMessageHandler(m_previous); }
+
+    static QStringList &lines()
+    {
+        static QStringList collected;
+        return collected;
+    }
+    bool contains(const QString &start) const
+    {
+        for (const QString &line : lines())
+            if (line.startsWith(start))
+                return true;
+        return false;
+    }
+
+private:
+    static void record(QtMsgType, const QMessageLogContext &, const QString &message) { lines().append(message); }
+    QtMessageHandler m_previous;
+};
+
 // Waits, spinning the event loop, until `done` holds; fails the test after
 // five seconds.
 template <typename Predicate>

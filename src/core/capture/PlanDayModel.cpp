@@ -109,7 +109,7 @@ void PlanDayModel::plan()
                              if (run != m_run || m_phase.kind != PlanDayPhase::Kind::running)
                                  return;
                              if (!answer.ok()) {
-                                 qCWarning(fenrowCaptureLog, "Plan Day failed: %s",
+                                 qCCritical(fenrowCaptureLog, "Plan Day failed: %s",
                                            qUtf8Printable(engineErrorDescription(answer.error())));
                                  setPhase({PlanDayPhase::Kind::failed, {}});
                                  return;

@@ -8,6 +8,8 @@ namespace fenrow {
 struct EdgeProposal {
     QUuid fromItemID;
     QUuid toItemID;
+
+    friend bool operator==(const EdgeProposal &, const EdgeProposal &) = default;
 };
 
 } // namespace fenrow

@@ -100,12 +100,17 @@ public:
     // Moving an edge onto a pair that already has one deletes the moved edge.
     void reconnectEdge(const DependencyEdge &edge, const FlowNode &from, const FlowNode &to);
     void removeEdge(const DependencyEdge &edge);
-    // Proposals that are unknown, doubled or cyclic are dropped silently;
-    // with `replaceAI` the flow's machine-made edges go first.
-    void applyEdgeProposals(const QList<EdgeProposal> &proposals, const TaskFlow &flow, bool replaceAI);
     void setCollapsed(const FlowNode &node, bool collapsed);
     // Opens every fold above the given nodes so that they can be shown.
     void unfoldAncestors(const QSet<QUuid> &ids, const TaskFlow &flow);
+
+    // --- engine proposals (StoreProposals.cpp)
+    // Adds each proposal as a machine-made dependency, in order, skipping
+    // those whose ends are gone, that exist already or that would close a
+    // cycle (so of a cycle, the earlier proposals stand). With
+    // `replaceExisting` the flow's machine-made edges go first; manual edges
+    // are never touched.
+    void applyProposals(const QList<EdgeProposal> &proposals, const TaskFlow &flow, bool replaceExisting);
 
     // --- nodes (StoreNodes.cpp)
     const FlowNode *addNode(const QString &title, const TaskFlow &flow);

@@ -81,34 +81,6 @@ void FenrowStore::removeEdge(const DependencyEdge &edge)
     finishChange();
 }
 
-void FenrowStore::applyEdgeProposals(const QList<EdgeProposal> &proposals, const TaskFlow &flow, bool replaceAI)
-{
-    TaskFlow *target = mutableFlow(flow);
-    bool changedAny = false;
-    if (replaceAI) {
-        const std::size_t removed = target->edges().removeIf(
-            [](const DependencyEdge &edge) { return edge.source == EdgeSource::ai; },
-            [&](DependencyEdge *edge) { m_pending.remove(edge); });
-        changedAny = removed > 0;
-    }
-
-    QHash<QUuid, FlowNode *> nodes;
-    for (FlowNode *node : target->items())
-        nodes.insert(node->id, node);
-    // One by one: an accepted proposal can turn a later one into a cycle,
-    // and then the earlier wins.
-    for (const EdgeProposal &proposal : proposals) {
-        FlowNode *from = nodes.value(proposal.fromItemID);
-        FlowNode *to = nodes.value(proposal.toItemID);
-        if (!from || !to || from == to || FlowGraph::findEdge(*from, *to, flow) || FlowGraph::hasPath(*to, *from, flow))
-            continue;
-        insertEdge(target, from, to, EdgeSource::ai, EdgeKind::dependency);
-        changedAny = true;
-    }
-    if (changedAny)
-        finishChange();
-}
-
 void FenrowStore::setCollapsed(const FlowNode &node, bool collapsed)
 {
     if (update(mut(node), &FlowNode::isCollapsed, collapsed))
