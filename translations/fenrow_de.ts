@@ -791,5 +791,9 @@
         <source>The language model could not read the text. Try again, or create an empty flow.</source>
         <translation>Das Sprachmodell konnte den Text nicht lesen. Versuche es erneut oder erstelle einen leeren Flow.</translation>
     </message>
+    <message id="quickCapture.picker.newFlow">
+        <source>New flow</source>
+        <translation>Neuer Flow</translation>
+    </message>
 </context>
 </TS>

@@ -791,5 +791,9 @@
         <source>The language model could not read the text. Try again, or create an empty flow.</source>
         <translation>The language model could not read the text. Try again, or create an empty flow.</translation>
     </message>
+    <message id="quickCapture.picker.newFlow">
+        <source>New flow</source>
+        <translation>New flow</translation>
+    </message>
 </context>
 </TS>

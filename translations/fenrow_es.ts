@@ -791,5 +791,9 @@
         <source>The language model could not read the text. Try again, or create an empty flow.</source>
         <translation>El modelo de lenguaje no pudo leer el texto. Inténtalo de nuevo o crea un flujo vacío.</translation>
     </message>
+    <message id="quickCapture.picker.newFlow">
+        <source>New flow</source>
+        <translation>Nuevo flujo</translation>
+    </message>
 </context>
 </TS>

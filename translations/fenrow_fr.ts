@@ -791,5 +791,9 @@
         <source>The language model could not read the text. Try again, or create an empty flow.</source>
         <translation>Le modèle de langage n’a pas pu lire le texte. Réessaie ou crée un flux vide.</translation>
     </message>
+    <message id="quickCapture.picker.newFlow">
+        <source>New flow</source>
+        <translation>Nouveau flux</translation>
+    </message>
 </context>
 </TS>

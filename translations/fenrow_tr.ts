@@ -791,5 +791,9 @@
         <source>The language model could not read the text. Try again, or create an empty flow.</source>
         <translation>Dil modeli metni okuyamadı. Yeniden dene ya da boş bir akış oluştur.</translation>
     </message>
+    <message id="quickCapture.picker.newFlow">
+        <source>New flow</source>
+        <translation>Yeni akış</translation>
+    </message>
 </context>
 </TS>
