@@ -185,6 +185,57 @@ const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
     return m_visible;
 }
 
+const CanvasScene &CanvasEditor::scene() const
+{
+    if (m_sceneValid)
+        return m_scene;
+    m_scene.nodes.clear();
+    m_scene.files.clear();
+    m_scene.edges.clear();
+    m_scene.links.clear();
+    m_sceneValid = true;
+    const TaskFlow *current = flow();
+    if (!current)
+        return m_scene;
+    const QList<const FlowNode *> &visible = visibleNodes();
+    QHash<const FlowNode *, int> nodeIndex;
+    nodeIndex.reserve(visible.size());
+    m_scene.nodes.reserve(std::size_t(visible.size()));
+    for (const FlowNode *node : visible) {
+        nodeIndex.insert(node, int(m_scene.nodes.size()));
+        const QPointF stored(node->posX, node->posY);
+        m_scene.nodes.push_back({node->id, m_interaction.effectiveCenter(node->id, stored), stored,
+                                 m_interaction.effectiveSize(*node)});
+    }
+    auto line = [](const QUuid &id, int from, int to, const CanvasScene::Card &a, const CanvasScene::Card &b) {
+        return CanvasScene::Line{id, from, to, CanvasGeometry::spanningRect(a.center, b.center),
+                                 CanvasGeometry::spanningRect(a.stored, b.stored)};
+    };
+    m_scene.edges.reserve(current->edges().size());
+    for (const DependencyEdge *edge : current->edges()) {
+        const int from = nodeIndex.value(edge->fromItem(), -1);
+        const int to = nodeIndex.value(edge->toItem(), -1);
+        if (from >= 0 && to >= 0)
+            m_scene.edges.push_back(line(edge->id, from, to, m_scene.nodes[std::size_t(from)], m_scene.nodes[std::size_t(to)]));
+    }
+    QHash<const FlowFile *, int> fileIndex;
+    for (const FlowFile *file : current->files()) {
+        if (file->isTrashed)
+            continue;
+        fileIndex.insert(file, int(m_scene.files.size()));
+        const QPointF stored(file->posX, file->posY);
+        m_scene.files.push_back({file->id, m_interaction.effectiveFileCenter(file->id, stored), stored,
+                                 m_interaction.effectiveFileSize(*file)});
+    }
+    for (const FileLink *link : current->fileLinks()) {
+        const int from = fileIndex.value(link->file(), -1);
+        const int to = nodeIndex.value(link->node(), -1);
+        if (from >= 0 && to >= 0)
+            m_scene.links.push_back(line(link->id, from, to, m_scene.files[std::size_t(from)], m_scene.nodes[std::size_t(to)]));
+    }
+    return m_scene;
+}
+
 bool CanvasEditor::isVisible(const QUuid &nodeID) const
 {
     visibleNodes();
@@ -264,6 +315,7 @@ QString CanvasEditor::newTaskTitle() const
 void CanvasEditor::invalidateVisible()
 {
     m_visibleValid = false;
+    m_sceneValid = false;
 }
 
 void CanvasEditor::storeChanged()
@@ -314,6 +366,13 @@ void CanvasEditor::interactionChanged(CanvasInteraction::Field field)
     switch (field) {
     case CanvasInteraction::Field::colorFilter:
         invalidateVisible();
+        break;
+    case CanvasInteraction::Field::nodeDrag:
+    case CanvasInteraction::Field::nodeResize:
+    case CanvasInteraction::Field::fileDrag:
+    case CanvasInteraction::Field::fileResize:
+    case CanvasInteraction::Field::sizeResolver:
+        m_sceneValid = false;
         break;
     case CanvasInteraction::Field::rejection:
         rejectionChanged();

@@ -2,6 +2,7 @@
 
 #include "CanvasInteraction.h"
 #include "CanvasKeyCommand.h"
+#include "CanvasScene.h"
 #include "CanvasScheduler.h"
 
 #include <QList>
@@ -95,6 +96,8 @@ public:
     // live and its node drawn.
     bool isDrawn(const DependencyEdge &edge) const;
     bool isDrawn(const FileLink &link) const;
+    // The drawn cards and lines as plain arrays, for hit tests.
+    const CanvasScene &scene() const;
     // The frames of all cards as they are shown now.
     QRectF contentBounds() const;
     std::vector<QRectF> cardFrames() const;
@@ -216,6 +219,8 @@ private:
     mutable bool m_visibleValid = false;
     mutable QList<const FlowNode *> m_visible;
     mutable QSet<QUuid> m_visibleIDs;
+    mutable bool m_sceneValid = false;
+    mutable CanvasScene m_scene;
 
     QPointF m_panTranslation;
     bool m_didInitViewport = false;

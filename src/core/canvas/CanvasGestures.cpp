@@ -26,11 +26,11 @@ QPointF CanvasEditor::canvasTranslation(QPointF raw) const
 
 const FlowNode *CanvasEditor::dropTarget(QPointF point, const std::optional<QUuid> &excluded) const
 {
-    for (const FlowNode *candidate : visibleNodes()) {
-        if (excluded && candidate->id == *excluded)
+    for (const CanvasScene::Card &card : scene().nodes) {
+        if (excluded && card.id == *excluded)
             continue;
-        if (containsHalfOpen(m_interaction.frame(*candidate), point))
-            return candidate;
+        if (containsHalfOpen(frame(card.center, card.size), point))
+            return node(card.id);
     }
     return nullptr;
 }
@@ -421,10 +421,11 @@ void CanvasEditor::backgroundDragEnded(QPointF start, QPointF location)
 
 void CanvasEditor::commitMarquee(const QRectF &rect, bool additive)
 {
+    const CanvasScene &shown = scene();
     QSet<QUuid> hits;
-    for (const FlowNode *candidate : visibleNodes()) {
-        if (overlapsClosed(rect, frame({candidate->posX, candidate->posY}, m_interaction.effectiveSize(*candidate))))
-            hits.insert(candidate->id);
+    for (const CanvasScene::Card &card : shown.nodes) {
+        if (overlapsClosed(rect, frame(card.stored, card.size)))
+            hits.insert(card.id);
     }
     // Adding nothing to a selection is no change at all, not even of focus.
     if (additive && hits.isEmpty())
@@ -439,16 +440,13 @@ void CanvasEditor::commitMarquee(const QRectF &rect, bool additive)
     } else {
         m_interaction.setSelectedItemIDs({});
         std::optional<QUuid> caught;
-        if (const TaskFlow *current = flow()) {
-            for (const DependencyEdge *candidate : current->edges()) {
-                if (!isDrawn(*candidate))
-                    continue;
-                const FlowNode *from = candidate->fromItem();
-                const FlowNode *to = candidate->toItem();
-                if (edgeCaught(rect, {from->posX, from->posY}, {to->posX, to->posY})) {
-                    caught = candidate->id;
-                    break;
-                }
+        for (const CanvasScene::Line &line : shown.edges) {
+            // A line whose box misses the band can neither end in it nor cross it.
+            if (!overlapsClosed(rect, line.storedBox))
+                continue;
+            if (edgeCaught(rect, shown.nodes[std::size_t(line.from)].stored, shown.nodes[std::size_t(line.to)].stored)) {
+                caught = line.id;
+                break;
             }
         }
         m_interaction.setSelectedEdgeID(caught);
