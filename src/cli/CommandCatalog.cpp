@@ -7,7 +7,9 @@
 #include "FindCommand.h"
 #include "FlowCommands.h"
 #include "HelpCommand.h"
+#include "NewFlowCommand.h"
 #include "ParseDateCommand.h"
+#include "PlanCommand.h"
 #include "ReadyCommand.h"
 #include "TaskCommands.h"
 #include "TemplateCommands.h"
@@ -19,9 +21,11 @@ void registerAll(CommandRegistry &registry)
     // Help lists the commands in this order.
     ReadyCommand::registerIn(registry);
     TaskCommands::registerIn(registry);
+    PlanCommand::registerIn(registry);
     ParseDateCommand::registerIn(registry);
     FindCommand::registerIn(registry);
     FlowCommands::registerIn(registry);
+    NewFlowCommand::registerIn(registry);
     TemplateCommands::registerIn(registry);
     AttachCommand::registerIn(registry);
     ArchiveCommands::registerIn(registry);

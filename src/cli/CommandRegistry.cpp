@@ -28,6 +28,8 @@ CommandRegistry::CommandRegistry()
         {GlobalOption::help, QLatin1Char('h'), {}, QStringLiteral("Show help")},
         {GlobalOption::version, {}, {}, QStringLiteral("Show the version")},
         {GlobalOption::uiTest, {}, {}, QStringLiteral("Keep the store in memory"), true},
+        {GlobalOption::uiTestEngineUnavailable, {}, {}, QStringLiteral("With --ui-test, use no inference engine"),
+         true},
     };
     for (const OptionDefinition &option : global) {
         addOption(option);

@@ -17,6 +17,7 @@ inline const QString now = QStringLiteral("now");
 inline const QString help = QStringLiteral("help");
 inline const QString version = QStringLiteral("version");
 inline const QString uiTest = QStringLiteral("ui-test");
+inline const QString uiTestEngineUnavailable = QStringLiteral("ui-test-engine-unavailable");
 } // namespace GlobalOption
 
 // Every command and option the front end knows. Command groups add

@@ -25,6 +25,11 @@ Console::Answer Console::confirm(const QString &question)
     return answer == QLatin1String("y") || answer == QLatin1String("yes") ? Answer::yes : Answer::no;
 }
 
+QString Console::readAll()
+{
+    return m_input ? m_input->readAll() : QString();
+}
+
 int Console::fail(const QString &message)
 {
     m_out.flush();

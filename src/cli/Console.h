@@ -22,6 +22,10 @@ public:
     // is `unanswered`.
     Answer confirm(const QString &question);
 
+    // Everything left on the input, for a file read from "-"; empty when
+    // there is no input.
+    QString readAll();
+
     // Reports a failure and returns the failure status.
     int fail(const QString &message);
     // Reports a mistake in the command line, shows how `helpTopic` is used

@@ -3,6 +3,7 @@
 #include "CommandContext.h"
 #include "CommandRegistry.h"
 #include "CommandSupport.h"
+#include "EngineSupport.h"
 #include "ExitStatus.h"
 #include "NamedReference.h"
 #include "JsonOutput.h"
@@ -12,12 +13,14 @@
 #include "TaskText.h"
 #include "TextTable.h"
 
-#include "canvas/NodeSizeResolver.h"
 #include "capture/CaptureDateParser.h"
+#include "capture/QuickCaptureModel.h"
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
 #include "domain/TextRules.h"
-#include "shell/InterfaceLanguage.h"
+#include "shell/AppEnvironment.h"
+#include "shell/AppPreferences.h"
+#include "shell/SettingsFile.h"
 
 #include <QJsonArray>
 #include <QUuid>
@@ -60,16 +63,41 @@ void printTask(CommandContext &context, const FlowNode &node)
     TaskText::printDetails(node, context.clock().now(), store.calendar(), context.out());
 }
 
+// What the engine's auto-link connected the new task to, if anything.
+void printAutoLink(CommandContext &context, const FlowNode &node, QuickCaptureModel::AutoLink outcome)
+{
+    if (outcome == QuickCaptureModel::AutoLink::failed) {
+        context.out() << "The inference engine could not link it to the other tasks.\n";
+        return;
+    }
+    QStringList links;
+    for (const DependencyEdge *edge : node.flow()->edges()) {
+        if (edge->source != EdgeSource::ai || !edge->fromItem() || !edge->toItem())
+            continue;
+        if (edge->toItem() == &node)
+            links.append(QStringLiteral("after ") + PlainText::quoted(PlainText::singleLine(edge->fromItem()->title)));
+        else if (edge->fromItem() == &node)
+            links.append(QStringLiteral("before ") + PlainText::quoted(PlainText::singleLine(edge->toItem()->title)));
+    }
+    if (!links.isEmpty())
+        context.out() << "The inference engine linked it: " << links.join(QStringLiteral(", ")) << ".\n";
+}
+
+// Goes the way of the quick-capture panel: the date phrase of the title,
+// the flow of the last capture, and the engine's auto-link.
 int addTask(CommandContext &context)
 {
     FenrowStore &store = context.store();
+    AppPreferences preferences(SettingsFile::open());
+    const std::unique_ptr<AppEnvironment> environment = EngineSupport::environment(context);
+    QuickCaptureModel capture(store, *environment, preferences);
+    // The panel ignores blank text; a command that was asked to add adds.
+    capture.text = TextRules::trimmed(context.argument(0)).isEmpty() ? TextRules::newTaskTitle : context.argument(0);
 
     // The title may name its due date ("Pay rent by june 5th"), read as
-    // quick capture will read it. --due gives the date itself and keeps the
+    // quick capture reads it. --due gives the date itself and keeps the
     // title as typed; "--due none" keeps it without a date.
-    QString title = context.argument(0);
     std::optional<QDateTime> dueDate;
-    std::optional<CaptureDateParser::Match> datePhrase;
     if (context.hasOption(dueOption)) {
         const QString due = context.optionValue(dueOption);
         if (due.trimmed().compare(QLatin1StringView("none"), Qt::CaseInsensitive) != 0) {
@@ -78,16 +106,10 @@ int addTask(CommandContext &context)
                 return context.usageError(QStringLiteral("--due takes a date such as 2026-06-10 (or none), not %1")
                                               .arg(PlainText::quoted(due)));
         }
-    } else {
-        datePhrase = CaptureDateParser::parse(title.trimmed(), InterfaceLanguage::current(), context.clock().now(),
-                                              store.calendar());
-        if (datePhrase) {
-            title = datePhrase->title;
-            dueDate = datePhrase->date;
-        }
+        capture.dismissDate();
     }
+    const std::optional<CaptureDateParser::Match> datePhrase = capture.datePreview();
 
-    const TaskFlow *flow = nullptr;
     bool flowIsNew = false;
     if (context.hasOption(SharedOption::flow)) {
         const QString name = context.optionValue(SharedOption::flow);
@@ -97,32 +119,40 @@ int addTask(CommandContext &context)
         // An id that matches no flow is a mistake, not a name for a new one.
         if (reference.isAmbiguous() || (!reference.found() && !QUuid::fromString(name.trimmed()).isNull()))
             return context.fail(reference.problem());
-        flow = reference.found();
+        const TaskFlow *flow = reference.found();
         if (!flow) {
             flow = store.addFlow(name);
             flowIsNew = true;
         }
-    } else if (!store.flows().isEmpty()) {
-        flow = store.flows().first();
+        capture.selectedFlowID = flow->id;
     } else {
-        flow = store.addFlow(TextRules::untitledFlowName);
-        flowIsNew = true;
+        flowIsNew = capture.targetFlow() == nullptr;
     }
 
-    // Near the origin, where a flow's first cards stand, clear of the others.
-    const FlowNode *node = store.addNodeAt(*flow, title, QPointF(0, 0), NodeSizeResolver());
+    std::optional<QuickCaptureModel::AutoLink> linked;
+    const FlowNode *node = capture.save([&](QuickCaptureModel::AutoLink outcome) { linked = outcome; });
+    if (!node)
+        return context.fail(QStringLiteral("the task could not be added"));
+    const QUuid nodeID = node->id;
     if (dueDate)
         store.setDueDate(*dueDate, *node);
+    EngineSupport::waitUntil([&] { return linked.has_value(); });
+    // Looked up again: the store is the truth after the engine's turn.
+    node = store.node(nodeID);
+    if (!node)
+        return context.fail(QStringLiteral("the task went away while it was being linked"));
+
     if (context.json()) {
         context.printJson(JsonOutput::task(*node, context.clock().now(), store.calendar()));
         return exitSuccess;
     }
-    context.out() << "Added a task to " << (flowIsNew ? "the new flow " : "flow ") << PlainText::quoted(flow->name)
-                  << ":\n";
+    context.out() << "Added a task to " << (flowIsNew ? "the new flow " : "flow ")
+                  << PlainText::quoted(node->flow()->name) << ":\n";
     printTask(context, *node);
     if (datePhrase)
         context.out() << "The due date comes from " << PlainText::quoted(PlainText::singleLine(datePhrase->phrase))
                       << "; --due none keeps the title as typed.\n";
+    printAutoLink(context, *node, *linked);
     return exitSuccess;
 }
 
@@ -234,13 +264,16 @@ void registerIn(CommandRegistry &registry)
         .description = QStringLiteral(
             "The task goes to the flow --flow names (by id, name or the start of a\n"
             "name), or to a new flow of that name when none has it. Without --flow it\n"
-            "goes to the first flow in the sidebar, or to a new \"Untitled flow\" when\n"
-            "there is none. A blank TITLE gives \"New task\".\n\n"
+            "goes where quick capture last put a task, else to the first flow in the\n"
+            "sidebar, or to a new \"Untitled flow\" when there is none. A blank TITLE\n"
+            "gives \"New task\".\n\n"
             "A date phrase in TITLE becomes the due date and leaves the title:\n"
             "\"Pay rent by june 5th\" adds \"Pay rent\", due on the next 5 June. Phrases\n"
             "of the interface language count, English ones always; see parse-date.\n"
             "--due DATE (YYYY-MM-DD) sets the due date instead and keeps TITLE as\n"
-            "typed; --due none keeps it as typed without a date. Prints the new task."),
+            "typed; --due none keeps it as typed without a date.\n\n"
+            "With an inference engine, the new task is then linked to the flow's other\n"
+            "tasks as the engine proposes. Prints the new task."),
         .options = {SharedOption::flow, dueOption},
         .minArguments = 1,
         .maxArguments = 1,

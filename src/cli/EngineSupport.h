@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace fenrow {
+
+class AppEnvironment;
+class CommandContext;
+
+namespace EngineSupport {
+
+// The inference engine of this run: the scripted one with --ui-test (none
+// with --ui-test-engine-unavailable as well), otherwise what this computer
+// offers.
+std::unique_ptr<AppEnvironment> environment(const CommandContext &context);
+
+// Runs the event loop until `done` holds: engine answers come back through
+// it, while the engine works on its own thread.
+void waitUntil(const std::function<bool()> &done);
+
+// Why there is no engine, as one or two sentences for the user.
+QString whyNoEngine(const AppEnvironment &environment);
+
+} // namespace EngineSupport
+
+} // namespace fenrow
