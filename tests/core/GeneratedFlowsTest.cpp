@@ -230,16 +230,6 @@ TEST_F(GeneratedFlowsTest, WithoutAnEngineAnEmptyFlowOpensWithASeed)
     EXPECT_NE(flowNamed("Untitled flow"), nullptr);
 }
 
-TEST_F(GeneratedFlowsTest, LongTextIsWarnedAboutButStillProcessed)
-{
-    NewFlowFromTextModel sheet(*store, environment());
-    sheet.text = QString(12000, 'a');
-    EXPECT_FALSE(sheet.isOverBudget());
-    sheet.text += 'a';
-    EXPECT_TRUE(sheet.isOverBudget());
-    EXPECT_TRUE(sheet.willProcess());
-}
-
 TEST_F(GeneratedFlowsTest, SubtasksComeWithContextEstimatesAndOneUndoStep)
 {
     addAll("gpt");

@@ -1,7 +1,5 @@
 #include "TestEngines.h"
 
-#include "capture/EngineAvailability.h"
-#include "capture/ManualOnlyBanner.h"
 #include "capture/UnavailableEngine.h"
 
 #include <QCoreApplication>
@@ -126,24 +124,6 @@ TEST(EngineCall, EventLoopKeepsRunningWhileASlowEngineWorks)
     EXPECT_GE(ticksAtAnswer, 10);
     ASSERT_EQ(engine->calls().size(), 1);
     EXPECT_FALSE(engine->calls()[0].gateTimedOut);
-}
-
-TEST(EngineAvailability, ReasonsAndBanner)
-{
-    using Reason = EngineAvailability::Reason;
-    const auto notReady = EngineAvailability::unavailable(Reason::modelNotReady);
-    EXPECT_NE(notReady, EngineAvailability::unavailable(Reason::frameworkUnavailable));
-    EXPECT_EQ(notReady, EngineAvailability::unavailable(Reason::modelNotReady));
-    EXPECT_NE(notReady, EngineAvailability::available());
-    EXPECT_STREQ(notReady.readoutKey(), "engine.availability.modelNotReady");
-    EXPECT_STREQ(EngineAvailability::available().readoutKey(), "engine.availability.available");
-
-    ManualOnlyBanner banner{.availability = notReady};
-    EXPECT_TRUE(banner.isShown(false));
-    EXPECT_FALSE(banner.isShown(true));
-    EXPECT_FALSE(banner.showsSettingsButton());
-    banner.availability = EngineAvailability::available();
-    EXPECT_FALSE(banner.isShown(false));
 }
 
 TEST(ContentLanguage, IsTheLocalesLanguageOrEnglish)
