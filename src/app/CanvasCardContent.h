@@ -1,0 +1,74 @@
+#pragma once
+
+#include "CanvasGlyphs.h"
+#include "domain/NodeColor.h"
+#include "domain/Readiness.h"
+
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QUuid>
+
+namespace fenrow {
+
+class FenrowStore;
+class FlowNode;
+class TaskFlow;
+
+// One small fact on a card: its status, a date, the repeat, the steps, the
+// priority or the estimate.
+struct MetaPill {
+    enum class Tint { neutral, brand, warning, done };
+
+    CanvasGlyphs::Glyph glyph = CanvasGlyphs::Glyph::notes;
+    QString text;
+    // Said when the pointer rests on the pill.
+    QString help;
+    Tint tint = Tint::neutral;
+    // Names the pill as a part of its card ("status", "priority", ...).
+    QString part;
+};
+
+// What a card shows besides its title and place, worked out once per
+// change of the store rather than on every frame.
+struct CardContent {
+    NodeCardState state;
+    // Ready now: nothing holds it up and its day has come.
+    bool actionable = false;
+    bool canCollapse = false;
+    bool folded = false;
+    // Tasks hidden below a folded port.
+    int foldedCount = 0;
+    bool hasNotes = false;
+    // Not started yet: drawn with a dashed border.
+    bool dashed = false;
+    QList<MetaPill> pills;
+};
+
+// The contents of all cards of one flow as of the last change, for the
+// day the store's clock says.
+class CanvasCardContents {
+public:
+    explicit CanvasCardContents(const FenrowStore &store) : m_store(store) {}
+
+    // Forgets everything; the next question reads the flow again.
+    void invalidate() { m_valid = false; }
+    const CardContent &of(const TaskFlow &flow, const FlowNode &node);
+    // The flow's progress readout needs the same count of ready tasks.
+    int readyCount(const TaskFlow &flow);
+
+    static QString statusText(const NodeCardState &state, const QDateTime &now, const FenrowStore &store);
+    static QString shortDate(const QDateTime &day, const QDateTime &now, const FenrowStore &store);
+
+private:
+    void rebuild(const TaskFlow &flow);
+
+    const FenrowStore &m_store;
+    bool m_valid = false;
+    QUuid m_flowID;
+    QHash<QUuid, CardContent> m_contents;
+    int m_readyCount = 0;
+    CardContent m_empty;
+};
+
+} // namespace fenrow
