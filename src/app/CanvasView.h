@@ -1,0 +1,128 @@
+#pragma once
+
+#include "CanvasCardContent.h"
+#include "CanvasScenePainter.h"
+#include "canvas/CanvasInputMonitor.h"
+#include "canvas/CanvasInteraction.h"
+
+#include "canvas/CanvasEditor.h"
+
+#include <QPointer>
+#include <QUuid>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+class QLineEdit;
+class QMenu;
+class QVariantAnimation;
+
+namespace fenrow {
+
+class AppPreferences;
+class CanvasAppearance;
+class CanvasEditor;
+class CanvasPointer;
+class FenrowHistory;
+class FenrowStore;
+
+// The canvas of one flow on screen: it paints the flow from the store and
+// the editor's state, and turns Qt's events into the editor's gestures and
+// commands. It keeps nothing of the graph; what a user changes goes
+// through the editor, or through the store inside a named undo action.
+class CanvasView : public QWidget {
+    Q_OBJECT
+
+public:
+    CanvasView(FenrowStore &store, FenrowHistory &history, AppPreferences &preferences, CanvasAppearance &appearance,
+               QWidget *parent = nullptr);
+    ~CanvasView() override;
+
+    // The editor of the flow to show, or none; the view does not own it.
+    void setEditor(CanvasEditor *editor);
+    CanvasEditor *editor() const { return m_editor; }
+
+    // Where a canvas point is on screen as drawn now.
+    QPointF toScreen(QPointF canvasPoint) const;
+    QLineEdit *titleEditor() const { return m_titleEditor; }
+
+    // The menus a right click opens, built for a screen point.
+    QMenu *contextMenuAt(QPointF point);
+
+    // Adds a task at the middle of the view, or at a screen point.
+    void addTask();
+    void addTaskAt(QPointF screenPoint);
+    // Asks for files and attaches them at a canvas point.
+    void attachFilesAt(QPointF canvasPoint);
+    // Attaches files from disk, side by side from a canvas point; refused
+    // files are reported at `screenPoint`.
+    void attachPaths(const QStringList &paths, QPointF canvasPoint, QPointF screenPoint);
+
+signals:
+    // The part of the scene that belongs to the flow changed: the progress
+    // readout and the empty hint follow it.
+    void contentChanged();
+
+protected:
+    bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    QMenu *cardMenu(const QUuid &nodeID);
+    QMenu *fileMenu(const QUuid &fileID);
+    QMenu *backgroundMenu(QPointF point);
+    void recordOnFlow(const QString &name, const std::function<void()> &change);
+
+    CanvasInputMonitor::Context keyContext() const;
+    bool handleKey(QKeyEvent *event, bool down);
+    void updateHover(QPointF point);
+    void updateCursor();
+    void interactionChanged(CanvasInteraction::Field field);
+    void storeChanged();
+    void startAnimation(std::chrono::milliseconds duration);
+    void placeTitleEditor();
+    void finishTitleEditing(bool keep);
+    QPointF displayOffset() const;
+    double displayScale() const;
+
+    FenrowStore &m_store;
+    FenrowHistory &m_history;
+    AppPreferences &m_preferences;
+    CanvasAppearance &m_appearance;
+    QPointer<CanvasEditor> m_editor;
+    std::unique_ptr<CanvasPointer> m_pointer;
+    CanvasInputMonitor m_monitor;
+    CanvasCardContents m_contents;
+    CanvasScenePainter m_scene;
+    QList<QMetaObject::Connection> m_editorConnections;
+
+    std::optional<QUuid> m_hoveredCard;
+    std::optional<QUuid> m_hoveredPort;
+    bool m_hoveringGrip = false;
+    // A middle-button drag pans directly.
+    std::optional<QPointF> m_middlePan;
+
+    // An eased move of the viewport: from where it was drawn to where it is.
+    QVariantAnimation *m_animation = nullptr;
+    QPointF m_animationFromOffset;
+    double m_animationFromScale = 1;
+
+    QLineEdit *m_titleEditor = nullptr;
+    std::optional<QUuid> m_titleEditorNode;
+    bool m_finishingTitle = false;
+};
+
+} // namespace fenrow
