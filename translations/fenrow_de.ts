@@ -795,5 +795,273 @@
         <source>New flow</source>
         <translation>Neuer Flow</translation>
     </message>
+    <message id="canvas.node.status.pending">
+        <source>Not started</source>
+        <translation>Nicht begonnen</translation>
+    </message>
+    <message id="canvas.node.status.inProgress">
+        <source>In progress</source>
+        <translation>In Arbeit</translation>
+    </message>
+    <message id="canvas.node.status.done">
+        <source>Done</source>
+        <translation>Erledigt</translation>
+    </message>
+    <message id="canvas.node.status.paused">
+        <source>Paused</source>
+        <translation>Pausiert</translation>
+    </message>
+    <message id="canvas.node.starts ">
+        <source>Starts %1</source>
+        <translation>Ab %1</translation>
+    </message>
+    <message id="canvas.node.waiting ">
+        <source>Waiting on %1</source>
+        <translation>Wartet auf %1</translation>
+    </message>
+    <message id="canvas.node.ready">
+        <source>Ready</source>
+        <translation>Bereit</translation>
+    </message>
+    <message id="canvas.node.status.label">
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message id="canvas.node.deferred.help">
+        <source>Not before this day</source>
+        <translation>Nicht vor diesem Tag</translation>
+    </message>
+    <message id="canvas.node.due.label">
+        <source>Due date</source>
+        <translation>Fällig am</translation>
+    </message>
+    <message id="canvas.node.repeat.label">
+        <source>Repeats</source>
+        <translation>Wiederholt sich</translation>
+    </message>
+    <message id="canvas.node.checklist.help">
+        <source>Steps done</source>
+        <translation>Erledigte Schritte</translation>
+    </message>
+    <message id="canvas.node.priority.label">
+        <source>Priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message id="canvas.cycleRejection">
+        <source>That connection would make a loop</source>
+        <translation>Diese Verbindung ergäbe einen Kreis</translation>
+    </message>
+    <message id="canvas.file.drop.tooLarge ">
+        <source>%1 is too large to attach (%2)</source>
+        <translation>%1 ist zu groß zum Anhängen (%2)</translation>
+    </message>
+    <message id="canvas.file.drop.failed ">
+        <source>%1 could not be read</source>
+        <translation>%1 konnte nicht gelesen werden</translation>
+    </message>
+    <message id="canvas.port.label">
+        <source>Connect</source>
+        <translation>Verbinden</translation>
+    </message>
+    <message id="canvas.port.help.collapse">
+        <source>Drag to connect; click to fold or unfold the subtasks</source>
+        <translation>Ziehen zum Verbinden, klicken zum Ein- oder Ausklappen der Teilaufgaben</translation>
+    </message>
+    <message id="canvas.port.action.collapse">
+        <source>Fold subtasks</source>
+        <translation>Teilaufgaben einklappen</translation>
+    </message>
+    <message id="canvas.port.action.expand">
+        <source>Unfold subtasks</source>
+        <translation>Teilaufgaben ausklappen</translation>
+    </message>
+    <message id="canvas.edge.delete">
+        <source>Delete connection</source>
+        <translation>Verbindung löschen</translation>
+    </message>
+    <message id="canvas.fileLink.delete">
+        <source>Unlink file</source>
+        <translation>Datei lösen</translation>
+    </message>
+    <message id="canvas.node.addChild">
+        <source>Add subtask</source>
+        <translation>Teilaufgabe hinzufügen</translation>
+    </message>
+    <message id="canvas.node.rename">
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message id="canvas.node.setColor">
+        <source>Color</source>
+        <translation>Farbe</translation>
+    </message>
+    <message id="canvas.node.color.none">
+        <source>No color</source>
+        <translation>Keine Farbe</translation>
+    </message>
+    <message id="canvas.node.color.red">
+        <source>Red</source>
+        <translation>Rot</translation>
+    </message>
+    <message id="canvas.node.color.orange">
+        <source>Orange</source>
+        <translation>Orange</translation>
+    </message>
+    <message id="canvas.node.color.yellow">
+        <source>Yellow</source>
+        <translation>Gelb</translation>
+    </message>
+    <message id="canvas.node.color.green">
+        <source>Green</source>
+        <translation>Grün</translation>
+    </message>
+    <message id="canvas.node.color.blue">
+        <source>Blue</source>
+        <translation>Blau</translation>
+    </message>
+    <message id="canvas.node.color.purple">
+        <source>Purple</source>
+        <translation>Lila</translation>
+    </message>
+    <message id="canvas.node.color.pink">
+        <source>Pink</source>
+        <translation>Rosa</translation>
+    </message>
+    <message id="canvas.node.color.grey">
+        <source>Grey</source>
+        <translation>Grau</translation>
+    </message>
+    <message id="canvas.node.resize.reset">
+        <source>Reset size</source>
+        <translation>Größe zurücksetzen</translation>
+    </message>
+    <message id="canvas.node.delete">
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message id="canvas.file.open">
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message id="canvas.file.exportCopy">
+        <source>Save a copy…</source>
+        <translation>Kopie sichern …</translation>
+    </message>
+    <message id="canvas.file.missing">
+        <source>The file's contents are missing</source>
+        <translation>Der Inhalt der Datei fehlt</translation>
+    </message>
+    <message id="canvas.file.unlinkAll">
+        <source>Unlink from all tasks</source>
+        <translation>Von allen Aufgaben lösen</translation>
+    </message>
+    <message id="canvas.file.delete">
+        <source>Delete file</source>
+        <translation>Datei löschen</translation>
+    </message>
+    <message id="canvas.file.add">
+        <source>Attach file…</source>
+        <translation>Datei anhängen …</translation>
+    </message>
+    <message id="canvas.file.add.prompt">
+        <source>Choose files to attach</source>
+        <translation>Dateien zum Anhängen wählen</translation>
+    </message>
+    <message id="toolbar.addTask">
+        <source>Add task</source>
+        <translation>Aufgabe hinzufügen</translation>
+    </message>
+    <message id="toolbar.addItem">
+        <source>Add</source>
+        <translation>Neu</translation>
+    </message>
+    <message id="toolbar.attachFile">
+        <source>Attach file</source>
+        <translation>Datei anhängen</translation>
+    </message>
+    <message id="toolbar.filter">
+        <source>Filter by color</source>
+        <translation>Nach Farbe filtern</translation>
+    </message>
+    <message id="toolbar.grid">
+        <source>Snap to grid</source>
+        <translation>Am Raster ausrichten</translation>
+    </message>
+    <message id="toolbar.arrange">
+        <source>Arrange as tree</source>
+        <translation>Als Baum anordnen</translation>
+    </message>
+    <message id="toolbar.archiveDone">
+        <source>Archive done tasks</source>
+        <translation>Erledigte archivieren</translation>
+    </message>
+    <message id="archive.action.archiveDone">
+        <source>Archive done</source>
+        <translation>Erledigte archivieren</translation>
+    </message>
+    <message id="toolbar.filter.off">
+        <source>No filter</source>
+        <translation>Kein Filter</translation>
+    </message>
+    <message id="toolbar.filter.clear">
+        <source>Clear filter</source>
+        <translation>Filter aufheben</translation>
+    </message>
+    <message id="toolbar.filter.mode.label">
+        <source>Other tasks</source>
+        <translation>Andere Aufgaben</translation>
+    </message>
+    <message id="toolbar.filter.mode.dim">
+        <source>Dim</source>
+        <translation>Abblenden</translation>
+    </message>
+    <message id="toolbar.filter.mode.hide">
+        <source>Hide</source>
+        <translation>Ausblenden</translation>
+    </message>
+    <message id="toolbar.zoomOut">
+        <source>Zoom out</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message id="toolbar.zoomIn">
+        <source>Zoom in</source>
+        <translation>Vergrößern</translation>
+    </message>
+    <message id="toolbar.zoomToFit">
+        <source>Zoom to fit</source>
+        <translation>Alles zeigen</translation>
+    </message>
+    <message id="toolbar.zoomLevel">
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+    <message id="toolbar.progress">
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message id="toolbar.progress %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 von %2 erledigt</translation>
+    </message>
+    <message id="toolbar.progress.short %lld %lld">
+        <source>%1/%2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message id="toolbar.progress.ready %lld %lld %lld">
+        <source>%1 of %2 done · %3 ready</source>
+        <translation>%1 von %2 erledigt · %3 bereit</translation>
+    </message>
+    <message id="canvas.empty.title">
+        <source>An empty flow</source>
+        <translation>Ein leerer Ablauf</translation>
+    </message>
+    <message id="canvas.empty.message">
+        <source>Add a first task, then draw from its port to the next one.</source>
+        <translation>Füge eine erste Aufgabe hinzu und zieh dann von ihrem Anschluss zur nächsten.</translation>
+    </message>
+    <message id="canvas.empty.addButton">
+        <source>Add first task</source>
+        <translation>Erste Aufgabe hinzufügen</translation>
+    </message>
 </context>
 </TS>

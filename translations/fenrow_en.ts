@@ -795,5 +795,273 @@
         <source>New flow</source>
         <translation>New flow</translation>
     </message>
+    <message id="canvas.node.status.pending">
+        <source>Not started</source>
+        <translation>Not started</translation>
+    </message>
+    <message id="canvas.node.status.inProgress">
+        <source>In progress</source>
+        <translation>In progress</translation>
+    </message>
+    <message id="canvas.node.status.done">
+        <source>Done</source>
+        <translation>Done</translation>
+    </message>
+    <message id="canvas.node.status.paused">
+        <source>Paused</source>
+        <translation>Paused</translation>
+    </message>
+    <message id="canvas.node.starts ">
+        <source>Starts %1</source>
+        <translation>Starts %1</translation>
+    </message>
+    <message id="canvas.node.waiting ">
+        <source>Waiting on %1</source>
+        <translation>Waiting on %1</translation>
+    </message>
+    <message id="canvas.node.ready">
+        <source>Ready</source>
+        <translation>Ready</translation>
+    </message>
+    <message id="canvas.node.status.label">
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message id="canvas.node.deferred.help">
+        <source>Not before this day</source>
+        <translation>Not before this day</translation>
+    </message>
+    <message id="canvas.node.due.label">
+        <source>Due date</source>
+        <translation>Due date</translation>
+    </message>
+    <message id="canvas.node.repeat.label">
+        <source>Repeats</source>
+        <translation>Repeats</translation>
+    </message>
+    <message id="canvas.node.checklist.help">
+        <source>Steps done</source>
+        <translation>Steps done</translation>
+    </message>
+    <message id="canvas.node.priority.label">
+        <source>Priority</source>
+        <translation>Priority</translation>
+    </message>
+    <message id="canvas.cycleRejection">
+        <source>That connection would make a loop</source>
+        <translation>That connection would make a loop</translation>
+    </message>
+    <message id="canvas.file.drop.tooLarge ">
+        <source>%1 is too large to attach (%2)</source>
+        <translation>%1 is too large to attach (%2)</translation>
+    </message>
+    <message id="canvas.file.drop.failed ">
+        <source>%1 could not be read</source>
+        <translation>%1 could not be read</translation>
+    </message>
+    <message id="canvas.port.label">
+        <source>Connect</source>
+        <translation>Connect</translation>
+    </message>
+    <message id="canvas.port.help.collapse">
+        <source>Drag to connect; click to fold or unfold the subtasks</source>
+        <translation>Drag to connect; click to fold or unfold the subtasks</translation>
+    </message>
+    <message id="canvas.port.action.collapse">
+        <source>Fold subtasks</source>
+        <translation>Fold subtasks</translation>
+    </message>
+    <message id="canvas.port.action.expand">
+        <source>Unfold subtasks</source>
+        <translation>Unfold subtasks</translation>
+    </message>
+    <message id="canvas.edge.delete">
+        <source>Delete connection</source>
+        <translation>Delete connection</translation>
+    </message>
+    <message id="canvas.fileLink.delete">
+        <source>Unlink file</source>
+        <translation>Unlink file</translation>
+    </message>
+    <message id="canvas.node.addChild">
+        <source>Add subtask</source>
+        <translation>Add subtask</translation>
+    </message>
+    <message id="canvas.node.rename">
+        <source>Rename</source>
+        <translation>Rename</translation>
+    </message>
+    <message id="canvas.node.setColor">
+        <source>Color</source>
+        <translation>Color</translation>
+    </message>
+    <message id="canvas.node.color.none">
+        <source>No color</source>
+        <translation>No color</translation>
+    </message>
+    <message id="canvas.node.color.red">
+        <source>Red</source>
+        <translation>Red</translation>
+    </message>
+    <message id="canvas.node.color.orange">
+        <source>Orange</source>
+        <translation>Orange</translation>
+    </message>
+    <message id="canvas.node.color.yellow">
+        <source>Yellow</source>
+        <translation>Yellow</translation>
+    </message>
+    <message id="canvas.node.color.green">
+        <source>Green</source>
+        <translation>Green</translation>
+    </message>
+    <message id="canvas.node.color.blue">
+        <source>Blue</source>
+        <translation>Blue</translation>
+    </message>
+    <message id="canvas.node.color.purple">
+        <source>Purple</source>
+        <translation>Purple</translation>
+    </message>
+    <message id="canvas.node.color.pink">
+        <source>Pink</source>
+        <translation>Pink</translation>
+    </message>
+    <message id="canvas.node.color.grey">
+        <source>Grey</source>
+        <translation>Grey</translation>
+    </message>
+    <message id="canvas.node.resize.reset">
+        <source>Reset size</source>
+        <translation>Reset size</translation>
+    </message>
+    <message id="canvas.node.delete">
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message id="canvas.file.open">
+        <source>Open</source>
+        <translation>Open</translation>
+    </message>
+    <message id="canvas.file.exportCopy">
+        <source>Save a copy…</source>
+        <translation>Save a copy…</translation>
+    </message>
+    <message id="canvas.file.missing">
+        <source>The file's contents are missing</source>
+        <translation>The file's contents are missing</translation>
+    </message>
+    <message id="canvas.file.unlinkAll">
+        <source>Unlink from all tasks</source>
+        <translation>Unlink from all tasks</translation>
+    </message>
+    <message id="canvas.file.delete">
+        <source>Delete file</source>
+        <translation>Delete file</translation>
+    </message>
+    <message id="canvas.file.add">
+        <source>Attach file…</source>
+        <translation>Attach file…</translation>
+    </message>
+    <message id="canvas.file.add.prompt">
+        <source>Choose files to attach</source>
+        <translation>Choose files to attach</translation>
+    </message>
+    <message id="toolbar.addTask">
+        <source>Add task</source>
+        <translation>Add task</translation>
+    </message>
+    <message id="toolbar.addItem">
+        <source>Add</source>
+        <translation>Add</translation>
+    </message>
+    <message id="toolbar.attachFile">
+        <source>Attach file</source>
+        <translation>Attach file</translation>
+    </message>
+    <message id="toolbar.filter">
+        <source>Filter by color</source>
+        <translation>Filter by color</translation>
+    </message>
+    <message id="toolbar.grid">
+        <source>Snap to grid</source>
+        <translation>Snap to grid</translation>
+    </message>
+    <message id="toolbar.arrange">
+        <source>Arrange as tree</source>
+        <translation>Arrange as tree</translation>
+    </message>
+    <message id="toolbar.archiveDone">
+        <source>Archive done tasks</source>
+        <translation>Archive done tasks</translation>
+    </message>
+    <message id="archive.action.archiveDone">
+        <source>Archive done</source>
+        <translation>Archive done</translation>
+    </message>
+    <message id="toolbar.filter.off">
+        <source>No filter</source>
+        <translation>No filter</translation>
+    </message>
+    <message id="toolbar.filter.clear">
+        <source>Clear filter</source>
+        <translation>Clear filter</translation>
+    </message>
+    <message id="toolbar.filter.mode.label">
+        <source>Other tasks</source>
+        <translation>Other tasks</translation>
+    </message>
+    <message id="toolbar.filter.mode.dim">
+        <source>Dim</source>
+        <translation>Dim</translation>
+    </message>
+    <message id="toolbar.filter.mode.hide">
+        <source>Hide</source>
+        <translation>Hide</translation>
+    </message>
+    <message id="toolbar.zoomOut">
+        <source>Zoom out</source>
+        <translation>Zoom out</translation>
+    </message>
+    <message id="toolbar.zoomIn">
+        <source>Zoom in</source>
+        <translation>Zoom in</translation>
+    </message>
+    <message id="toolbar.zoomToFit">
+        <source>Zoom to fit</source>
+        <translation>Zoom to fit</translation>
+    </message>
+    <message id="toolbar.zoomLevel">
+        <source>%1%</source>
+        <translation>%1%</translation>
+    </message>
+    <message id="toolbar.progress">
+        <source>Progress</source>
+        <translation>Progress</translation>
+    </message>
+    <message id="toolbar.progress %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 of %2 done</translation>
+    </message>
+    <message id="toolbar.progress.short %lld %lld">
+        <source>%1/%2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message id="toolbar.progress.ready %lld %lld %lld">
+        <source>%1 of %2 done · %3 ready</source>
+        <translation>%1 of %2 done · %3 ready</translation>
+    </message>
+    <message id="canvas.empty.title">
+        <source>An empty flow</source>
+        <translation>An empty flow</translation>
+    </message>
+    <message id="canvas.empty.message">
+        <source>Add a first task, then draw from its port to the next one.</source>
+        <translation>Add a first task, then draw from its port to the next one.</translation>
+    </message>
+    <message id="canvas.empty.addButton">
+        <source>Add first task</source>
+        <translation>Add first task</translation>
+    </message>
 </context>
 </TS>

@@ -795,5 +795,273 @@
         <source>New flow</source>
         <translation>Nuevo flujo</translation>
     </message>
+    <message id="canvas.node.status.pending">
+        <source>Not started</source>
+        <translation>Sin empezar</translation>
+    </message>
+    <message id="canvas.node.status.inProgress">
+        <source>In progress</source>
+        <translation>En curso</translation>
+    </message>
+    <message id="canvas.node.status.done">
+        <source>Done</source>
+        <translation>Hecho</translation>
+    </message>
+    <message id="canvas.node.status.paused">
+        <source>Paused</source>
+        <translation>En pausa</translation>
+    </message>
+    <message id="canvas.node.starts ">
+        <source>Starts %1</source>
+        <translation>Empieza %1</translation>
+    </message>
+    <message id="canvas.node.waiting ">
+        <source>Waiting on %1</source>
+        <translation>Espera a %1</translation>
+    </message>
+    <message id="canvas.node.ready">
+        <source>Ready</source>
+        <translation>Lista</translation>
+    </message>
+    <message id="canvas.node.status.label">
+        <source>Status</source>
+        <translation>Estado</translation>
+    </message>
+    <message id="canvas.node.deferred.help">
+        <source>Not before this day</source>
+        <translation>No antes de este día</translation>
+    </message>
+    <message id="canvas.node.due.label">
+        <source>Due date</source>
+        <translation>Fecha límite</translation>
+    </message>
+    <message id="canvas.node.repeat.label">
+        <source>Repeats</source>
+        <translation>Se repite</translation>
+    </message>
+    <message id="canvas.node.checklist.help">
+        <source>Steps done</source>
+        <translation>Pasos hechos</translation>
+    </message>
+    <message id="canvas.node.priority.label">
+        <source>Priority</source>
+        <translation>Prioridad</translation>
+    </message>
+    <message id="canvas.cycleRejection">
+        <source>That connection would make a loop</source>
+        <translation>Esa conexión formaría un ciclo</translation>
+    </message>
+    <message id="canvas.file.drop.tooLarge ">
+        <source>%1 is too large to attach (%2)</source>
+        <translation>%1 es demasiado grande para adjuntarlo (%2)</translation>
+    </message>
+    <message id="canvas.file.drop.failed ">
+        <source>%1 could not be read</source>
+        <translation>No se pudo leer %1</translation>
+    </message>
+    <message id="canvas.port.label">
+        <source>Connect</source>
+        <translation>Conectar</translation>
+    </message>
+    <message id="canvas.port.help.collapse">
+        <source>Drag to connect; click to fold or unfold the subtasks</source>
+        <translation>Arrastra para conectar; haz clic para plegar o desplegar las subtareas</translation>
+    </message>
+    <message id="canvas.port.action.collapse">
+        <source>Fold subtasks</source>
+        <translation>Plegar subtareas</translation>
+    </message>
+    <message id="canvas.port.action.expand">
+        <source>Unfold subtasks</source>
+        <translation>Desplegar subtareas</translation>
+    </message>
+    <message id="canvas.edge.delete">
+        <source>Delete connection</source>
+        <translation>Eliminar conexión</translation>
+    </message>
+    <message id="canvas.fileLink.delete">
+        <source>Unlink file</source>
+        <translation>Desvincular archivo</translation>
+    </message>
+    <message id="canvas.node.addChild">
+        <source>Add subtask</source>
+        <translation>Añadir subtarea</translation>
+    </message>
+    <message id="canvas.node.rename">
+        <source>Rename</source>
+        <translation>Renombrar</translation>
+    </message>
+    <message id="canvas.node.setColor">
+        <source>Color</source>
+        <translation>Color</translation>
+    </message>
+    <message id="canvas.node.color.none">
+        <source>No color</source>
+        <translation>Sin color</translation>
+    </message>
+    <message id="canvas.node.color.red">
+        <source>Red</source>
+        <translation>Rojo</translation>
+    </message>
+    <message id="canvas.node.color.orange">
+        <source>Orange</source>
+        <translation>Naranja</translation>
+    </message>
+    <message id="canvas.node.color.yellow">
+        <source>Yellow</source>
+        <translation>Amarillo</translation>
+    </message>
+    <message id="canvas.node.color.green">
+        <source>Green</source>
+        <translation>Verde</translation>
+    </message>
+    <message id="canvas.node.color.blue">
+        <source>Blue</source>
+        <translation>Azul</translation>
+    </message>
+    <message id="canvas.node.color.purple">
+        <source>Purple</source>
+        <translation>Morado</translation>
+    </message>
+    <message id="canvas.node.color.pink">
+        <source>Pink</source>
+        <translation>Rosa</translation>
+    </message>
+    <message id="canvas.node.color.grey">
+        <source>Grey</source>
+        <translation>Gris</translation>
+    </message>
+    <message id="canvas.node.resize.reset">
+        <source>Reset size</source>
+        <translation>Restablecer tamaño</translation>
+    </message>
+    <message id="canvas.node.delete">
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message id="canvas.file.open">
+        <source>Open</source>
+        <translation>Abrir</translation>
+    </message>
+    <message id="canvas.file.exportCopy">
+        <source>Save a copy…</source>
+        <translation>Guardar una copia…</translation>
+    </message>
+    <message id="canvas.file.missing">
+        <source>The file's contents are missing</source>
+        <translation>Falta el contenido del archivo</translation>
+    </message>
+    <message id="canvas.file.unlinkAll">
+        <source>Unlink from all tasks</source>
+        <translation>Desvincular de todas las tareas</translation>
+    </message>
+    <message id="canvas.file.delete">
+        <source>Delete file</source>
+        <translation>Eliminar archivo</translation>
+    </message>
+    <message id="canvas.file.add">
+        <source>Attach file…</source>
+        <translation>Adjuntar archivo…</translation>
+    </message>
+    <message id="canvas.file.add.prompt">
+        <source>Choose files to attach</source>
+        <translation>Elige los archivos que adjuntar</translation>
+    </message>
+    <message id="toolbar.addTask">
+        <source>Add task</source>
+        <translation>Añadir tarea</translation>
+    </message>
+    <message id="toolbar.addItem">
+        <source>Add</source>
+        <translation>Añadir</translation>
+    </message>
+    <message id="toolbar.attachFile">
+        <source>Attach file</source>
+        <translation>Adjuntar archivo</translation>
+    </message>
+    <message id="toolbar.filter">
+        <source>Filter by color</source>
+        <translation>Filtrar por color</translation>
+    </message>
+    <message id="toolbar.grid">
+        <source>Snap to grid</source>
+        <translation>Ajustar a la cuadrícula</translation>
+    </message>
+    <message id="toolbar.arrange">
+        <source>Arrange as tree</source>
+        <translation>Ordenar como árbol</translation>
+    </message>
+    <message id="toolbar.archiveDone">
+        <source>Archive done tasks</source>
+        <translation>Archivar las tareas hechas</translation>
+    </message>
+    <message id="archive.action.archiveDone">
+        <source>Archive done</source>
+        <translation>Archivar hechas</translation>
+    </message>
+    <message id="toolbar.filter.off">
+        <source>No filter</source>
+        <translation>Sin filtro</translation>
+    </message>
+    <message id="toolbar.filter.clear">
+        <source>Clear filter</source>
+        <translation>Quitar filtro</translation>
+    </message>
+    <message id="toolbar.filter.mode.label">
+        <source>Other tasks</source>
+        <translation>Otras tareas</translation>
+    </message>
+    <message id="toolbar.filter.mode.dim">
+        <source>Dim</source>
+        <translation>Atenuar</translation>
+    </message>
+    <message id="toolbar.filter.mode.hide">
+        <source>Hide</source>
+        <translation>Ocultar</translation>
+    </message>
+    <message id="toolbar.zoomOut">
+        <source>Zoom out</source>
+        <translation>Alejar</translation>
+    </message>
+    <message id="toolbar.zoomIn">
+        <source>Zoom in</source>
+        <translation>Acercar</translation>
+    </message>
+    <message id="toolbar.zoomToFit">
+        <source>Zoom to fit</source>
+        <translation>Ajustar a la vista</translation>
+    </message>
+    <message id="toolbar.zoomLevel">
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+    <message id="toolbar.progress">
+        <source>Progress</source>
+        <translation>Progreso</translation>
+    </message>
+    <message id="toolbar.progress %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 de %2 hechas</translation>
+    </message>
+    <message id="toolbar.progress.short %lld %lld">
+        <source>%1/%2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message id="toolbar.progress.ready %lld %lld %lld">
+        <source>%1 of %2 done · %3 ready</source>
+        <translation>%1 de %2 hechas · %3 listas</translation>
+    </message>
+    <message id="canvas.empty.title">
+        <source>An empty flow</source>
+        <translation>Un flujo vacío</translation>
+    </message>
+    <message id="canvas.empty.message">
+        <source>Add a first task, then draw from its port to the next one.</source>
+        <translation>Añade una primera tarea y arrastra desde su conector hasta la siguiente.</translation>
+    </message>
+    <message id="canvas.empty.addButton">
+        <source>Add first task</source>
+        <translation>Añadir la primera tarea</translation>
+    </message>
 </context>
 </TS>

@@ -795,5 +795,273 @@
         <source>New flow</source>
         <translation>Nouveau flux</translation>
     </message>
+    <message id="canvas.node.status.pending">
+        <source>Not started</source>
+        <translation>À faire</translation>
+    </message>
+    <message id="canvas.node.status.inProgress">
+        <source>In progress</source>
+        <translation>En cours</translation>
+    </message>
+    <message id="canvas.node.status.done">
+        <source>Done</source>
+        <translation>Terminé</translation>
+    </message>
+    <message id="canvas.node.status.paused">
+        <source>Paused</source>
+        <translation>En pause</translation>
+    </message>
+    <message id="canvas.node.starts ">
+        <source>Starts %1</source>
+        <translation>Début %1</translation>
+    </message>
+    <message id="canvas.node.waiting ">
+        <source>Waiting on %1</source>
+        <translation>Attend %1</translation>
+    </message>
+    <message id="canvas.node.ready">
+        <source>Ready</source>
+        <translation>Prête</translation>
+    </message>
+    <message id="canvas.node.status.label">
+        <source>Status</source>
+        <translation>Statut</translation>
+    </message>
+    <message id="canvas.node.deferred.help">
+        <source>Not before this day</source>
+        <translation>Pas avant ce jour</translation>
+    </message>
+    <message id="canvas.node.due.label">
+        <source>Due date</source>
+        <translation>Échéance</translation>
+    </message>
+    <message id="canvas.node.repeat.label">
+        <source>Repeats</source>
+        <translation>Se répète</translation>
+    </message>
+    <message id="canvas.node.checklist.help">
+        <source>Steps done</source>
+        <translation>Étapes faites</translation>
+    </message>
+    <message id="canvas.node.priority.label">
+        <source>Priority</source>
+        <translation>Priorité</translation>
+    </message>
+    <message id="canvas.cycleRejection">
+        <source>That connection would make a loop</source>
+        <translation>Ce lien créerait une boucle</translation>
+    </message>
+    <message id="canvas.file.drop.tooLarge ">
+        <source>%1 is too large to attach (%2)</source>
+        <translation>%1 est trop volumineux pour être joint (%2)</translation>
+    </message>
+    <message id="canvas.file.drop.failed ">
+        <source>%1 could not be read</source>
+        <translation>Impossible de lire %1</translation>
+    </message>
+    <message id="canvas.port.label">
+        <source>Connect</source>
+        <translation>Relier</translation>
+    </message>
+    <message id="canvas.port.help.collapse">
+        <source>Drag to connect; click to fold or unfold the subtasks</source>
+        <translation>Glisser pour relier ; cliquer pour replier ou déplier les sous-tâches</translation>
+    </message>
+    <message id="canvas.port.action.collapse">
+        <source>Fold subtasks</source>
+        <translation>Replier les sous-tâches</translation>
+    </message>
+    <message id="canvas.port.action.expand">
+        <source>Unfold subtasks</source>
+        <translation>Déplier les sous-tâches</translation>
+    </message>
+    <message id="canvas.edge.delete">
+        <source>Delete connection</source>
+        <translation>Supprimer le lien</translation>
+    </message>
+    <message id="canvas.fileLink.delete">
+        <source>Unlink file</source>
+        <translation>Détacher le fichier</translation>
+    </message>
+    <message id="canvas.node.addChild">
+        <source>Add subtask</source>
+        <translation>Ajouter une sous-tâche</translation>
+    </message>
+    <message id="canvas.node.rename">
+        <source>Rename</source>
+        <translation>Renommer</translation>
+    </message>
+    <message id="canvas.node.setColor">
+        <source>Color</source>
+        <translation>Couleur</translation>
+    </message>
+    <message id="canvas.node.color.none">
+        <source>No color</source>
+        <translation>Aucune couleur</translation>
+    </message>
+    <message id="canvas.node.color.red">
+        <source>Red</source>
+        <translation>Rouge</translation>
+    </message>
+    <message id="canvas.node.color.orange">
+        <source>Orange</source>
+        <translation>Orange</translation>
+    </message>
+    <message id="canvas.node.color.yellow">
+        <source>Yellow</source>
+        <translation>Jaune</translation>
+    </message>
+    <message id="canvas.node.color.green">
+        <source>Green</source>
+        <translation>Vert</translation>
+    </message>
+    <message id="canvas.node.color.blue">
+        <source>Blue</source>
+        <translation>Bleu</translation>
+    </message>
+    <message id="canvas.node.color.purple">
+        <source>Purple</source>
+        <translation>Violet</translation>
+    </message>
+    <message id="canvas.node.color.pink">
+        <source>Pink</source>
+        <translation>Rose</translation>
+    </message>
+    <message id="canvas.node.color.grey">
+        <source>Grey</source>
+        <translation>Gris</translation>
+    </message>
+    <message id="canvas.node.resize.reset">
+        <source>Reset size</source>
+        <translation>Rétablir la taille</translation>
+    </message>
+    <message id="canvas.node.delete">
+        <source>Delete</source>
+        <translation>Supprimer</translation>
+    </message>
+    <message id="canvas.file.open">
+        <source>Open</source>
+        <translation>Ouvrir</translation>
+    </message>
+    <message id="canvas.file.exportCopy">
+        <source>Save a copy…</source>
+        <translation>Enregistrer une copie…</translation>
+    </message>
+    <message id="canvas.file.missing">
+        <source>The file's contents are missing</source>
+        <translation>Le contenu du fichier est introuvable</translation>
+    </message>
+    <message id="canvas.file.unlinkAll">
+        <source>Unlink from all tasks</source>
+        <translation>Détacher de toutes les tâches</translation>
+    </message>
+    <message id="canvas.file.delete">
+        <source>Delete file</source>
+        <translation>Supprimer le fichier</translation>
+    </message>
+    <message id="canvas.file.add">
+        <source>Attach file…</source>
+        <translation>Joindre un fichier…</translation>
+    </message>
+    <message id="canvas.file.add.prompt">
+        <source>Choose files to attach</source>
+        <translation>Choisissez les fichiers à joindre</translation>
+    </message>
+    <message id="toolbar.addTask">
+        <source>Add task</source>
+        <translation>Ajouter une tâche</translation>
+    </message>
+    <message id="toolbar.addItem">
+        <source>Add</source>
+        <translation>Ajouter</translation>
+    </message>
+    <message id="toolbar.attachFile">
+        <source>Attach file</source>
+        <translation>Joindre un fichier</translation>
+    </message>
+    <message id="toolbar.filter">
+        <source>Filter by color</source>
+        <translation>Filtrer par couleur</translation>
+    </message>
+    <message id="toolbar.grid">
+        <source>Snap to grid</source>
+        <translation>Aligner sur la grille</translation>
+    </message>
+    <message id="toolbar.arrange">
+        <source>Arrange as tree</source>
+        <translation>Disposer en arbre</translation>
+    </message>
+    <message id="toolbar.archiveDone">
+        <source>Archive done tasks</source>
+        <translation>Archiver les tâches terminées</translation>
+    </message>
+    <message id="archive.action.archiveDone">
+        <source>Archive done</source>
+        <translation>Archiver les terminées</translation>
+    </message>
+    <message id="toolbar.filter.off">
+        <source>No filter</source>
+        <translation>Aucun filtre</translation>
+    </message>
+    <message id="toolbar.filter.clear">
+        <source>Clear filter</source>
+        <translation>Effacer le filtre</translation>
+    </message>
+    <message id="toolbar.filter.mode.label">
+        <source>Other tasks</source>
+        <translation>Autres tâches</translation>
+    </message>
+    <message id="toolbar.filter.mode.dim">
+        <source>Dim</source>
+        <translation>Estomper</translation>
+    </message>
+    <message id="toolbar.filter.mode.hide">
+        <source>Hide</source>
+        <translation>Masquer</translation>
+    </message>
+    <message id="toolbar.zoomOut">
+        <source>Zoom out</source>
+        <translation>Zoom arrière</translation>
+    </message>
+    <message id="toolbar.zoomIn">
+        <source>Zoom in</source>
+        <translation>Zoom avant</translation>
+    </message>
+    <message id="toolbar.zoomToFit">
+        <source>Zoom to fit</source>
+        <translation>Tout afficher</translation>
+    </message>
+    <message id="toolbar.zoomLevel">
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+    <message id="toolbar.progress">
+        <source>Progress</source>
+        <translation>Progression</translation>
+    </message>
+    <message id="toolbar.progress %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%1 sur %2 terminées</translation>
+    </message>
+    <message id="toolbar.progress.short %lld %lld">
+        <source>%1/%2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message id="toolbar.progress.ready %lld %lld %lld">
+        <source>%1 of %2 done · %3 ready</source>
+        <translation>%1 sur %2 terminées · %3 prêtes</translation>
+    </message>
+    <message id="canvas.empty.title">
+        <source>An empty flow</source>
+        <translation>Un flux vide</translation>
+    </message>
+    <message id="canvas.empty.message">
+        <source>Add a first task, then draw from its port to the next one.</source>
+        <translation>Ajoutez une première tâche, puis tirez depuis son port vers la suivante.</translation>
+    </message>
+    <message id="canvas.empty.addButton">
+        <source>Add first task</source>
+        <translation>Ajouter une première tâche</translation>
+    </message>
 </context>
 </TS>

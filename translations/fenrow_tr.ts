@@ -795,5 +795,273 @@
         <source>New flow</source>
         <translation>Yeni akış</translation>
     </message>
+    <message id="canvas.node.status.pending">
+        <source>Not started</source>
+        <translation>Başlanmadı</translation>
+    </message>
+    <message id="canvas.node.status.inProgress">
+        <source>In progress</source>
+        <translation>Sürüyor</translation>
+    </message>
+    <message id="canvas.node.status.done">
+        <source>Done</source>
+        <translation>Bitti</translation>
+    </message>
+    <message id="canvas.node.status.paused">
+        <source>Paused</source>
+        <translation>Duraklatıldı</translation>
+    </message>
+    <message id="canvas.node.starts ">
+        <source>Starts %1</source>
+        <translation>Başlangıç %1</translation>
+    </message>
+    <message id="canvas.node.waiting ">
+        <source>Waiting on %1</source>
+        <translation>%1 görev bekleniyor</translation>
+    </message>
+    <message id="canvas.node.ready">
+        <source>Ready</source>
+        <translation>Hazır</translation>
+    </message>
+    <message id="canvas.node.status.label">
+        <source>Status</source>
+        <translation>Durum</translation>
+    </message>
+    <message id="canvas.node.deferred.help">
+        <source>Not before this day</source>
+        <translation>Bu günden önce değil</translation>
+    </message>
+    <message id="canvas.node.due.label">
+        <source>Due date</source>
+        <translation>Bitiş tarihi</translation>
+    </message>
+    <message id="canvas.node.repeat.label">
+        <source>Repeats</source>
+        <translation>Tekrarlanır</translation>
+    </message>
+    <message id="canvas.node.checklist.help">
+        <source>Steps done</source>
+        <translation>Tamamlanan adımlar</translation>
+    </message>
+    <message id="canvas.node.priority.label">
+        <source>Priority</source>
+        <translation>Öncelik</translation>
+    </message>
+    <message id="canvas.cycleRejection">
+        <source>That connection would make a loop</source>
+        <translation>Bu bağlantı bir döngü oluşturur</translation>
+    </message>
+    <message id="canvas.file.drop.tooLarge ">
+        <source>%1 is too large to attach (%2)</source>
+        <translation>%1 eklenemeyecek kadar büyük (%2)</translation>
+    </message>
+    <message id="canvas.file.drop.failed ">
+        <source>%1 could not be read</source>
+        <translation>%1 okunamadı</translation>
+    </message>
+    <message id="canvas.port.label">
+        <source>Connect</source>
+        <translation>Bağla</translation>
+    </message>
+    <message id="canvas.port.help.collapse">
+        <source>Drag to connect; click to fold or unfold the subtasks</source>
+        <translation>Bağlamak için sürükleyin; alt görevleri katlamak ya da açmak için tıklayın</translation>
+    </message>
+    <message id="canvas.port.action.collapse">
+        <source>Fold subtasks</source>
+        <translation>Alt görevleri katla</translation>
+    </message>
+    <message id="canvas.port.action.expand">
+        <source>Unfold subtasks</source>
+        <translation>Alt görevleri aç</translation>
+    </message>
+    <message id="canvas.edge.delete">
+        <source>Delete connection</source>
+        <translation>Bağlantıyı sil</translation>
+    </message>
+    <message id="canvas.fileLink.delete">
+        <source>Unlink file</source>
+        <translation>Dosya bağlantısını kaldır</translation>
+    </message>
+    <message id="canvas.node.addChild">
+        <source>Add subtask</source>
+        <translation>Alt görev ekle</translation>
+    </message>
+    <message id="canvas.node.rename">
+        <source>Rename</source>
+        <translation>Yeniden adlandır</translation>
+    </message>
+    <message id="canvas.node.setColor">
+        <source>Color</source>
+        <translation>Renk</translation>
+    </message>
+    <message id="canvas.node.color.none">
+        <source>No color</source>
+        <translation>Renksiz</translation>
+    </message>
+    <message id="canvas.node.color.red">
+        <source>Red</source>
+        <translation>Kırmızı</translation>
+    </message>
+    <message id="canvas.node.color.orange">
+        <source>Orange</source>
+        <translation>Turuncu</translation>
+    </message>
+    <message id="canvas.node.color.yellow">
+        <source>Yellow</source>
+        <translation>Sarı</translation>
+    </message>
+    <message id="canvas.node.color.green">
+        <source>Green</source>
+        <translation>Yeşil</translation>
+    </message>
+    <message id="canvas.node.color.blue">
+        <source>Blue</source>
+        <translation>Mavi</translation>
+    </message>
+    <message id="canvas.node.color.purple">
+        <source>Purple</source>
+        <translation>Mor</translation>
+    </message>
+    <message id="canvas.node.color.pink">
+        <source>Pink</source>
+        <translation>Pembe</translation>
+    </message>
+    <message id="canvas.node.color.grey">
+        <source>Grey</source>
+        <translation>Gri</translation>
+    </message>
+    <message id="canvas.node.resize.reset">
+        <source>Reset size</source>
+        <translation>Boyutu sıfırla</translation>
+    </message>
+    <message id="canvas.node.delete">
+        <source>Delete</source>
+        <translation>Sil</translation>
+    </message>
+    <message id="canvas.file.open">
+        <source>Open</source>
+        <translation>Aç</translation>
+    </message>
+    <message id="canvas.file.exportCopy">
+        <source>Save a copy…</source>
+        <translation>Bir kopyasını kaydet…</translation>
+    </message>
+    <message id="canvas.file.missing">
+        <source>The file's contents are missing</source>
+        <translation>Dosyanın içeriği eksik</translation>
+    </message>
+    <message id="canvas.file.unlinkAll">
+        <source>Unlink from all tasks</source>
+        <translation>Tüm görevlerden ayır</translation>
+    </message>
+    <message id="canvas.file.delete">
+        <source>Delete file</source>
+        <translation>Dosyayı sil</translation>
+    </message>
+    <message id="canvas.file.add">
+        <source>Attach file…</source>
+        <translation>Dosya ekle…</translation>
+    </message>
+    <message id="canvas.file.add.prompt">
+        <source>Choose files to attach</source>
+        <translation>Eklenecek dosyaları seçin</translation>
+    </message>
+    <message id="toolbar.addTask">
+        <source>Add task</source>
+        <translation>Görev ekle</translation>
+    </message>
+    <message id="toolbar.addItem">
+        <source>Add</source>
+        <translation>Ekle</translation>
+    </message>
+    <message id="toolbar.attachFile">
+        <source>Attach file</source>
+        <translation>Dosya ekle</translation>
+    </message>
+    <message id="toolbar.filter">
+        <source>Filter by color</source>
+        <translation>Renge göre süz</translation>
+    </message>
+    <message id="toolbar.grid">
+        <source>Snap to grid</source>
+        <translation>Izgaraya hizala</translation>
+    </message>
+    <message id="toolbar.arrange">
+        <source>Arrange as tree</source>
+        <translation>Ağaç olarak diz</translation>
+    </message>
+    <message id="toolbar.archiveDone">
+        <source>Archive done tasks</source>
+        <translation>Biten görevleri arşivle</translation>
+    </message>
+    <message id="archive.action.archiveDone">
+        <source>Archive done</source>
+        <translation>Bitenleri arşivle</translation>
+    </message>
+    <message id="toolbar.filter.off">
+        <source>No filter</source>
+        <translation>Süzgeç yok</translation>
+    </message>
+    <message id="toolbar.filter.clear">
+        <source>Clear filter</source>
+        <translation>Süzgeci temizle</translation>
+    </message>
+    <message id="toolbar.filter.mode.label">
+        <source>Other tasks</source>
+        <translation>Diğer görevler</translation>
+    </message>
+    <message id="toolbar.filter.mode.dim">
+        <source>Dim</source>
+        <translation>Soluklaştır</translation>
+    </message>
+    <message id="toolbar.filter.mode.hide">
+        <source>Hide</source>
+        <translation>Gizle</translation>
+    </message>
+    <message id="toolbar.zoomOut">
+        <source>Zoom out</source>
+        <translation>Uzaklaştır</translation>
+    </message>
+    <message id="toolbar.zoomIn">
+        <source>Zoom in</source>
+        <translation>Yakınlaştır</translation>
+    </message>
+    <message id="toolbar.zoomToFit">
+        <source>Zoom to fit</source>
+        <translation>Sığacak şekilde yakınlaştır</translation>
+    </message>
+    <message id="toolbar.zoomLevel">
+        <source>%1%</source>
+        <translation>%%1</translation>
+    </message>
+    <message id="toolbar.progress">
+        <source>Progress</source>
+        <translation>İlerleme</translation>
+    </message>
+    <message id="toolbar.progress %lld %lld">
+        <source>%1 of %2 done</source>
+        <translation>%2 görevin %1 tanesi bitti</translation>
+    </message>
+    <message id="toolbar.progress.short %lld %lld">
+        <source>%1/%2</source>
+        <translation>%1/%2</translation>
+    </message>
+    <message id="toolbar.progress.ready %lld %lld %lld">
+        <source>%1 of %2 done · %3 ready</source>
+        <translation>%2 görevin %1 tanesi bitti · %3 hazır</translation>
+    </message>
+    <message id="canvas.empty.title">
+        <source>An empty flow</source>
+        <translation>Boş bir akış</translation>
+    </message>
+    <message id="canvas.empty.message">
+        <source>Add a first task, then draw from its port to the next one.</source>
+        <translation>İlk görevi ekleyin, sonra bağlantı noktasından bir sonrakine çizin.</translation>
+    </message>
+    <message id="canvas.empty.addButton">
+        <source>Add first task</source>
+        <translation>İlk görevi ekle</translation>
+    </message>
 </context>
 </TS>
