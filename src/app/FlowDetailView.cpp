@@ -1,94 +1,162 @@
 #include "FlowDetailView.h"
 
-#include "Theme.h"
+#include "CanvasAppearance.h"
+#include "CanvasProgressReadout.h"
+#include "CanvasToolbar.h"
+#include "CanvasView.h"
+#include "CanvasZoomPill.h"
+#include "EmptyCanvasHint.h"
+#include "NodeInspector.h"
+#include "PanelResizeDivider.h"
+#include "canvas/CanvasEditor.h"
+#include "canvas/CanvasRequests.h"
+#include "canvas/CanvasScheduler.h"
 #include "domain/FenrowStore.h"
 #include "domain/FlowProgress.h"
-#include "shell/FlowProgressText.h"
+#include "domain/Readiness.h"
+#include "domain/TaskFlow.h"
+#include "shell/AppPreferences.h"
 
-#include <QLabel>
-#include <QPainter>
-#include <QVBoxLayout>
+#include "domain/Clock.h"
+
+#include <QEvent>
+#include <QShowEvent>
+#include <QHBoxLayout>
 
 namespace fenrow {
 
 namespace {
-constexpr int gridStep = 22;
+// Room between the floating tools and the canvas's edges.
+constexpr int overlayMargin = 12;
+// Below this canvas width the readout shows its numbers the short way.
+constexpr int compactReadoutWidth = 620;
+// Narrower than this, the flow's name would say too little beside the tools.
+constexpr int minimumReadoutWidth = 220;
+} // namespace
+
+FlowDetailView::FlowDetailView(FenrowStore &store, FenrowHistory &history, ActiveFlowState &activeFlow,
+                               AppPreferences &preferences, QWidget *parent)
+    : QWidget(parent), m_store(store), m_history(history), m_activeFlow(activeFlow), m_preferences(preferences)
+{
+    setObjectName(QStringLiteral("canvas.root"));
+    m_appearance = new CanvasAppearance(preferences, this);
+    m_scheduler = new TimerScheduler(this);
+    m_zoomRequests = new CanvasZoomRequest(this);
+    m_revealRequests = new CanvasRevealRequest(this);
+
+    m_canvas = new CanvasView(store, history, preferences, *m_appearance, this);
+    m_readout = new CanvasProgressReadout(*m_appearance, m_canvas);
+    m_toolbar = new CanvasToolbar(store, history, preferences, *m_appearance, *m_canvas, m_canvas);
+    m_zoomPill = new CanvasZoomPill(*m_appearance, *m_zoomRequests, m_canvas);
+    m_emptyHint = new EmptyCanvasHint(*m_appearance, m_canvas);
+    m_emptyHint->hide();
+
+    m_inspector = new NodeInspector(store, history, preferences, this);
+    m_inspector->hide();
+    m_divider = new PanelResizeDivider(m_inspector, PanelResizeDivider::Side::trailing,
+                                       int(AppPreferences::minimumInspectorWidth),
+                                       int(AppPreferences::maximumInspectorWidth), this);
+    m_divider->setObjectName(QStringLiteral("inspector.resize"));
+    m_divider->hide();
+    setInspectorWidth(qRound(preferences.inspectorWidth()));
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(m_canvas, 1);
+    row->addWidget(m_divider);
+    row->addWidget(m_inspector);
+
+    m_canvas->installEventFilter(this);
+    connect(m_canvas, &CanvasView::contentChanged, this, &FlowDetailView::refresh);
+    connect(m_emptyHint, &EmptyCanvasHint::addRequested, m_canvas, &CanvasView::addTask);
+    connect(m_toolbar, &CanvasToolbar::archiveDoneRequested, this, &FlowDetailView::archiveDoneRequested);
+    connect(m_inspector, &NodeInspector::revealRequested, this, &FlowDetailView::revealNode);
+    connect(m_divider, &PanelResizeDivider::widthChanged, this, &FlowDetailView::setInspectorWidth);
+    connect(m_divider, &PanelResizeDivider::resizeFinished, this,
+            [this](int width) { m_preferences.setInspectorWidth(width); });
+    connect(&m_store, &FenrowStore::changed, this, &FlowDetailView::refresh);
 }
 
-// A thin bar of done over total.
-class ProgressStrip : public QWidget {
-public:
-    explicit ProgressStrip(QWidget *parent) : QWidget(parent) { setFixedSize(220, 6); }
-
-    void setProgress(const FlowProgress &progress)
-    {
-        m_progress = progress;
-        update();
-    }
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        const QRectF track = rect();
-        const qreal radius = track.height() / 2;
-        painter.setBrush(Theme::Color::track);
-        painter.drawRoundedRect(track, radius, radius);
-        if (m_progress.totalCount == 0 || m_progress.doneCount == 0)
-            return;
-        const bool complete = m_progress.doneCount == m_progress.totalCount;
-        QRectF done = track;
-        done.setWidth(track.width() * qreal(m_progress.doneCount) / qreal(m_progress.totalCount));
-        painter.setBrush(complete ? Theme::Color::done : Theme::Color::accent);
-        painter.drawRoundedRect(done, radius, radius);
-    }
-
-private:
-    FlowProgress m_progress;
-};
-
-FlowDetailView::FlowDetailView(FenrowStore &store, QWidget *parent) : QWidget(parent), m_store(store)
+FlowDetailView::~FlowDetailView()
 {
-    // The flow's canvas will take this place; it keeps the canvas's name.
-    setObjectName(QStringLiteral("canvas.root"));
-    setAutoFillBackground(true);
+    m_canvas->removeEventFilter(this);
+    stopCanvas();
+}
 
-    m_name = new QLabel(this);
-    m_name->setObjectName(QStringLiteral("detail.flow.name"));
-    m_name->setFont(Theme::largeTitleFont());
-    m_name->setTextFormat(Qt::PlainText);
-    m_name->setWordWrap(true);
-    // A long name wraps inside the window instead of widening it.
-    m_name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-
-    m_progress = new QLabel(this);
-    m_progress->setObjectName(QStringLiteral("detail.flow.progress"));
-    m_progress->setWordWrap(true);
-    QPalette muted = m_progress->palette();
-    muted.setColor(QPalette::WindowText, Theme::Color::secondaryText);
-    m_progress->setPalette(muted);
-
-    m_bar = new ProgressStrip(this);
-
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(36, 30, 36, 30);
-    column->setSpacing(0);
-    column->addWidget(m_name);
-    column->addSpacing(6);
-    column->addWidget(m_progress);
-    column->addSpacing(12);
-    column->addWidget(m_bar);
-    column->addStretch(1);
-
-    connect(&m_store, &FenrowStore::changed, this, &FlowDetailView::refresh);
+void FlowDetailView::setInspectorWidth(int width)
+{
+    m_inspector->setFixedWidth(std::clamp(width, int(AppPreferences::minimumInspectorWidth),
+                                          int(AppPreferences::maximumInspectorWidth)));
 }
 
 void FlowDetailView::showFlow(const QUuid &id)
 {
+    if (id == m_flowId && (m_editor || !isVisible())) {
+        refresh();
+        return;
+    }
+    stopCanvas();
     m_flowId = id;
+    if (isVisible())
+        startCanvas();
     refresh();
+}
+
+void FlowDetailView::startCanvas()
+{
+    if (m_editor || m_flowId.isNull() || !m_store.flow(m_flowId))
+        return;
+    m_interaction = std::make_unique<CanvasInteraction>();
+    m_editor = std::make_unique<CanvasEditor>(
+        CanvasEditor::Services{m_store, m_history, m_preferences, *m_scheduler, &m_activeFlow, m_revealRequests,
+                               m_zoomRequests},
+        m_flowId, *m_interaction);
+    m_canvas->setEditor(m_editor.get());
+    m_toolbar->setEditor(m_editor.get());
+    m_zoomPill->setEditor(m_editor.get());
+    connect(m_interaction.get(), &CanvasInteraction::changed, this, [this](CanvasInteraction::Field field) {
+        using Field = CanvasInteraction::Field;
+        if (field == Field::selectedItemIDs || field == Field::selectedEdgeID || field == Field::selectedFileID)
+            followSelection();
+    });
+    m_editor->appear(m_canvas->size());
+    m_canvas->setFocus(Qt::OtherFocusReason);
+    followSelection();
+}
+
+void FlowDetailView::stopCanvas()
+{
+    if (!m_editor)
+        return;
+    // The panel lets go of the task first: what follows may change the store.
+    m_inspector->showSelection(m_flowId, {});
+    m_inspector->hide();
+    m_divider->hide();
+    // What the user scrolled to is kept, even within the save's short delay.
+    if (m_editor->didInitViewport())
+        m_editor->persistViewport();
+    m_editor->disappear();
+    m_canvas->setEditor(nullptr);
+    m_toolbar->setEditor(nullptr);
+    m_zoomPill->setEditor(nullptr);
+    m_editor.reset();
+    m_interaction.reset();
+}
+
+void FlowDetailView::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    startCanvas();
+    refresh();
+}
+
+void FlowDetailView::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    // A minimised window is still showing its flow.
+    if (!event->spontaneous())
+        stopCanvas();
 }
 
 void FlowDetailView::refresh()
@@ -97,20 +165,72 @@ void FlowDetailView::refresh()
     if (!flow)
         return;
     const FlowProgress progress = FlowProgress::of(flow->items());
-    m_name->setText(flow->name);
-    m_progress->setText(flowProgressText(progress));
-    m_bar->setProgress(progress);
+    const qsizetype ready = m_editor ? Readiness::readyCount(*flow, m_store.clock().now(), m_store.calendar()) : 0;
+    m_readout->setFlow(flow->name, progress, ready);
+    m_emptyHint->setVisible(flow->items().empty());
+    placeOverlays();
 }
 
-void FlowDetailView::paintEvent(QPaintEvent *)
+void FlowDetailView::followSelection()
 {
-    // The dotted ground the canvas draws on.
-    QPainter painter(this);
-    painter.fillRect(rect(), Theme::Color::window);
-    painter.setPen(QPen(Theme::Color::canvasDot, 2, Qt::SolidLine, Qt::RoundCap));
-    for (int y = gridStep; y < height(); y += gridStep)
-        for (int x = gridStep; x < width(); x += gridStep)
-            painter.drawPoint(x, y);
+    CanvasSelection selection;
+    if (m_interaction) {
+        selection.itemIDs = m_interaction->selectedItemIDs();
+        selection.edgeID = m_interaction->selectedEdgeID();
+        // A file card is shown when it is all that is selected.
+        if (selection.itemIDs.isEmpty() && !selection.edgeID)
+            if (const auto file = m_interaction->selectedFileID())
+                selection.itemIDs = {*file};
+    }
+    m_inspector->showSelection(m_flowId, selection);
+    const bool shown = m_interaction && m_inspector->page() != NodeInspector::Page::empty;
+    m_inspector->setVisible(shown);
+    m_divider->setVisible(shown);
+}
+
+void FlowDetailView::revealNode(const QUuid &nodeID)
+{
+    if (!m_editor)
+        return;
+    // A task folded away or filtered out has to be brought back first.
+    if (m_editor->isVisible(nodeID))
+        m_editor->selectAndKeepVisible(nodeID);
+    else
+        m_revealRequests->post(nodeID, m_flowId);
+}
+
+bool FlowDetailView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_canvas && event->type() == QEvent::Resize)
+        placeOverlays();
+    return QWidget::eventFilter(watched, event);
+}
+
+void FlowDetailView::placeOverlays()
+{
+    const QRect area = m_canvas->rect().adjusted(overlayMargin, overlayMargin, -overlayMargin, -overlayMargin);
+    const int shadow = CanvasPanel::shadowRoom;
+    const int gap = 8;
+    m_readout->setCompact(m_canvas->width() < compactReadoutWidth);
+    m_toolbar->adjustSize();
+    m_zoomPill->adjustSize();
+    m_emptyHint->adjustSize();
+    const QSize tools = m_toolbar->size() - QSize(2 * shadow, 2 * shadow);
+    const QSize zoom = m_zoomPill->size() - QSize(2 * shadow, 2 * shadow);
+
+    // The name and the tools share the top edge while both fit; on a narrow
+    // canvas the tools go down beside the zoom pill.
+    const bool toolsOnTop = area.width() - tools.width() - gap >= minimumReadoutWidth;
+    m_readout->setRoom((toolsOnTop ? area.width() - tools.width() - gap : area.width()) + 2 * shadow);
+    m_readout->adjustSize();
+    m_readout->move(area.left() - shadow, area.top() - shadow);
+    if (toolsOnTop)
+        m_toolbar->move(area.right() - tools.width() + 1 - shadow, area.top() - shadow);
+    else
+        m_toolbar->move(area.left() - shadow, area.bottom() - tools.height() + 1 - shadow);
+    m_zoomPill->move(area.right() - zoom.width() + 1 - shadow, area.bottom() - zoom.height() + 1 - shadow);
+    m_emptyHint->move(m_canvas->width() / 2 - m_emptyHint->width() / 2,
+                      m_canvas->height() / 2 - m_emptyHint->height() / 2);
 }
 
 } // namespace fenrow

@@ -44,7 +44,7 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
     m_emptyDetail = new EmptyStateView(QStringLiteral("detail.empty"), m_detail);
     m_emptyDetail->setContent(Glyphs::Symbol::emptySelection, qtTrId("detail.empty.title"),
                               qtTrId("detail.empty.message"));
-    m_flowDetail = new FlowDetailView(store, m_detail);
+    m_flowDetail = new FlowDetailView(store, history, activeFlow, preferences, m_detail);
     m_readyList = new ReadyListView(store, history, preferences, m_detail);
     m_archiveList = new ArchiveListView(store, m_detail);
     m_detail->addWidget(m_emptyDetail);
@@ -81,6 +81,7 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
             [this](int width) { m_preferences.setSidebarWidth(width); });
     connect(m_sidebar, &Sidebar::routeSelected, this, &MainWindow::setRoute);
     connect(m_readyList, &ReadyListView::flowRequested, this, &MainWindow::selectFlow);
+    connect(m_flowDetail, &FlowDetailView::archiveDoneRequested, m_sidebar, &Sidebar::confirmArchiveDone);
     connect(m_sidebar, &Sidebar::quitRequested, this, &MainWindow::quitRequested);
     connect(&m_store, &FenrowStore::changed, this, &MainWindow::followStore);
 

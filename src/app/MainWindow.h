@@ -52,6 +52,7 @@ public:
     Sidebar *sidebar() const { return m_sidebar; }
     ReadyListView *readyList() const { return m_readyList; }
     ArchiveListView *archiveList() const { return m_archiveList; }
+    FlowDetailView *flowDetail() const { return m_flowDetail; }
     QAction *undoAction() const { return m_undo; }
     QAction *redoAction() const { return m_redo; }
 
