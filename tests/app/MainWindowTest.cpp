@@ -48,7 +48,7 @@ TEST_F(MainWindowTest, TitleAndDetailFollowTheSelectedFlow)
     EXPECT_EQ(window->windowTitle(), "Garden");
     EXPECT_EQ(shownDetail()->objectName(), "canvas.root");
     EXPECT_EQ(detailName(), "Garden");
-    EXPECT_EQ(window->findChild<QLabel *>("detail.flow.progress")->text(), "1 of 4 done · 1 in progress");
+    EXPECT_EQ(window->findChild<QLabel *>("detail.flow.progress")->text(), "1 of 4 done · 3 ready");
     EXPECT_EQ(activeFlow.activeFlowID(), garden.id);
 
     // A rename from anywhere reaches the title and the detail.

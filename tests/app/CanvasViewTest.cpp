@@ -1,0 +1,455 @@
+#include "AppTestSupport.h"
+
+#include "BrandPalette.h"
+
+#include "CanvasToolbar.h"
+#include "CanvasView.h"
+#include "CanvasZoomPill.h"
+#include "FlowDetailView.h"
+#include "NodeInspector.h"
+#include "canvas/CanvasEditor.h"
+#include "domain/DependencyEdge.h"
+#include "domain/FlowFile.h"
+#include "domain/TaskFlow.h"
+#include "shell/SampleFlow.h"
+
+#include <QDir>
+#include <QMimeData>
+#include <QLabel>
+#include <QToolButton>
+#include <QWheelEvent>
+
+namespace fenrow::testing {
+namespace {
+
+// The canvas of a flow in the real window, driven by mouse, wheel and key
+// events as Qt delivers them.
+class CanvasViewTest : public WindowFixture {
+protected:
+    const TaskFlow &flowOf(std::initializer_list<std::pair<const char *, QPointF>> tasks)
+    {
+        const TaskFlow &made = *store->addFlow(QStringLiteral("Move house"));
+        for (const auto &[title, at] : tasks)
+            store->moveNode(*store->addNode(QString::fromUtf8(title), made), at.x(), at.y());
+        // Shown at scale 1 with the canvas origin at the view's top left.
+        store->setViewport(made, 0, 0, 1);
+        return made;
+    }
+
+    void open(const TaskFlow &flow)
+    {
+        show();
+        window->selectFlow(flow.id);
+        QApplication::processEvents();
+        ASSERT_NE(canvas().editor(), nullptr);
+    }
+
+    FlowDetailView &detail() const { return *window->flowDetail(); }
+    CanvasView &canvas() const { return *detail().canvas(); }
+    CanvasEditor &editor() const { return *canvas().editor(); }
+    CanvasInteraction &interaction() const { return editor().interaction(); }
+    const FlowNode &node(const TaskFlow &flow, const QString &title) const
+    {
+        for (const FlowNode *candidate : flow.items())
+            if (candidate->title == title)
+                return *candidate;
+        throw std::runtime_error("no such task");
+    }
+    // Where the pointer finds a task: the viewport it is heading to, even
+    // while an eased move is still drawing the way there.
+    QPointF at(const FlowNode &task) const { return interaction().toScreen({task.posX, task.posY}); }
+
+    void mouse(QEvent::Type type, QPointF point, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers = {})
+    {
+        const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent event(type, point, canvas().mapToGlobal(point), button, buttons, modifiers);
+        QApplication::sendEvent(&canvas(), &event);
+    }
+    void click(QPointF point, Qt::KeyboardModifiers modifiers = {})
+    {
+        mouse(QEvent::MouseButtonPress, point, Qt::LeftButton, modifiers);
+        mouse(QEvent::MouseButtonRelease, point, Qt::NoButton, modifiers);
+    }
+    void drag(QPointF from, QPointF to)
+    {
+        mouse(QEvent::MouseButtonPress, from, Qt::LeftButton);
+        for (int step = 1; step <= 5; ++step)
+            mouse(QEvent::MouseMove, from + (to - from) * step / 5.0, Qt::LeftButton);
+        mouse(QEvent::MouseButtonRelease, to, Qt::NoButton);
+    }
+    void wheel(QPointF point, int notches, Qt::KeyboardModifiers modifiers)
+    {
+        QWheelEvent event(point, canvas().mapToGlobal(point), QPoint(), QPoint(0, notches * 120), Qt::NoButton,
+                          modifiers, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&canvas(), &event);
+    }
+    QStringList undoNames(const TaskFlow &flow) const
+    {
+        QStringList names;
+        for (const FenrowHistory::Entry &entry : history->undoStack(flow.id))
+            if (entry.name != QLatin1StringView("Select"))
+                names << entry.name;
+        return names;
+    }
+    QString zoomLevel() const { return detail().zoomPill()->level()->text(); }
+};
+
+TEST_F(CanvasViewTest, DraggingACardMovesItAndUndoPutsItBack)
+{
+    const TaskFlow &flow = flowOf({{"Pack books", {300, 200}}, {"Book the van", {650, 200}}});
+    open(flow);
+    const FlowNode &books = node(flow, "Pack books");
+
+    drag(at(books), at(books) + QPointF(120, 90));
+    EXPECT_EQ(QPointF(books.posX, books.posY), QPointF(420, 290));
+    EXPECT_EQ(undoNames(flow), QStringList{"Move"});
+    EXPECT_EQ(interaction().selectedItemIDs(), QSet<QUuid>{books.id}) << "the dragged card is selected";
+    EXPECT_FALSE(interaction().nodeDrag()) << "nothing is left hanging after the release";
+
+    // A wobble within the click threshold is no move.
+    drag(at(books), at(books) + QPointF(3, -4));
+    EXPECT_EQ(QPointF(books.posX, books.posY), QPointF(420, 290));
+
+    ASSERT_TRUE(window->undoAction()->isEnabled());
+    window->undoAction()->trigger();
+    EXPECT_EQ(QPointF(books.posX, books.posY), QPointF(300, 200));
+    window->redoAction()->trigger();
+    EXPECT_EQ(QPointF(books.posX, books.posY), QPointF(420, 290));
+
+    // With the grid on, the card's corner lands on the grid.
+    preferences->setGridEnabled(true);
+    drag(at(books), at(books) + QPointF(44, 0));
+    EXPECT_EQ(std::fmod(books.posX - 105, 30.0), 0.0) << books.posX;
+}
+
+TEST_F(CanvasViewTest, AClickSelectsAndTheInspectorShowsTheTask)
+{
+    const TaskFlow &flow = flowOf({{"Pack books", {300, 200}}, {"Book the van", {650, 200}}});
+    store->addEdge(node(flow, "Pack books"), node(flow, "Book the van"), EdgeSource::manual, EdgeKind::dependency);
+    open(flow);
+    NodeInspector &inspector = *detail().inspector();
+    EXPECT_FALSE(inspector.isVisible()) << "nothing selected, no inspector";
+
+    const FlowNode &van = node(flow, "Book the van");
+    click(at(van));
+    EXPECT_EQ(interaction().selectedItemIDs(), QSet<QUuid>{van.id});
+    ASSERT_TRUE(inspector.isVisible());
+    EXPECT_EQ(inspector.page(), NodeInspector::Page::node);
+    EXPECT_EQ(inspector.titleField()->text(), "Book the van");
+    EXPECT_GE(inspector.width(), 220);
+    EXPECT_LE(inspector.width(), 560);
+
+    // Its "blocked by" row selects the other task on the canvas.
+    const FlowNode &books = node(flow, "Pack books");
+    auto *related = inspector.findChild<QAbstractButton *>(QStringLiteral("inspector.related.") + books.id.toString(QUuid::WithoutBraces));
+    ASSERT_NE(related, nullptr);
+    related->click();
+    EXPECT_EQ(interaction().selectedItemIDs(), QSet<QUuid>{books.id});
+    EXPECT_EQ(inspector.titleField()->text(), "Pack books");
+
+    // Shift adds to the selection; two tasks have no form, so the panel goes.
+    click(at(van), Qt::ShiftModifier);
+    EXPECT_EQ(interaction().selectedItemIDs().size(), 2);
+    EXPECT_FALSE(inspector.isVisible());
+
+    click(QPointF(60, 500));
+    EXPECT_TRUE(interaction().selectedItemIDs().isEmpty());
+
+    // Selections are steps of their own that undo walks back through.
+    window->undoAction()->trigger();
+    EXPECT_EQ(interaction().selectedItemIDs().size(), 2);
+}
+
+TEST_F(CanvasViewTest, ControlWheelZoomsAboutThePointerAndThePillShowsTheLevel)
+{
+    const TaskFlow &flow = flowOf({{"Pack books", {300, 200}}, {"Book the van", {650, 200}}});
+    open(flow);
+    EXPECT_EQ(zoomLevel(), "100%");
+    const FlowNode &books = node(flow, "Pack books");
+    const QPointF pointer = at(books);
+
+    wheel(pointer, 3, Qt::ControlModifier);
+    const double zoomed = interaction().scale();
+    EXPECT_GT(zoomed, 1.05);
+    EXPECT_EQ(zoomLevel(), QStringLiteral("%1%").arg(std::lround(zoomed * 100)));
+    EXPECT_NEAR(at(books).x(), pointer.x(), 0.5) << "the card under the pointer stays there";
+
+    // A plain wheel pans instead.
+    wheel(pointer, -2, {});
+    EXPECT_DOUBLE_EQ(interaction().scale(), zoomed);
+    EXPECT_NEAR(at(books).y(), pointer.y() - 48, 0.5);
+
+    // At the lower limit the pill says 40 and zoom out is off.
+    for (int turn = 0; turn < 12; ++turn)
+        wheel(pointer, -5, Qt::ControlModifier);
+    EXPECT_EQ(zoomLevel(), "40%");
+    auto *out = detail().zoomPill()->findChild<QToolButton *>("toolbar.zoomOut");
+    auto *in = detail().zoomPill()->findChild<QToolButton *>("toolbar.zoomIn");
+    EXPECT_FALSE(out->isEnabled());
+    EXPECT_TRUE(in->isEnabled());
+    in->click();
+    EXPECT_EQ(zoomLevel(), "50%");
+    EXPECT_DOUBLE_EQ(flow.viewportScale, 0.5) << "a zoom command is kept at once";
+
+    detail().zoomPill()->findChild<QToolButton *>("toolbar.zoomToFit")->click();
+    EXPECT_EQ(zoomLevel(), "100%") << "two cards fit without being blown up";
+}
+
+TEST_F(CanvasViewTest, TheFilterHidesOtherColoursFromDrawingAndFromThePointer)
+{
+    const TaskFlow &flow = flowOf({{"Pack books", {300, 200}}, {"Book the van", {650, 200}}});
+    store->setColor(NodeColor::red, node(flow, "Book the van"));
+    open(flow);
+    const FlowNode &books = node(flow, "Pack books");
+    const QPointF booksAt = at(books);
+
+    QMenu *menu = detail().toolbar()->filterMenu();
+    emit menu->aboutToShow();
+    menu->findChild<QAction *>("toolbar.filter.mode.hide")->trigger();
+    emit menu->aboutToShow();
+    menu->findChild<QAction *>("toolbar.filter.color.red")->trigger();
+    EXPECT_EQ(preferences->filterMode(), FilterMode::hide);
+    ASSERT_EQ(editor().visibleNodes().size(), 1);
+
+    click(booksAt);
+    EXPECT_TRUE(interaction().selectedItemIDs().isEmpty()) << "a hidden card takes no click";
+    const QImage shown = canvas().grab().toImage();
+    const QColor ground = shown.pixelColor(5, shown.height() / 2);
+    EXPECT_EQ(shown.pixelColor(booksAt.toPoint()), ground) << "nor is it drawn";
+    EXPECT_FALSE(window->findChild<QWidget *>("canvas.empty")->isVisible()) << "the flow still has tasks";
+
+    // In dim mode the same card is drawn faintly and can be chosen.
+    emit menu->aboutToShow();
+    menu->findChild<QAction *>("toolbar.filter.mode.dim")->trigger();
+    click(booksAt);
+    EXPECT_EQ(interaction().selectedItemIDs(), QSet<QUuid>{books.id});
+
+    emit menu->aboutToShow();
+    menu->findChild<QAction *>("toolbar.filter.clear")->trigger();
+    EXPECT_TRUE(interaction().colorFilter().isEmpty());
+}
+
+TEST_F(CanvasViewTest, DraggingFromAPortDrawsAnEdgeAndALoopIsRefusedWithABanner)
+{
+    const TaskFlow &flow = flowOf({{"Pack books", {200, 200}}, {"Book the van", {600, 200}}});
+    open(flow);
+    const FlowNode &books = node(flow, "Pack books");
+    const FlowNode &van = node(flow, "Book the van");
+    const auto port = [&](const FlowNode &task) { return at(task) + QPointF(105, 0); };
+
+    // The port shows once the pointer is over the card.
+    mouse(QEvent::MouseMove, at(books), Qt::NoButton);
+    drag(port(books), at(van));
+    ASSERT_EQ(flow.edges().size(), 1u);
+    EXPECT_EQ(flow.edges()[0]->fromItem(), &books);
+    EXPECT_EQ(flow.edges()[0]->toItem(), &van);
+    EXPECT_EQ(undoNames(flow), QStringList{"Connect"});
+    EXPECT_FALSE(interaction().pendingConnection());
+
+    drag(port(van), at(books));
+    EXPECT_EQ(flow.edges().size(), 1u) << "the way back would close a loop";
+    ASSERT_TRUE(interaction().rejection().has_value());
+    EXPECT_NEAR(interaction().rejection()->location.x(), books.posX, 0.5);
+    // The banner goes by itself.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !interaction().rejection(); }, 4000));
+
+    window->undoAction()->trigger();
+    EXPECT_TRUE(flow.edges().empty());
+}
+
+TEST_F(CanvasViewTest, TabAddsATaskBesideTheSelectedOneAndItsTitleIsTypedInPlace)
+{
+    const TaskFlow &flow = flowOf({{"Pack books", {300, 200}}});
+    open(flow);
+    click(at(node(flow, "Pack books")));
+    QTest::keyClick(&canvas(), Qt::Key_Tab);
+    ASSERT_EQ(flow.items().size(), 2u);
+    QLineEdit *title = canvas().titleEditor();
+    ASSERT_TRUE(title->isVisible());
+    EXPECT_TRUE(title->hasFocus());
+    QTest::keyClicks(title, "Label the boxes");
+    QTest::keyClick(title, Qt::Key_Return);
+    EXPECT_FALSE(title->isVisible());
+    EXPECT_TRUE(canvas().hasFocus()) << "the keyboard goes back to the canvas";
+    EXPECT_EQ(undoNames(flow), (QStringList{"Add next task", "Rename"}));
+    ASSERT_EQ(flow.edges().size(), 1u);
+    EXPECT_EQ(flow.edges()[0]->toItem()->title, "Label the boxes");
+
+    // A double click renames too; Escape keeps the old title.
+    const FlowNode &labels = *flow.edges()[0]->toItem();
+    click(at(labels));
+    mouse(QEvent::MouseButtonDblClick, at(labels), Qt::LeftButton);
+    mouse(QEvent::MouseButtonRelease, at(labels), Qt::NoButton);
+    ASSERT_TRUE(title->isVisible());
+    QTest::keyClicks(title, "Something else");
+    QTest::keyClick(title, Qt::Key_Escape);
+    EXPECT_EQ(labels.title, "Label the boxes");
+
+    // Delete takes the selected task away; undo brings it back.
+    QTest::keyClick(&canvas(), Qt::Key_Delete);
+    EXPECT_EQ(flow.items().size(), 1u);
+    window->undoAction()->trigger();
+    EXPECT_EQ(flow.items().size(), 2u);
+}
+
+TEST_F(CanvasViewTest, TheCardMenuColoursAndTheEmptyHintAddsTheFirstTask)
+{
+    const TaskFlow &empty = *store->addFlow(QStringLiteral("Garden shed"));
+    open(empty);
+    QWidget *hint = window->findChild<QWidget *>("canvas.empty");
+    ASSERT_TRUE(hint->isVisible());
+    QTest::mouseClick(window->findChild<QPushButton *>("canvas.empty.add"), Qt::LeftButton);
+    ASSERT_EQ(empty.items().size(), 1u);
+    EXPECT_FALSE(hint->isVisible());
+    QTest::keyClick(canvas().titleEditor(), Qt::Key_Return);
+
+    const FlowNode &task = *empty.items()[0];
+    QMenu *menu = canvas().contextMenuAt(at(task));
+    ASSERT_NE(menu, nullptr);
+    menu->findChild<QAction *>("canvas.node.color.green")->trigger();
+    EXPECT_EQ(task.color(), NodeColor::green);
+    EXPECT_EQ(undoNames(empty).last(), "Change color");
+    delete menu;
+
+    menu = canvas().contextMenuAt(at(task));
+    menu->findChild<QAction *>("canvas.node.status.done")->trigger();
+    EXPECT_TRUE(task.isDone);
+    delete menu;
+    EXPECT_TRUE(detail().toolbar()->findChild<QToolButton *>("toolbar.archiveDone")->isEnabled());
+
+    menu = canvas().contextMenuAt(QPointF(30, canvas().height() - 30));
+    ASSERT_NE(menu->findChild<QAction *>("toolbar.addTask"), nullptr);
+    EXPECT_NE(menu->findChild<QAction *>("canvas.node.delete"), nullptr) << "the selected task can go from here";
+    menu->findChild<QAction *>("toolbar.addTask")->trigger();
+    EXPECT_EQ(empty.items().size(), 2u);
+    delete menu;
+}
+
+TEST_F(CanvasViewTest, DroppedFilesBecomeCardsSideBySideAndATooLargeOneIsReported)
+{
+    const TaskFlow &flow = flowOf({{"Pack books", {300, 200}}});
+    open(flow);
+    QTemporaryDir folder;
+    const auto file = [&](const QString &name, qint64 size) {
+        QFile made(folder.filePath(name));
+        EXPECT_TRUE(made.open(QIODevice::WriteOnly));
+        if (size > 100)
+            made.resize(size);
+        else
+            made.write("a list of boxes");
+        return QUrl::fromLocalFile(made.fileName());
+    };
+    QMimeData data;
+    data.setUrls({file("boxes.txt", 10), file("huge.bin", FlowFileImport::maxBytes + 1), file("keys.txt", 10)});
+    const QPointF point(200, 420);
+    QDragEnterEvent enter(point.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&canvas(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(point, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&canvas(), &drop);
+
+    const QList<const FlowFile *> files = FenrowStore::liveFiles(flow);
+    ASSERT_EQ(files.size(), 2);
+    EXPECT_EQ(files[0]->filename, "boxes.txt");
+    EXPECT_EQ(QPointF(files[0]->posX, files[0]->posY), point);
+    EXPECT_EQ(QPointF(files[1]->posX, files[1]->posY), point + QPointF(242, 0)) << "the next file stands beside it";
+    ASSERT_TRUE(interaction().fileDropFailure().has_value());
+    EXPECT_EQ(interaction().fileDropFailure()->filename, "huge.bin");
+    EXPECT_TRUE(std::holds_alternative<FlowFileImport::TooLarge>(interaction().fileDropFailure()->failure));
+
+    // A file card is chosen like a task, and the inspector shows the file.
+    click(interaction().toScreen({files[0]->posX, files[0]->posY}));
+    EXPECT_EQ(interaction().selectedFileID(), files[0]->id);
+    EXPECT_EQ(detail().inspector()->page(), NodeInspector::Page::file);
+}
+
+// A flow of every kind of card, shown in two palettes, light and dark, for
+// a reviewer to look at.
+class CanvasLookTest : public CanvasViewTest {
+protected:
+    const TaskFlow &sample()
+    {
+        preferences->setHasSeededSampleFlow(false);
+        const TaskFlow &flow = *SampleFlow::seedIfNeeded(*store, *preferences, NodeSizeResolver());
+        const auto day = [](int d) { return QDateTime(QDate(2026, 6, d), QTime(0, 0), QTimeZone("Europe/Berlin")); };
+        const QList<const FlowNode *> tasks = flow.orderedItems();
+        store->setStatus(NodeStatus::done, *tasks[0]);
+        store->setStatus(NodeStatus::inProgress, *tasks[1]);
+        store->setDueDate(day(12), *tasks[1]);
+        store->setPriority(NodePriority::high, *tasks[1]);
+        store->setEstimate(90, *tasks[2]);
+        store->setColor(NodeColor::blue, *tasks[2]);
+        store->addChecklistEntry(QStringLiteral("Hero image"), *tasks[2]);
+        store->addChecklistEntry(QStringLiteral("Footer"), *tasks[2]);
+        store->setNotes(*tasks[2], QStringLiteral("Keep it calm"));
+        store->setDueDate(day(8), *tasks[3]);
+        store->setStartDate(day(20), *tasks[4]);
+        return flow;
+    }
+
+    void save(const QString &name)
+    {
+        QApplication::processEvents();
+        const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
+        ASSERT_TRUE(folder.mkpath("."));
+        EXPECT_TRUE(window->grab().save(folder.filePath(name + ".png")));
+    }
+};
+
+TEST_F(CanvasLookTest, SampleFlowInLightAndDarkAndTwoPalettes)
+{
+    preferences->setTheme(AppTheme::light);
+    const TaskFlow &flow = sample();
+    open(flow);
+    window->resize(1280, 800);
+    QApplication::processEvents();
+    detail().zoomPill()->findChild<QToolButton *>("toolbar.zoomToFit")->click();
+    save("canvas-light");
+
+    const FlowNode &build = *flow.orderedItems()[3];
+    click(at(build));
+    save("canvas-selected-light");
+
+    preferences->setTheme(AppTheme::dark);
+    save("canvas-selected-dark");
+    click(QPointF(40, canvas().height() - 40));
+    save("canvas-dark");
+
+    preferences->setAccentPalette(AccentPalette::green);
+    save("canvas-green-dark");
+    preferences->setTheme(AppTheme::light);
+    preferences->setAccentPalette(AccentPalette::orange);
+    save("canvas-orange-light");
+}
+
+TEST_F(CanvasLookTest, APaletteOrThemeChangeRecoloursAtOnceAndAutoFollowsTheDesktop)
+{
+    preferences->setTheme(AppTheme::light);
+    const TaskFlow &flow = sample();
+    open(flow);
+    const auto ground = [&] {
+        return canvas().grab().toImage().pixelColor(canvas().width() / 2, canvas().height() - 60);
+    };
+    const QString colorsBefore = flow.orderedItems()[2]->colorRaw;
+    EXPECT_EQ(ground(), BrandPalette::ramp(AccentPalette::violet, false).brandSubtle);
+    preferences->setAccentPalette(AccentPalette::blue);
+    EXPECT_EQ(ground(), BrandPalette::ramp(AccentPalette::blue, false).brandSubtle);
+    preferences->setTheme(AppTheme::dark);
+    EXPECT_EQ(ground(), BrandPalette::ramp(AccentPalette::blue, true).brandSubtle);
+    EXPECT_EQ(flow.orderedItems()[2]->colorRaw, colorsBefore) << "no stored colour changes";
+
+    // The automatic theme reads the desktop's palette.
+    const QPalette before = QApplication::palette();
+    preferences->setTheme(AppTheme::automatic);
+    QPalette night = before;
+    night.setColor(QPalette::Window, QColor(0x20, 0x20, 0x24));
+    QApplication::setPalette(night);
+    QApplication::processEvents();
+    EXPECT_EQ(ground(), BrandPalette::ramp(AccentPalette::blue, true).brandSubtle);
+    QApplication::setPalette(before);
+    QApplication::processEvents();
+    EXPECT_EQ(ground(), BrandPalette::ramp(AccentPalette::blue, false).brandSubtle);
+}
+
+} // namespace
+} // namespace fenrow::testing
