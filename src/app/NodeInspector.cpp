@@ -87,7 +87,7 @@ public:
     ColorSwatch(NodeColor color, QWidget *parent) : QToolButton(parent), m_color(color)
     {
         setCheckable(true);
-        setFixedSize(22, 22);
+        setFixedSize(20, 20);
         setCursor(Qt::PointingHandCursor);
     }
 
@@ -222,7 +222,9 @@ QWidget *NodeInspector::makeNodePage()
     form->setHorizontalSpacing(12);
     form->setVerticalSpacing(8);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    form->setRowWrapPolicy(QFormLayout::DontWrapRows);
+    // In a narrow panel a wide field goes under its label instead of past
+    // the panel's edge.
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
 
     m_status = new QComboBox(page);
     m_status->setObjectName(QStringLiteral("inspector.status"));
@@ -351,7 +353,8 @@ QWidget *NodeInspector::makeColorRow()
     row->setObjectName(QStringLiteral("inspector.color"));
     auto *layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2);
+    // Nine swatches fit the narrowest panel.
+    layout->setSpacing(1);
     for (const NodeColor color : {NodeColor::none, NodeColor::red, NodeColor::orange, NodeColor::yellow,
                                   NodeColor::green, NodeColor::blue, NodeColor::purple, NodeColor::pink,
                                   NodeColor::grey}) {
