@@ -62,7 +62,8 @@ std::pair<QColor, QColor> pillColors(MetaPill::Tint tint, const CanvasColors &co
     case MetaPill::Tint::neutral:
         break;
     }
-    return {colors.secondaryText, colors.ramp.fieldSurface};
+    // On a dark card the field surface is too close to the card to read.
+    return {colors.secondaryText, colors.dark ? withAlpha(colors.ramp.brandBorder, 0.7) : colors.ramp.fieldSurface};
 }
 
 QPainterPath roundedRect(const QRectF &rect, double radius)

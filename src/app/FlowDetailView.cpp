@@ -21,6 +21,7 @@
 
 #include <QEvent>
 #include <QShowEvent>
+#include <QTimer>
 #include <QHBoxLayout>
 
 namespace fenrow {
@@ -184,8 +185,15 @@ void FlowDetailView::followSelection()
     }
     m_inspector->showSelection(m_flowId, selection);
     const bool shown = m_interaction && m_inspector->page() != NodeInspector::Page::empty;
+    const bool opening = shown && !m_inspector->isVisible();
     m_inspector->setVisible(shown);
     m_divider->setVisible(shown);
+    // The panel takes room from the canvas; the task it shows stays in view.
+    if (opening && selection.itemIDs.size() == 1)
+        QTimer::singleShot(0, this, [this, id = *selection.itemIDs.cbegin()] {
+            if (m_editor && m_editor->isVisible(id))
+                m_editor->selectAndKeepVisible(id);
+        });
 }
 
 void FlowDetailView::revealNode(const QUuid &nodeID)

@@ -13,7 +13,9 @@
 #include "domain/TaskFlow.h"
 #include "shell/SampleFlow.h"
 
+#include <QBuffer>
 #include <QDir>
+#include <QPainter>
 #include <QMimeData>
 #include <QLabel>
 #include <QToolButton>
@@ -420,6 +422,48 @@ TEST_F(CanvasLookTest, SampleFlowInLightAndDarkAndTwoPalettes)
     preferences->setTheme(AppTheme::light);
     preferences->setAccentPalette(AccentPalette::orange);
     save("canvas-orange-light");
+}
+
+TEST_F(CanvasLookTest, GesturesInProgressFilesAndFolds)
+{
+    preferences->setTheme(AppTheme::light);
+    preferences->setGridEnabled(true);
+    const TaskFlow &flow = sample();
+    const QList<const FlowNode *> tasks = flow.orderedItems();
+    // A parent with two subtasks, folded away.
+    const FlowNode &parent = *store->addNode(QStringLiteral("Collect quotes"), flow);
+    store->moveNode(parent, tasks[0]->posX, tasks[0]->posY + 260);
+    for (const char *title : {"Printer", "Hosting"})
+        store->addEdge(parent, *store->addNode(QString::fromUtf8(title), flow), EdgeSource::manual, EdgeKind::subtask);
+    store->setCollapsed(parent, true);
+    QImage picture(320, 200, QImage::Format_RGB32);
+    QLinearGradient sky(0, 0, 0, 200);
+    sky.setColorAt(0, QColor(0x7c, 0xa9, 0xe0));
+    sky.setColorAt(1, QColor(0xf2, 0xd0, 0xa4));
+    QPainter(&picture).fillRect(picture.rect(), sky);
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "PNG");
+    store->setThumbnailMaker([png](const FlowFileImport::Payload &) { return std::optional<QByteArray>(png); });
+    const FlowFile &file = *store->attachFile({QStringLiteral("hero-sketch.png"), QStringLiteral("image/png"), 10, "x"},
+                                              tasks[2]->posX + 40, tasks[2]->posY + 300, flow);
+    store->linkFile(file, *tasks[2]);
+    open(flow);
+    window->resize(1280, 800);
+    QApplication::processEvents();
+    detail().zoomPill()->findChild<QToolButton *>("toolbar.zoomToFit")->click();
+    QApplication::processEvents();
+
+    // A selected edge shows its handles; a connection is being drawn.
+    const DependencyEdge &edge = *flow.edges()[0];
+    editor().edgeClicked(edge.id);
+    interaction().setPendingConnection(PendingConnection{tasks[3]->id, {tasks[4]->posX, tasks[4]->posY + 200}});
+    editor().backgroundDragChanged(QPointF(40, canvas().height() - 200), QPointF(200, canvas().height() - 60), {});
+    interaction().setRejection(CycleRejection{QUuid::createUuid(), {tasks[1]->posX, tasks[1]->posY}});
+    save("canvas-gestures-light");
+    preferences->setTheme(AppTheme::dark);
+    save("canvas-gestures-dark");
 }
 
 TEST_F(CanvasLookTest, APaletteOrThemeChangeRecoloursAtOnceAndAutoFollowsTheDesktop)
