@@ -97,6 +97,8 @@ FenrowBackup sampleDocument()
         .thumbnail = QByteArray("\x89PN"),
         .posX = 300,
         .posY = -20,
+        .manualWidth = 200.5,
+        .manualHeight = 100,
         .order = 0,
         .createdAt = utc(2026, 1, 2, 3, 6, 0),
     });

@@ -6,6 +6,8 @@
 
 #include <QSignalSpy>
 
+#include <sqlite3.h>
+
 namespace fenrow::testing {
 namespace {
 
@@ -462,6 +464,54 @@ TEST_F(BackupRestore, ReplaceReadsRawWordsTheWayTheFormatSays)
         kinds << record->kindRaw;
     kinds.sort();
     EXPECT_EQ(kinds, (QStringList{"archived", "repeat"}));
+}
+
+// Rows of a table as the file holds them, whatever the store has in memory.
+qint64 rowsInFile(const QString &path, const char *table)
+{
+    sqlite3 *db = nullptr;
+    qint64 rows = -1;
+    if (sqlite3_open_v2(qPrintable(path), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK) {
+        sqlite3_stmt *count = nullptr;
+        const QByteArray sql = QByteArray("SELECT COUNT(*) FROM ") + table;
+        if (sqlite3_prepare_v2(db, sql.constData(), -1, &count, nullptr) == SQLITE_OK && sqlite3_step(count) == SQLITE_ROW)
+            rows = sqlite3_column_int64(count, 0);
+        sqlite3_finalize(count);
+    }
+    sqlite3_close(db);
+    return rows;
+}
+
+TEST_F(BackupRestore, ALargeRestoreLeavesDeletionsCascading)
+{
+    // Large enough to be written as one bulk insert.
+    FenrowBackup backup;
+    backup.createdAt = utc(2026, 6, 10);
+    for (const char *name : {"Big", "Small"}) {
+        FenrowBackup::Flow flow;
+        flow.id = QUuid::createUuid();
+        flow.name = QString::fromLatin1(name);
+        flow.createdAt = utc(2026, 6, 1);
+        for (int i = 0; i < (flow.name == "Big" ? 2500 : 3); ++i) {
+            flow.items.append({.id = QUuid::createUuid(), .title = QStringLiteral("Task %1").arg(i),
+                               .statusRaw = "pending", .priorityRaw = "none", .colorRaw = "none", .order = i,
+                               .createdAt = utc(2026, 6, 1)});
+            if (i > 0)
+                flow.edges.append({QUuid::createUuid(), flow.items[i - 1].id, flow.items[i].id, "manual", "subtask",
+                                   utc(2026, 6, 1)});
+        }
+        backup.flows.append(flow);
+    }
+    ASSERT_EQ(target->restoreBackup(backup, RestoreMode::replace), 2);
+    EXPECT_EQ(rowsInFile(target.path(), "flow_node"), 2503);
+
+    // The flow's tasks and edges go with it in the file, too.
+    target->deleteFlow(*target->flow(backup.flows[0].id));
+    EXPECT_EQ(rowsInFile(target.path(), "flow_node"), 3);
+    EXPECT_EQ(rowsInFile(target.path(), "dependency_edge"), 2);
+    target.reopen();
+    ASSERT_EQ(target->flows().size(), 1);
+    EXPECT_EQ(target->flows()[0]->items().size(), 3);
 }
 
 } // namespace

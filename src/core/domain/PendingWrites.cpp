@@ -4,6 +4,8 @@
 #include "FlowTemplate.h"
 #include "TaskFlow.h"
 
+#include <algorithm>
+
 namespace fenrow {
 
 template <typename Record>
@@ -19,8 +21,17 @@ void PendingWrites::remove(TaskFlow *flow)
     drop(m_flows, m_deleted.deletedFlows, flow, true);
 }
 
+void PendingWrites::write(FlowNode *node)
+{
+    m_nodes.insert(node);
+    if (TaskFlow *flow = node->flow())
+        flow->nodesChanged();
+}
+
 void PendingWrites::remove(FlowNode *node, bool rowExists)
 {
+    if (TaskFlow *flow = node->flow())
+        flow->nodesChanged();
     drop(m_nodes, m_deleted.deletedNodes, node, rowExists);
 }
 
@@ -65,6 +76,18 @@ StoreChangeSet PendingWrites::changeSet() const
     changes.fileLinks.assign(m_fileLinks.begin(), m_fileLinks.end());
     changes.completionRecords.assign(m_completionRecords.begin(), m_completionRecords.end());
     changes.templates.assign(m_templates.begin(), m_templates.end());
+    // In key order, a large write fills SQLite's B-trees front to back
+    // instead of splitting pages all over them.
+    const auto byID = [](auto &rows) {
+        std::sort(rows.begin(), rows.end(), [](const auto *a, const auto *b) { return a->id < b->id; });
+    };
+    byID(changes.flows);
+    byID(changes.nodes);
+    byID(changes.edges);
+    byID(changes.files);
+    byID(changes.fileLinks);
+    byID(changes.completionRecords);
+    byID(changes.templates);
     return changes;
 }
 

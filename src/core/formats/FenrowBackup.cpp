@@ -1,12 +1,11 @@
 #include "FenrowBackup.h"
 
-#include "JsonFields.h"
+#include "JsonStream.h"
 #include "domain/LocalCalendar.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-
-#include <cmath>
+#include <array>
+#include <cstdint>
+#include <cstdio>
 
 namespace fenrow {
 
@@ -19,199 +18,246 @@ QLatin1StringView key(const char *name)
 
 // ---------------------------------------------------------------- writing
 
-// Collects the values of the document and notes whether any of them cannot
-// be written faithfully; such a document is not written at all.
+// Writes the document with every object's keys in sorted order (each
+// function below lists them so), as QJsonDocument would write it: equal
+// documents give equal bytes. A value the format cannot hold (a number
+// that is not finite, a date that is not valid) fails the whole writing.
 class Writer {
 public:
-    bool ok() const { return m_ok; }
+    explicit Writer(qsizetype reserve) : m_json(reserve) {}
 
-    QJsonValue date(const QDateTime &moment)
+    bool ok() const { return m_json.ok(); }
+    QByteArray take() { return m_json.take(); }
+
+    void document(const FenrowBackup &backup)
     {
+        m_json.beginObject();
+        date("createdAt", backup.createdAt);
+        array("flows", backup.flows, &Writer::flow);
+        m_json.key(key("format"));
+        m_json.string(backup.format);
+        array("records", backup.records, &Writer::record);
+        array("templates", backup.templates, &Writer::flowTemplate);
+        integer("version", backup.version);
+        m_json.endObject();
+    }
+
+private:
+    void date(const char *name, const QDateTime &moment)
+    {
+        m_json.key(key(name));
         if (!moment.isValid()) {
-            m_ok = false;
-            return {};
+            m_json.fail();
+            return;
         }
         const QDateTime utc = moment.toUTC();
         const QDate day = utc.date();
         const QTime time = utc.time();
-        if (day.year() < 1 || day.year() > 9999) {
-            m_ok = false;
-            return {};
-        }
+        if (day.year() < 1 || day.year() > 9999)
+            m_json.fail();
         // Whole seconds: the fraction is dropped, never rounded up into the
         // next second.
-        return QString::asprintf("%04d-%02d-%02dT%02d:%02d:%02dZ", day.year(), day.month(), day.day(), time.hour(),
-                                 time.minute(), time.second());
+        char text[21];
+        std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02dZ", day.year(), day.month(), day.day(),
+                      time.hour(), time.minute(), time.second());
+        m_json.ascii(QByteArrayView(text, 20));
     }
-
-    QJsonValue number(double value)
+    void date(const char *name, const std::optional<QDateTime> &moment)
     {
-        m_ok = m_ok && std::isfinite(value);
-        return value;
+        if (moment)
+            date(name, *moment);
     }
-
-    static QJsonValue id(const QUuid &id) { return id.toString(QUuid::WithoutBraces).toUpper(); }
-    static QJsonValue bytes(const QByteArray &bytes) { return QString::fromLatin1(bytes.toBase64()); }
-
-    template <typename Value, typename Write>
-    void optional(QJsonObject &object, const char *name, const std::optional<Value> &value, Write write)
+    void id(const char *name, const QUuid &id)
+    {
+        m_json.key(key(name));
+        m_json.ascii(id.toByteArray(QUuid::WithoutBraces).toUpper());
+    }
+    void text(const char *name, const QString &value)
+    {
+        m_json.key(key(name));
+        m_json.string(value);
+    }
+    void text(const char *name, const std::optional<QString> &value)
     {
         if (value)
-            object.insert(key(name), write(*value));
+            text(name, *value);
     }
-
-    QJsonObject item(const FenrowBackup::Item &item)
+    void number(const char *name, double value)
     {
-        QJsonObject object{
-            {key("id"), id(item.id)},
-            {key("title"), item.title},
-            {key("isDone"), item.isDone},
-            {key("statusRaw"), item.statusRaw},
-            {key("notes"), item.notes},
-            {key("priorityRaw"), item.priorityRaw},
-            {key("colorRaw"), item.colorRaw},
-            {key("isCollapsed"), item.isCollapsed},
-            {key("checklistData"), item.checklistData},
-            {key("repeatCount"), item.repeatCount},
-            {key("posX"), number(item.posX)},
-            {key("posY"), number(item.posY)},
-            {key("order"), item.order},
-            {key("createdAt"), date(item.createdAt)},
-        };
-        const auto asDate = [this](const QDateTime &value) { return date(value); };
-        const auto asNumber = [this](double value) { return number(value); };
-        const auto asInteger = [](qint64 value) { return QJsonValue(value); };
-        optional(object, "startDate", item.startDate, asDate);
-        optional(object, "dueDate", item.dueDate, asDate);
-        optional(object, "estimateMinutes", item.estimateMinutes, asInteger);
-        optional(object, "dayPlanRank", item.dayPlanRank, asInteger);
-        optional(object, "manualWidth", item.manualWidth, asNumber);
-        optional(object, "manualHeight", item.manualHeight, asNumber);
-        optional(object, "recurrenceRaw", item.recurrenceRaw, [](const QString &value) { return QJsonValue(value); });
-        optional(object, "completedAt", item.completedAt, asDate);
-        return object;
+        m_json.key(key(name));
+        m_json.number(value);
     }
-
-    QJsonObject edge(const FenrowBackup::Edge &edge)
+    void number(const char *name, const std::optional<double> &value)
     {
-        QJsonObject object{
-            {key("id"), id(edge.id)},
-            {key("fromID"), id(edge.fromID)},
-            {key("toID"), id(edge.toID)},
-            {key("sourceRaw"), edge.sourceRaw},
-            {key("createdAt"), date(edge.createdAt)},
-        };
-        optional(object, "kindRaw", edge.kindRaw, [](const QString &value) { return QJsonValue(value); });
-        return object;
+        if (value)
+            number(name, *value);
     }
-
-    QJsonObject file(const FenrowBackup::File &file)
+    void integer(const char *name, qint64 value)
     {
-        QJsonObject object{
-            {key("id"), id(file.id)},
-            {key("filename"), file.filename},
-            {key("contentTypeRaw"), file.contentTypeRaw},
-            {key("byteCount"), file.byteCount},
-            {key("posX"), number(file.posX)},
-            {key("posY"), number(file.posY)},
-            {key("order"), file.order},
-            {key("createdAt"), date(file.createdAt)},
-        };
-        const auto asNumber = [this](double value) { return number(value); };
-        optional(object, "data", file.data, &Writer::bytes);
-        optional(object, "thumbnail", file.thumbnail, &Writer::bytes);
-        optional(object, "manualWidth", file.manualWidth, asNumber);
-        optional(object, "manualHeight", file.manualHeight, asNumber);
-        return object;
+        m_json.key(key(name));
+        m_json.integer(value);
     }
-
-    QJsonObject link(const FenrowBackup::Link &link)
+    void integer(const char *name, const std::optional<qint64> &value)
     {
-        return {
-            {key("id"), id(link.id)},
-            {key("fileID"), id(link.fileID)},
-            {key("nodeID"), id(link.nodeID)},
-            {key("createdAt"), date(link.createdAt)},
-        };
+        if (value)
+            integer(name, *value);
     }
-
-    QJsonObject flow(const FenrowBackup::Flow &flow)
+    void boolean(const char *name, bool value)
     {
-        return {
-            {key("id"), id(flow.id)},
-            {key("name"), flow.name},
-            {key("order"), flow.order},
-            {key("createdAt"), date(flow.createdAt)},
-            {key("viewportOffsetX"), number(flow.viewportOffsetX)},
-            {key("viewportOffsetY"), number(flow.viewportOffsetY)},
-            {key("viewportScale"), number(flow.viewportScale)},
-            {key("hasBeenFramed"), flow.hasBeenFramed},
-            {key("items"), array(flow.items, &Writer::item)},
-            {key("edges"), array(flow.edges, &Writer::edge)},
-            {key("files"), array(flow.files, &Writer::file)},
-            {key("links"), array(flow.links, &Writer::link)},
-        };
+        m_json.key(key(name));
+        m_json.boolean(value);
     }
-
-    QJsonObject flowTemplate(const FenrowBackup::Template &flowTemplate)
+    void bytes(const char *name, const std::optional<QByteArray> &value)
     {
-        QJsonObject object{
-            {key("id"), id(flowTemplate.id)},
-            {key("name"), flowTemplate.name},
-            {key("createdAt"), date(flowTemplate.createdAt)},
-        };
-        optional(object, "payload", flowTemplate.payload, &Writer::bytes);
-        return object;
-    }
-
-    QJsonObject record(const FenrowBackup::Record &record)
-    {
-        QJsonObject object{
-            {key("id"), id(record.id)},
-            {key("nodeID"), id(record.nodeID)},
-            {key("flowID"), id(record.flowID)},
-            {key("flowName"), record.flowName},
-            {key("title"), record.title},
-            {key("kindRaw"), record.kindRaw},
-            {key("completedAt"), date(record.completedAt)},
-            {key("cycle"), record.cycle},
-        };
-        optional(object, "payload", record.payload, &Writer::bytes);
-        return object;
+        if (!value)
+            return;
+        m_json.key(key(name));
+        m_json.ascii(value->toBase64());
     }
 
     template <typename Value>
-    QJsonArray array(const QList<Value> &values, QJsonObject (Writer::*write)(const Value &))
+    void array(const char *name, const QList<Value> &values, void (Writer::*write)(const Value &))
     {
-        QJsonArray result;
+        m_json.key(key(name));
+        m_json.beginArray();
         for (const Value &value : values)
-            result.append((this->*write)(value));
-        return result;
+            (this->*write)(value);
+        m_json.endArray();
     }
 
-private:
-    bool m_ok = true;
+    void flow(const FenrowBackup::Flow &flow)
+    {
+        m_json.beginObject();
+        date("createdAt", flow.createdAt);
+        array("edges", flow.edges, &Writer::edge);
+        array("files", flow.files, &Writer::file);
+        boolean("hasBeenFramed", flow.hasBeenFramed);
+        id("id", flow.id);
+        array("items", flow.items, &Writer::item);
+        array("links", flow.links, &Writer::link);
+        text("name", flow.name);
+        integer("order", flow.order);
+        number("viewportOffsetX", flow.viewportOffsetX);
+        number("viewportOffsetY", flow.viewportOffsetY);
+        number("viewportScale", flow.viewportScale);
+        m_json.endObject();
+    }
+
+    void item(const FenrowBackup::Item &item)
+    {
+        m_json.beginObject();
+        text("checklistData", item.checklistData);
+        text("colorRaw", item.colorRaw);
+        date("completedAt", item.completedAt);
+        date("createdAt", item.createdAt);
+        integer("dayPlanRank", item.dayPlanRank);
+        date("dueDate", item.dueDate);
+        integer("estimateMinutes", item.estimateMinutes);
+        id("id", item.id);
+        boolean("isCollapsed", item.isCollapsed);
+        boolean("isDone", item.isDone);
+        number("manualHeight", item.manualHeight);
+        number("manualWidth", item.manualWidth);
+        text("notes", item.notes);
+        integer("order", item.order);
+        number("posX", item.posX);
+        number("posY", item.posY);
+        text("priorityRaw", item.priorityRaw);
+        text("recurrenceRaw", item.recurrenceRaw);
+        integer("repeatCount", item.repeatCount);
+        date("startDate", item.startDate);
+        text("statusRaw", item.statusRaw);
+        text("title", item.title);
+        m_json.endObject();
+    }
+
+    void edge(const FenrowBackup::Edge &edge)
+    {
+        m_json.beginObject();
+        date("createdAt", edge.createdAt);
+        id("fromID", edge.fromID);
+        id("id", edge.id);
+        text("kindRaw", edge.kindRaw);
+        text("sourceRaw", edge.sourceRaw);
+        id("toID", edge.toID);
+        m_json.endObject();
+    }
+
+    void file(const FenrowBackup::File &file)
+    {
+        m_json.beginObject();
+        integer("byteCount", file.byteCount);
+        text("contentTypeRaw", file.contentTypeRaw);
+        date("createdAt", file.createdAt);
+        bytes("data", file.data);
+        text("filename", file.filename);
+        id("id", file.id);
+        number("manualHeight", file.manualHeight);
+        number("manualWidth", file.manualWidth);
+        integer("order", file.order);
+        number("posX", file.posX);
+        number("posY", file.posY);
+        bytes("thumbnail", file.thumbnail);
+        m_json.endObject();
+    }
+
+    void link(const FenrowBackup::Link &link)
+    {
+        m_json.beginObject();
+        date("createdAt", link.createdAt);
+        id("fileID", link.fileID);
+        id("id", link.id);
+        id("nodeID", link.nodeID);
+        m_json.endObject();
+    }
+
+    void flowTemplate(const FenrowBackup::Template &flowTemplate)
+    {
+        m_json.beginObject();
+        date("createdAt", flowTemplate.createdAt);
+        id("id", flowTemplate.id);
+        text("name", flowTemplate.name);
+        bytes("payload", flowTemplate.payload);
+        m_json.endObject();
+    }
+
+    void record(const FenrowBackup::Record &record)
+    {
+        m_json.beginObject();
+        date("completedAt", record.completedAt);
+        integer("cycle", record.cycle);
+        id("flowID", record.flowID);
+        text("flowName", record.flowName);
+        id("id", record.id);
+        text("kindRaw", record.kindRaw);
+        id("nodeID", record.nodeID);
+        bytes("payload", record.payload);
+        text("title", record.title);
+        m_json.endObject();
+    }
+
+    JsonWriter m_json;
 };
 
 // ---------------------------------------------------------------- reading
 
-bool isDigits(QStringView text)
+bool isDigits(QByteArrayView text)
 {
-    for (QChar c : text) {
-        if (c < QLatin1Char('0') || c > QLatin1Char('9'))
+    for (char c : text) {
+        if (c < '0' || c > '9')
             return false;
     }
     return true;
 }
 
 // Exactly "yyyy-MM-ddTHH:mm:ssZ": no fraction, no other offset.
-std::optional<QDateTime> parseDate(QStringView text)
+std::optional<QDateTime> parseDate(QByteArrayView text)
 {
-    if (text.size() != 20 || text[4] != QLatin1Char('-') || text[7] != QLatin1Char('-') || text[10] != QLatin1Char('T')
-        || text[13] != QLatin1Char(':') || text[16] != QLatin1Char(':') || text[19] != QLatin1Char('Z'))
+    if (text.size() != 20 || text[4] != '-' || text[7] != '-' || text[10] != 'T' || text[13] != ':'
+        || text[16] != ':' || text[19] != 'Z')
         return std::nullopt;
     const auto number = [&](qsizetype from, qsizetype length) -> int {
-        const QStringView digits = text.mid(from, length);
+        const QByteArrayView digits = text.sliced(from, length);
         return isDigits(digits) ? digits.toInt() : -1;
     };
     const QDate day(number(0, 4), number(5, 2), number(8, 2));
@@ -224,223 +270,324 @@ std::optional<QDateTime> parseDate(QStringView text)
 }
 
 // The canonical hyphenated form, either case.
-std::optional<QUuid> parseID(const QString &text)
+std::optional<QUuid> parseID(QByteArrayView text)
 {
     if (text.size() != 36)
         return std::nullopt;
-    const QUuid id = QUuid::fromString(text);
-    if (id.isNull() && text != QLatin1StringView("00000000-0000-0000-0000-000000000000"))
+    const QUuid id = QUuid::fromString(QLatin1StringView(text));
+    if (id.isNull() && text != QByteArrayView("00000000-0000-0000-0000-000000000000"))
         return std::nullopt;
     return id;
 }
 
-// Reads one object of the document; typed helpers on top of JsonFields.
-class Reader : public JsonFields {
-public:
-    using JsonFields::JsonFields;
-
-    QDateTime date(QLatin1StringView name)
-    {
-        std::optional<QDateTime> parsed = parseDate(text(name));
-        if (!parsed)
-            fail();
-        return parsed.value_or(QDateTime());
-    }
-
-    QUuid id(QLatin1StringView name)
-    {
-        std::optional<QUuid> parsed = parseID(text(name));
-        if (!parsed)
-            fail();
-        return parsed.value_or(QUuid());
-    }
-
-    QByteArray bytes(QLatin1StringView name)
-    {
-        const QString encoded = text(name);
-        QByteArray::FromBase64Result decoded =
-            QByteArray::fromBase64Encoding(encoded.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
-        // Latin-1 conversion turns anything beyond it into '?', which base64
-        // refuses as well.
-        if (!decoded)
-            fail();
-        return std::move(decoded.decoded);
-    }
-
-    template <typename Value>
-    QList<Value> array(QLatin1StringView name, Value (*read)(Reader &))
-    {
-        const QJsonValue found = value(name);
-        if (!found.isArray()) {
-            fail();
-            return {};
-        }
-        const QJsonArray elements = found.toArray();
-        QList<Value> values;
-        values.reserve(elements.size());
-        for (const QJsonValue &element : elements) {
-            if (!element.isObject()) {
-                fail();
-                return {};
-            }
-            const QJsonObject object = element.toObject();
-            Reader reader(object);
-            values.append(read(reader));
-            if (!reader.ok()) {
-                fail();
-                return {};
-            }
-        }
-        return values;
-    }
+// Reads one value of a field into a record; false when it is not of the
+// field's type. Optional fields take null as absent.
+template <typename Record>
+struct Field {
+    const char *name;
+    bool required;
+    bool (*read)(JsonReader &json, Record &record);
 };
 
-FenrowBackup::Item readItem(Reader &r)
+template <typename Value>
+bool assign(Value &into, std::optional<Value> value)
 {
-    return {
-        .id = r.id(key("id")),
-        .title = r.text(key("title")),
-        .isDone = r.boolean(key("isDone")),
-        .statusRaw = r.text(key("statusRaw")),
-        .notes = r.text(key("notes")),
-        .priorityRaw = r.text(key("priorityRaw")),
-        .colorRaw = r.text(key("colorRaw")),
-        .startDate = r.optional(key("startDate"), &Reader::date),
-        .dueDate = r.optional(key("dueDate"), &Reader::date),
-        .estimateMinutes = r.optionalInteger(key("estimateMinutes")),
-        .dayPlanRank = r.optionalInteger(key("dayPlanRank")),
-        .manualWidth = r.optionalNumber(key("manualWidth")),
-        .manualHeight = r.optionalNumber(key("manualHeight")),
-        .isCollapsed = r.boolean(key("isCollapsed")),
-        .checklistData = r.text(key("checklistData")),
-        .recurrenceRaw = r.optionalText(key("recurrenceRaw")),
-        .repeatCount = r.integer(key("repeatCount")),
-        .completedAt = r.optional(key("completedAt"), &Reader::date),
-        .posX = r.number(key("posX")),
-        .posY = r.number(key("posY")),
-        .order = r.integer(key("order")),
-        .createdAt = r.date(key("createdAt")),
-    };
+    if (!value)
+        return false;
+    into = std::move(*value);
+    return true;
 }
 
-FenrowBackup::Edge readEdge(Reader &r)
+template <typename Value, typename Read>
+bool assignOptional(JsonReader &json, std::optional<Value> &into, Read read)
 {
-    return {
-        .id = r.id(key("id")),
-        .fromID = r.id(key("fromID")),
-        .toID = r.id(key("toID")),
-        .sourceRaw = r.text(key("sourceRaw")),
-        .kindRaw = r.optionalText(key("kindRaw")),
-        .createdAt = r.date(key("createdAt")),
-    };
+    if (json.takeNull()) {
+        into.reset();
+        return true;
+    }
+    std::optional<Value> value = read(json);
+    into = value;
+    return value.has_value();
 }
 
-FenrowBackup::File readFile(Reader &r)
+std::optional<QString> readText(JsonReader &json)
 {
-    return {
-        .id = r.id(key("id")),
-        .filename = r.text(key("filename")),
-        .contentTypeRaw = r.text(key("contentTypeRaw")),
-        .byteCount = r.integer(key("byteCount")),
-        .data = r.optional(key("data"), &Reader::bytes),
-        .thumbnail = r.optional(key("thumbnail"), &Reader::bytes),
-        .posX = r.number(key("posX")),
-        .posY = r.number(key("posY")),
-        .manualWidth = r.optionalNumber(key("manualWidth")),
-        .manualHeight = r.optionalNumber(key("manualHeight")),
-        .order = r.integer(key("order")),
-        .createdAt = r.date(key("createdAt")),
-    };
+    return json.string();
 }
 
-FenrowBackup::Link readLink(Reader &r)
+std::optional<double> readNumber(JsonReader &json)
 {
-    return {
-        .id = r.id(key("id")),
-        .fileID = r.id(key("fileID")),
-        .nodeID = r.id(key("nodeID")),
-        .createdAt = r.date(key("createdAt")),
-    };
+    return json.number();
 }
 
-FenrowBackup::Flow readFlow(Reader &r)
+std::optional<qint64> readInteger(JsonReader &json)
 {
-    return {
-        .id = r.id(key("id")),
-        .name = r.text(key("name")),
-        .order = r.integer(key("order")),
-        .createdAt = r.date(key("createdAt")),
-        .viewportOffsetX = r.number(key("viewportOffsetX")),
-        .viewportOffsetY = r.number(key("viewportOffsetY")),
-        .viewportScale = r.number(key("viewportScale")),
-        .hasBeenFramed = r.boolean(key("hasBeenFramed")),
-        .items = r.array(key("items"), &readItem),
-        .edges = r.array(key("edges"), &readEdge),
-        .files = r.array(key("files"), &readFile),
-        .links = r.array(key("links"), &readLink),
-    };
+    return json.integer();
 }
 
-FenrowBackup::Template readTemplate(Reader &r)
+std::optional<bool> readBoolean(JsonReader &json)
 {
-    return {
-        .id = r.id(key("id")),
-        .name = r.text(key("name")),
-        .createdAt = r.date(key("createdAt")),
-        .payload = r.optional(key("payload"), &Reader::bytes),
-    };
+    return json.boolean();
 }
 
-FenrowBackup::Record readRecord(Reader &r)
+std::optional<QDateTime> readDate(JsonReader &json)
 {
-    return {
-        .id = r.id(key("id")),
-        .nodeID = r.id(key("nodeID")),
-        .flowID = r.id(key("flowID")),
-        .flowName = r.text(key("flowName")),
-        .title = r.text(key("title")),
-        .kindRaw = r.text(key("kindRaw")),
-        .completedAt = r.date(key("completedAt")),
-        .cycle = r.integer(key("cycle")),
-        .payload = r.optional(key("payload"), &Reader::bytes),
-    };
+    QByteArray scratch;
+    const std::optional<QByteArrayView> text = json.utf8(scratch);
+    return text ? parseDate(*text) : std::nullopt;
 }
+
+std::optional<QUuid> readID(JsonReader &json)
+{
+    QByteArray scratch;
+    const std::optional<QByteArrayView> text = json.utf8(scratch);
+    return text ? parseID(*text) : std::nullopt;
+}
+
+std::optional<QByteArray> readBytes(JsonReader &json)
+{
+    QByteArray scratch;
+    const std::optional<QByteArrayView> text = json.utf8(scratch);
+    if (!text)
+        return std::nullopt;
+    QByteArray::FromBase64Result decoded =
+        QByteArray::fromBase64Encoding(text->toByteArray(), QByteArray::AbortOnBase64DecodingErrors);
+    if (!decoded)
+        return std::nullopt;
+    return std::move(decoded.decoded);
+}
+
+// One object into `record`: every required field present and of its type,
+// unknown keys skipped whatever they hold.
+template <typename Record, std::size_t count>
+bool readObject(JsonReader &json, Record &record, const std::array<Field<Record>, count> &fields)
+{
+    static_assert(count <= 32);
+    std::uint32_t seen = 0;
+    if (!json.beginObject())
+        return false;
+    QByteArrayView name;
+    while (json.nextKey(name)) {
+        std::size_t index = 0;
+        while (index < count && name != QByteArrayView(fields[index].name))
+            ++index;
+        if (index == count) {
+            json.skipValue();
+            continue;
+        }
+        if (!fields[index].read(json, record))
+            return json.fail();
+        seen |= std::uint32_t(1) << index;
+    }
+    if (!json.ok())
+        return false;
+    for (std::size_t index = 0; index < count; ++index) {
+        if (fields[index].required && !(seen & (std::uint32_t(1) << index)))
+            return json.fail();
+    }
+    return true;
+}
+
+template <typename Value>
+bool readArray(JsonReader &json, QList<Value> &values, bool (*read)(JsonReader &, Value &))
+{
+    if (!json.beginArray())
+        return false;
+    values.clear();
+    while (json.nextElement()) {
+        Value value;
+        if (!read(json, value))
+            return json.fail();
+        values.append(std::move(value));
+    }
+    return json.ok();
+}
+
+// The field lists below name each key once, with how to read it; the
+// captureless lambdas become the plain functions the tables hold.
+#define FENROW_REQUIRED(Record, key, member, reader)                                                                   \
+    Field<Record> { #key, true, [](JsonReader &json, Record &record) { return assign(record.member, reader(json)); } }
+#define FENROW_OPTIONAL(Record, key, member, reader)                                                                   \
+    Field<Record>                                                                                                      \
+    {                                                                                                                  \
+        #key, false, [](JsonReader &json, Record &record) { return assignOptional(json, record.member, reader); }     \
+    }
+
+bool readItem(JsonReader &json, FenrowBackup::Item &item)
+{
+    using Item = FenrowBackup::Item;
+    static const std::array fields{
+        FENROW_REQUIRED(Item, id, id, readID),
+        FENROW_REQUIRED(Item, title, title, readText),
+        FENROW_REQUIRED(Item, isDone, isDone, readBoolean),
+        FENROW_REQUIRED(Item, statusRaw, statusRaw, readText),
+        FENROW_REQUIRED(Item, notes, notes, readText),
+        FENROW_REQUIRED(Item, priorityRaw, priorityRaw, readText),
+        FENROW_REQUIRED(Item, colorRaw, colorRaw, readText),
+        FENROW_OPTIONAL(Item, startDate, startDate, readDate),
+        FENROW_OPTIONAL(Item, dueDate, dueDate, readDate),
+        FENROW_OPTIONAL(Item, estimateMinutes, estimateMinutes, readInteger),
+        FENROW_OPTIONAL(Item, dayPlanRank, dayPlanRank, readInteger),
+        FENROW_OPTIONAL(Item, manualWidth, manualWidth, readNumber),
+        FENROW_OPTIONAL(Item, manualHeight, manualHeight, readNumber),
+        FENROW_REQUIRED(Item, isCollapsed, isCollapsed, readBoolean),
+        FENROW_REQUIRED(Item, checklistData, checklistData, readText),
+        FENROW_OPTIONAL(Item, recurrenceRaw, recurrenceRaw, readText),
+        FENROW_REQUIRED(Item, repeatCount, repeatCount, readInteger),
+        FENROW_OPTIONAL(Item, completedAt, completedAt, readDate),
+        FENROW_REQUIRED(Item, posX, posX, readNumber),
+        FENROW_REQUIRED(Item, posY, posY, readNumber),
+        FENROW_REQUIRED(Item, order, order, readInteger),
+        FENROW_REQUIRED(Item, createdAt, createdAt, readDate),
+    };
+    return readObject(json, item, fields);
+}
+
+bool readEdge(JsonReader &json, FenrowBackup::Edge &edge)
+{
+    using Edge = FenrowBackup::Edge;
+    static const std::array fields{
+        FENROW_REQUIRED(Edge, id, id, readID),
+        FENROW_REQUIRED(Edge, fromID, fromID, readID),
+        FENROW_REQUIRED(Edge, toID, toID, readID),
+        FENROW_REQUIRED(Edge, sourceRaw, sourceRaw, readText),
+        FENROW_OPTIONAL(Edge, kindRaw, kindRaw, readText),
+        FENROW_REQUIRED(Edge, createdAt, createdAt, readDate),
+    };
+    return readObject(json, edge, fields);
+}
+
+bool readFile(JsonReader &json, FenrowBackup::File &file)
+{
+    using File = FenrowBackup::File;
+    static const std::array fields{
+        FENROW_REQUIRED(File, id, id, readID),
+        FENROW_REQUIRED(File, filename, filename, readText),
+        FENROW_REQUIRED(File, contentTypeRaw, contentTypeRaw, readText),
+        FENROW_REQUIRED(File, byteCount, byteCount, readInteger),
+        FENROW_OPTIONAL(File, data, data, readBytes),
+        FENROW_OPTIONAL(File, thumbnail, thumbnail, readBytes),
+        FENROW_REQUIRED(File, posX, posX, readNumber),
+        FENROW_REQUIRED(File, posY, posY, readNumber),
+        FENROW_OPTIONAL(File, manualWidth, manualWidth, readNumber),
+        FENROW_OPTIONAL(File, manualHeight, manualHeight, readNumber),
+        FENROW_REQUIRED(File, order, order, readInteger),
+        FENROW_REQUIRED(File, createdAt, createdAt, readDate),
+    };
+    return readObject(json, file, fields);
+}
+
+bool readLink(JsonReader &json, FenrowBackup::Link &link)
+{
+    using Link = FenrowBackup::Link;
+    static const std::array fields{
+        FENROW_REQUIRED(Link, id, id, readID),
+        FENROW_REQUIRED(Link, fileID, fileID, readID),
+        FENROW_REQUIRED(Link, nodeID, nodeID, readID),
+        FENROW_REQUIRED(Link, createdAt, createdAt, readDate),
+    };
+    return readObject(json, link, fields);
+}
+
+bool readFlow(JsonReader &json, FenrowBackup::Flow &flow)
+{
+    using Flow = FenrowBackup::Flow;
+    static const std::array fields{
+        FENROW_REQUIRED(Flow, id, id, readID),
+        FENROW_REQUIRED(Flow, name, name, readText),
+        FENROW_REQUIRED(Flow, order, order, readInteger),
+        FENROW_REQUIRED(Flow, createdAt, createdAt, readDate),
+        FENROW_REQUIRED(Flow, viewportOffsetX, viewportOffsetX, readNumber),
+        FENROW_REQUIRED(Flow, viewportOffsetY, viewportOffsetY, readNumber),
+        FENROW_REQUIRED(Flow, viewportScale, viewportScale, readNumber),
+        FENROW_REQUIRED(Flow, hasBeenFramed, hasBeenFramed, readBoolean),
+        Field<Flow>{"items", true, [](JsonReader &json, Flow &flow) { return readArray(json, flow.items, readItem); }},
+        Field<Flow>{"edges", true, [](JsonReader &json, Flow &flow) { return readArray(json, flow.edges, readEdge); }},
+        Field<Flow>{"files", true, [](JsonReader &json, Flow &flow) { return readArray(json, flow.files, readFile); }},
+        Field<Flow>{"links", true, [](JsonReader &json, Flow &flow) { return readArray(json, flow.links, readLink); }},
+    };
+    return readObject(json, flow, fields);
+}
+
+bool readTemplate(JsonReader &json, FenrowBackup::Template &flowTemplate)
+{
+    using Template = FenrowBackup::Template;
+    static const std::array fields{
+        FENROW_REQUIRED(Template, id, id, readID),
+        FENROW_REQUIRED(Template, name, name, readText),
+        FENROW_REQUIRED(Template, createdAt, createdAt, readDate),
+        FENROW_OPTIONAL(Template, payload, payload, readBytes),
+    };
+    return readObject(json, flowTemplate, fields);
+}
+
+bool readRecord(JsonReader &json, FenrowBackup::Record &record)
+{
+    using Record = FenrowBackup::Record;
+    static const std::array fields{
+        FENROW_REQUIRED(Record, id, id, readID),
+        FENROW_REQUIRED(Record, nodeID, nodeID, readID),
+        FENROW_REQUIRED(Record, flowID, flowID, readID),
+        FENROW_REQUIRED(Record, flowName, flowName, readText),
+        FENROW_REQUIRED(Record, title, title, readText),
+        FENROW_REQUIRED(Record, kindRaw, kindRaw, readText),
+        FENROW_REQUIRED(Record, completedAt, completedAt, readDate),
+        FENROW_REQUIRED(Record, cycle, cycle, readInteger),
+        FENROW_OPTIONAL(Record, payload, payload, readBytes),
+    };
+    return readObject(json, record, fields);
+}
+
+bool readDocument(JsonReader &json, FenrowBackup &backup)
+{
+    static const std::array fields{
+        FENROW_REQUIRED(FenrowBackup, format, format, readText),
+        FENROW_REQUIRED(FenrowBackup, version, version, readInteger),
+        FENROW_REQUIRED(FenrowBackup, createdAt, createdAt, readDate),
+        Field<FenrowBackup>{"flows", true,
+                            [](JsonReader &json, FenrowBackup &backup) {
+                                return readArray(json, backup.flows, readFlow);
+                            }},
+        Field<FenrowBackup>{"templates", true,
+                            [](JsonReader &json, FenrowBackup &backup) {
+                                return readArray(json, backup.templates, readTemplate);
+                            }},
+        Field<FenrowBackup>{"records", true,
+                            [](JsonReader &json, FenrowBackup &backup) {
+                                return readArray(json, backup.records, readRecord);
+                            }},
+    };
+    return readObject(json, backup, fields) && json.atEnd();
+}
+
+#undef FENROW_REQUIRED
+#undef FENROW_OPTIONAL
 
 } // namespace
 
 std::optional<QByteArray> FenrowBackup::encoded() const
 {
-    Writer writer;
-    const QJsonObject document{
-        {key("format"), format},
-        {key("version"), version},
-        {key("createdAt"), writer.date(createdAt)},
-        {key("flows"), writer.array(flows, &Writer::flow)},
-        {key("templates"), writer.array(templates, &Writer::flowTemplate)},
-        {key("records"), writer.array(records, &Writer::record)},
-    };
+    // A document is mostly its tasks: about 400 bytes each, plus the files.
+    qsizetype estimate = 4096;
+    for (const Flow &flow : flows) {
+        estimate += 512 + flow.items.size() * 420 + flow.edges.size() * 200 + flow.links.size() * 160;
+        for (const File &file : flow.files)
+            estimate += 400 + (file.data ? file.data->size() * 4 / 3 : 0)
+                + (file.thumbnail ? file.thumbnail->size() * 4 / 3 : 0);
+    }
+    estimate += records.size() * 400 + templates.size() * 400;
+    Writer writer(estimate);
+    writer.document(*this);
     if (!writer.ok())
         return std::nullopt;
-    return QJsonDocument(document).toJson(QJsonDocument::Compact);
+    return writer.take();
 }
 
 std::variant<FenrowBackup, BackupError> FenrowBackup::decoded(const QByteArray &bytes)
 {
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
-    if (error.error != QJsonParseError::NoError || !document.isObject())
-        return BackupError::unreadable;
-    const QJsonObject root = document.object();
-
-    Reader reader(root);
+    JsonReader json(bytes);
     FenrowBackup backup;
-    backup.format = reader.text(key("format"));
-    backup.version = reader.integer(key("version"));
-    backup.createdAt = reader.date(key("createdAt"));
-    backup.flows = reader.array(key("flows"), &readFlow);
-    backup.templates = reader.array(key("templates"), &readTemplate);
-    backup.records = reader.array(key("records"), &readRecord);
-    if (!reader.ok() || backup.format != formatName)
+    if (!readDocument(json, backup) || backup.format != formatName)
         return BackupError::unreadable;
     if (backup.version >= 2)
         return BackupError::newerVersion;

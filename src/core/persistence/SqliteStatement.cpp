@@ -19,8 +19,18 @@ SqliteStatement::~SqliteStatement()
 
 void SqliteStatement::bind(int position, const QUuid &value)
 {
-    const QByteArray bytes = value.toRfc4122();
-    sqlite3_bind_blob(m_statement, position, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+    // The RFC 4122 bytes (big-endian fields), built on the stack: bulk writes
+    // bind several ids per row.
+    unsigned char bytes[16];
+    for (int i = 0; i < 4; ++i)
+        bytes[i] = static_cast<unsigned char>(value.data1 >> (24 - 8 * i));
+    bytes[4] = static_cast<unsigned char>(value.data2 >> 8);
+    bytes[5] = static_cast<unsigned char>(value.data2);
+    bytes[6] = static_cast<unsigned char>(value.data3 >> 8);
+    bytes[7] = static_cast<unsigned char>(value.data3);
+    for (int i = 0; i < 8; ++i)
+        bytes[8 + i] = value.data4[i];
+    sqlite3_bind_blob(m_statement, position, bytes, int(sizeof bytes), SQLITE_TRANSIENT);
 }
 
 void SqliteStatement::bind(int position, const QString &value)

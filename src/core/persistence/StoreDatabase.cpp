@@ -50,10 +50,59 @@ SqliteStatement &StoreDatabase::statement(const std::string &sql)
     return *cached;
 }
 
+namespace {
+
+// More rows than this make a save a bulk write: a restore, an import, a
+// generated store.
+constexpr std::size_t bulkRows = 2000;
+
+std::size_t rowCount(const StoreChangeSet &changes)
+{
+    return changes.flows.size() + changes.nodes.size() + changes.edges.size() + changes.files.size()
+        + changes.fileLinks.size() + changes.completionRecords.size() + changes.templates.size();
+}
+
+bool hasDeletions(const StoreChangeSet &changes)
+{
+    return !changes.deletedFlows.empty() || !changes.deletedNodes.empty() || !changes.deletedEdges.empty()
+        || !changes.deletedFiles.empty() || !changes.deletedFileLinks.empty()
+        || !changes.deletedCompletionRecords.empty() || !changes.deletedTemplates.empty();
+}
+
+} // namespace
+
 bool StoreDatabase::write(const StoreChangeSet &changes, QString *error)
 {
     if (changes.isEmpty())
         return true;
+    // A bulk write (a restore, an import) would overflow SQLite's small page
+    // cache, spill pages to the log and read them back while it inserts: it
+    // gets a cache that holds the whole transaction, given back after the
+    // commit. When it only adds rows, the foreign-key checks are off for it
+    // too: the records come linked from memory, parents first, and looking
+    // each parent up again would double its cost. A write that deletes
+    // keeps them, as deletion cascades through them.
+    const bool bulk = rowCount(changes) > bulkRows;
+    const bool unchecked = bulk && !hasDeletions(changes);
+    qint64 cacheSize = 0;
+    if (bulk) {
+        SqliteStatement &current = statement("PRAGMA cache_size");
+        cacheSize = current.step() ? current.integer(0) : -2000;
+        current.reset();
+        m_connection.exec("PRAGMA cache_size = -262144");
+    }
+    if (unchecked)
+        m_connection.exec("PRAGMA foreign_keys = OFF");
+    const bool written = writeTransaction(changes, error);
+    if (unchecked)
+        m_connection.exec("PRAGMA foreign_keys = ON");
+    if (bulk)
+        m_connection.exec(QByteArray("PRAGMA cache_size = ").append(QByteArray::number(cacheSize)).constData());
+    return written;
+}
+
+bool StoreDatabase::writeTransaction(const StoreChangeSet &changes, QString *error)
+{
     if (!m_connection.exec("BEGIN IMMEDIATE", error))
         return false;
     if (!writeRows(changes)) {

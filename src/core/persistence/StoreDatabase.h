@@ -51,6 +51,7 @@ public:
 private:
     StoreDatabase() = default;
     SqliteStatement &statement(const std::string &sql);
+    bool writeTransaction(const StoreChangeSet &changes, QString *error);
     bool writeRows(const StoreChangeSet &changes);
     bool deleteRows(const char *table, const std::vector<QUuid> &ids);
     bool writeBytes(BytesTable table, const QUuid &owner, const std::optional<QByteArray> &bytes);
