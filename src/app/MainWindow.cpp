@@ -4,6 +4,7 @@
 #include "DayChangeTimer.h"
 #include "EmptyStateView.h"
 #include "FlowDetailView.h"
+#include "FlowExportCommands.h"
 #include "PanelResizeDivider.h"
 #include "ReadyListView.h"
 #include "Sidebar.h"
@@ -92,6 +93,13 @@ void MainWindow::makeMenus()
 {
     QMenu *file = menuBar()->addMenu(qtTrId("menu.file"));
     file->setObjectName(QStringLiteral("menu.file"));
+    m_exports = new FlowExportCommands(m_store, m_preferences, this);
+    m_exports->addTo(file, [this] { return selectedFlow(); });
+    connect(m_exports, &FlowExportCommands::flowImported, this, &MainWindow::selectFlow);
+    connect(m_sidebar, &Sidebar::exportMarkdownRequested, m_exports, &FlowExportCommands::exportMarkdown);
+    connect(m_sidebar, &Sidebar::copyMarkdownRequested, m_exports, &FlowExportCommands::copyMarkdown);
+    connect(m_sidebar, &Sidebar::exportOPMLRequested, m_exports, &FlowExportCommands::exportOPML);
+    file->addSeparator();
     QAction *quit = file->addAction(qtTrId("menu.quit"), this, &MainWindow::quitRequested);
     quit->setObjectName(QStringLiteral("menu.quit"));
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));

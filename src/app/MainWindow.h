@@ -18,6 +18,7 @@ class EmptyStateView;
 class FenrowHistory;
 class FenrowStore;
 class FlowDetailView;
+class FlowExportCommands;
 class ReadyListView;
 class Sidebar;
 
@@ -55,6 +56,7 @@ public:
     FlowDetailView *flowDetail() const { return m_flowDetail; }
     QAction *undoAction() const { return m_undo; }
     QAction *redoAction() const { return m_redo; }
+    FlowExportCommands *exportCommands() const { return m_exports; }
 
     // The Edit menu's commands: a focused text field's own, or else the
     // history's for the shown flow (or the latest step taken elsewhere).
@@ -88,6 +90,7 @@ private:
     ArchiveListView *m_archiveList = nullptr;
     QAction *m_undo = nullptr;
     QAction *m_redo = nullptr;
+    FlowExportCommands *m_exports = nullptr;
     DayChangeTimer *m_dayChange = nullptr;
     DetailRoute m_route;
     bool m_hasAppeared = false;

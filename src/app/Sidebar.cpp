@@ -231,16 +231,10 @@ QMessageBox *Sidebar::askAboutFlow(const QString &name, const QString &title, co
     box->setTextFormat(Qt::PlainText);
     box->setText(title);
     box->setInformativeText(message);
-    box->setStyleSheet(QStringLiteral("QLabel#qt_msgbox_label { font-weight: 600; font-size: %1pt; }"
-                                      " QLabel#qt_msgbox_informativelabel { color: %2; }")
-                           .arg(titleFont().pointSizeF() * 0.8)
-                           .arg(Color::secondaryText.name()));
+    box->setStyleSheet(messageBoxStyle());
 
     action = box->addButton(actionText, QMessageBox::AcceptRole);
-    action->setStyleSheet(QStringLiteral("QPushButton { color: white; background: %1; border: none;"
-                                         " border-radius: 5px; padding: 5px 14px; }"
-                                         " QPushButton:hover { background: %2; }")
-                              .arg(color.name(), color.darker(115).name()));
+    action->setStyleSheet(filledButtonStyle(color));
     return box;
 }
 
@@ -319,6 +313,10 @@ QMenu *Sidebar::rowMenu(const QUuid &id)
         return action;
     };
     add("sidebar.row.action.rename", [this, id] { beginRename(id); });
+    menu->addSeparator();
+    add("sidebar.row.action.exportMarkdown", [this, id] { emit exportMarkdownRequested(id); });
+    add("sidebar.row.action.copyMarkdown", [this, id] { emit copyMarkdownRequested(id); });
+    add("sidebar.context.exportOPML", [this, id] { emit exportOPMLRequested(id); });
     menu->addSeparator();
     add("sidebar.context.duplicate", [this, id] { duplicateFlow(id); });
     add("sidebar.context.saveTemplate", [this, id] {

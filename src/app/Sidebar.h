@@ -62,6 +62,11 @@ public:
 signals:
     void routeSelected(const DetailRoute &route);
     void quitRequested();
+    // A flow's row menu asks for it as a document; the window's export
+    // commands answer.
+    void exportMarkdownRequested(const QUuid &flowID);
+    void copyMarkdownRequested(const QUuid &flowID);
+    void exportOPMLRequested(const QUuid &flowID);
 
 private:
     QWidget *makeBrandHeader();

@@ -95,4 +95,20 @@ QString thinScrollBarStyle()
         .arg(Color::ringOutline.name());
 }
 
+QString messageBoxStyle()
+{
+    return QStringLiteral("QLabel#qt_msgbox_label { font-weight: 600; font-size: %1pt; }"
+                          " QLabel#qt_msgbox_informativelabel { color: %2; min-width: 320px; }")
+        .arg(titleFont().pointSizeF() * 0.8)
+        .arg(Color::secondaryText.name());
+}
+
+QString filledButtonStyle(const QColor &color)
+{
+    return QStringLiteral("QPushButton { color: white; background: %1; border: none;"
+                          " border-radius: 5px; padding: 5px 14px; }"
+                          " QPushButton:hover { background: %2; }")
+        .arg(color.name(), color.darker(115).name());
+}
+
 } // namespace fenrow::Theme

@@ -58,5 +58,11 @@ QFont largeTitleFont();
 // A slim vertical scroll bar that floats over the list's own background.
 QString thinScrollBarStyle();
 
+// A question or notice in a message box: the text as a bold title, the
+// informative text below it in the secondary colour, wide enough to read.
+QString messageBoxStyle();
+// The button that goes ahead, filled with `color`.
+QString filledButtonStyle(const QColor &color);
+
 } // namespace Theme
 } // namespace fenrow

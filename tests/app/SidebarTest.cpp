@@ -145,7 +145,9 @@ TEST_F(SidebarTest, DeleteFromTheRowMenuAsksFirst)
         if (!action->isSeparator())
             entries << action->objectName() + "=" + action->text() + (action->isEnabled() ? "" : " (off)");
     EXPECT_EQ(entries.join(", ").toStdString(),
-              "sidebar.row.action.rename=Rename, sidebar.context.duplicate=Duplicate, "
+              "sidebar.row.action.rename=Rename, sidebar.row.action.exportMarkdown=Export as Markdown…, "
+              "sidebar.row.action.copyMarkdown=Copy as Markdown, sidebar.context.exportOPML=Export as OPML…, "
+              "sidebar.context.duplicate=Duplicate, "
               "sidebar.context.saveTemplate=Save as Template, sidebar.row.archiveDone=Archive Done Tasks…, "
               "sidebar.row.action.delete=Delete…");
     menu->close();

@@ -1,0 +1,333 @@
+#include "FlowExportCommands.h"
+
+#include "Theme.h"
+#include "domain/Clock.h"
+#include "domain/FenrowStore.h"
+#include "formats/FenrowBackup.h"
+#include "formats/OPMLCodec.h"
+#include "shell/AppPreferences.h"
+#include "shell/ShortcutKeys.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLoggingCategory>
+#include <QMenu>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QThread>
+
+Q_LOGGING_CATEGORY(fenrowExchangeLog, "fenrow.exchange")
+
+namespace fenrow {
+
+namespace {
+
+// A flow's name as a file name: a slash would make it a path.
+QString fileNameOf(const QString &name)
+{
+    return QString(name).replace(QLatin1Char('/'), QLatin1Char('-'));
+}
+
+// Writes the whole file or nothing; the reason on failure.
+QString writeWhole(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        return {};
+    return file.errorString().isEmpty() ? QStringLiteral("cannot write %1").arg(path) : file.errorString();
+}
+
+} // namespace
+
+FlowExportCommands::FlowExportCommands(FenrowStore &store, AppPreferences &preferences, QWidget *window)
+    : QObject(window), m_store(store), m_preferences(preferences), m_window(window),
+      m_folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
+{
+    connect(&m_preferences, &AppPreferences::changed, this, [this](const QString &key) {
+        if (key == QLatin1StringView(PreferenceKey::commandShortcuts))
+            applyShortcuts();
+    });
+}
+
+void FlowExportCommands::addTo(QMenu *file, std::function<QUuid()> shownFlow)
+{
+    const auto add = [&](const char *name, auto &&run) {
+        QAction *action = file->addAction(qtTrId(name));
+        action->setObjectName(QString::fromLatin1(name));
+        connect(action, &QAction::triggered, this, std::forward<decltype(run)>(run));
+        return action;
+    };
+    m_exportMarkdown = add("menu.exportMarkdown", [this, shownFlow] { exportMarkdown(shownFlow()); });
+    m_copyMarkdown = add("menu.copyMarkdown", [this, shownFlow] { copyMarkdown(shownFlow()); });
+    QAction *outline = add("menu.exportOPML", [this, shownFlow] { exportOPML(shownFlow()); });
+    file->addSeparator();
+    add("menu.importOPML", [this] { importOPML(); });
+    file->addSeparator();
+    add("menu.backUp", [this] { backUp(); });
+    add("menu.restoreBackup", [this] { restoreBackup(); });
+    // The flow's commands ask for a flow on screen.
+    connect(file, &QMenu::aboutToShow, this, [this, shownFlow, outline] {
+        const bool hasFlow = m_store.flow(shownFlow()) != nullptr;
+        for (QAction *action : {m_exportMarkdown, m_copyMarkdown, outline})
+            action->setEnabled(hasFlow);
+    });
+    applyShortcuts();
+}
+
+void FlowExportCommands::applyShortcuts()
+{
+    if (!m_exportMarkdown)
+        return;
+    for (const auto &[action, command] : {std::pair{m_exportMarkdown, ShortcutAction::exportMarkdown},
+                                          std::pair{m_copyMarkdown, ShortcutAction::copyMarkdown}})
+        action->setShortcut(QKeySequence(ShortcutKeys::keyboardShortcut(m_preferences.shortcut(command), command)));
+}
+
+QFileDialog *FlowExportCommands::saveDialog(const char *name, const QString &title, const QString &button,
+                                            const QString &filter, const QString &suffix, const QString &proposedName)
+{
+    auto *dialog = new QFileDialog(m_window, title, m_folder, filter);
+    dialog->setObjectName(QString::fromLatin1(name));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setDefaultSuffix(suffix);
+    dialog->setLabelText(QFileDialog::Accept, button);
+    dialog->selectFile(proposedName);
+    return dialog;
+}
+
+QFileDialog *FlowExportCommands::openDialog(const char *name, const QString &title, const QString &button,
+                                            const QString &filter)
+{
+    auto *dialog = new QFileDialog(m_window, title, m_folder, filter);
+    dialog->setObjectName(QString::fromLatin1(name));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptOpen);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setLabelText(QFileDialog::Accept, button);
+    return dialog;
+}
+
+QMessageBox *FlowExportCommands::inform(const char *name, QMessageBox::Icon icon, const QString &title,
+                                        const QString &text)
+{
+    auto *box = new QMessageBox(icon, title, title, QMessageBox::Ok, m_window);
+    box->setObjectName(QString::fromLatin1(name));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::WindowModal);
+    // Titles may carry file and flow names: never read them as markup.
+    box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(text);
+    box->setStyleSheet(Theme::messageBoxStyle());
+    box->open();
+    return box;
+}
+
+void FlowExportCommands::writeInBackground(const QString &path, const QByteArray &bytes, const char *failureLog)
+{
+    // The text is complete; only the bytes cross to the worker, and the
+    // answer comes back here.
+    auto failure = std::make_shared<QString>();
+    QThread *writer = QThread::create([path, bytes, failure] { *failure = writeWhole(path, bytes); });
+    connect(writer, &QThread::finished, this, [this, path, failure, failureLog] {
+        if (failure->isEmpty()) {
+            emit exportFinished(path, true);
+            return;
+        }
+        qCCritical(fenrowExchangeLog, failureLog, qUtf8Printable(*failure));
+        inform("export.failed", QMessageBox::Information, qtTrId("export.markdown.failed.title"),
+               qtTrId("export.markdown.failed.message"));
+        emit exportFinished(path, false);
+    });
+    connect(writer, &QThread::finished, writer, &QObject::deleteLater);
+    writer->start();
+}
+
+QFileDialog *FlowExportCommands::exportMarkdown(const QUuid &flowID)
+{
+    const TaskFlow *flow = m_store.flow(flowID);
+    if (!flow)
+        return nullptr;
+    const QByteArray text = m_store.markdown(*flow).toUtf8();
+    QFileDialog *dialog =
+        saveDialog("export.markdown.panel", qtTrId("export.markdown.panel.title"),
+                   qtTrId("export.markdown.panel.button"), QStringLiteral("Markdown (*.md);;Text (*.txt)"),
+                   QStringLiteral("md"), fileNameOf(flow->displayName()) + QStringLiteral(".md"));
+    connect(dialog, &QFileDialog::fileSelected, this, [this, text](const QString &path) {
+        m_folder = QFileInfo(path).absolutePath();
+        writeInBackground(path, text, "Markdown export failed: %s");
+    });
+    dialog->open();
+    return dialog;
+}
+
+void FlowExportCommands::copyMarkdown(const QUuid &flowID)
+{
+    if (const TaskFlow *flow = m_store.flow(flowID))
+        QGuiApplication::clipboard()->setText(m_store.markdown(*flow));
+}
+
+QFileDialog *FlowExportCommands::exportOPML(const QUuid &flowID)
+{
+    const TaskFlow *flow = m_store.flow(flowID);
+    if (!flow)
+        return nullptr;
+    const QByteArray text = m_store.exportOPML(*flow).toUtf8();
+    QFileDialog *dialog = saveDialog("export.opml.panel", qtTrId("export.opml.panel.title"),
+                                     qtTrId("export.markdown.panel.button"), QStringLiteral("OPML (*.opml)"),
+                                     QStringLiteral("opml"), fileNameOf(flow->displayName()));
+    connect(dialog, &QFileDialog::fileSelected, this, [this, text](const QString &path) {
+        m_folder = QFileInfo(path).absolutePath();
+        writeInBackground(path, text, "OPML export failed: %s");
+    });
+    dialog->open();
+    return dialog;
+}
+
+QFileDialog *FlowExportCommands::importOPML()
+{
+    QFileDialog *dialog = openDialog("import.opml.panel", qtTrId("import.opml.panel.message"),
+                                     qtTrId("import.opml.panel.button"), QStringLiteral("OPML (*.opml)"));
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
+        m_folder = QFileInfo(path).absolutePath();
+        QFile file(path);
+        std::optional<OPMLCodec::Document> document;
+        if (file.open(QIODevice::ReadOnly))
+            document = OPMLCodec::decode(file.readAll(), m_store.calendar());
+        if (!document) {
+            inform("import.opml.failed", QMessageBox::Information, qtTrId("import.opml.failed.title"),
+                   qtTrId("import.opml.failed.message"));
+            return;
+        }
+        const FenrowStore::ImportedFlow imported =
+            m_store.importOPML(document->title, document->roots, QFileInfo(path).completeBaseName());
+        m_window->raise();
+        m_window->activateWindow();
+        emit flowImported(imported.flow->id);
+    });
+    dialog->open();
+    return dialog;
+}
+
+QFileDialog *FlowExportCommands::backUp()
+{
+    const QString name =
+        FenrowBackup::fileName(FenrowBackup::manualPrefix, m_store.clock().now(), m_store.calendar());
+    QFileDialog *dialog = saveDialog("backup.savePanel", qtTrId("backup.save.panel.message"),
+                                     qtTrId("backup.save.panel.button"),
+                                     QStringLiteral("Fenrow (*.%1)").arg(FenrowBackup::fileExtension),
+                                     FenrowBackup::fileExtension, name);
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
+        m_folder = QFileInfo(path).absolutePath();
+        // Built and written here and now: a backup is of this moment.
+        const std::optional<QByteArray> bytes = m_store.makeBackup(m_store.clock().now()).encoded();
+        const QString failure = bytes ? writeWhole(path, *bytes) : QStringLiteral("a value cannot be encoded");
+        if (failure.isEmpty())
+            return;
+        qCCritical(fenrowExchangeLog, "Backup failed: %s", qUtf8Printable(failure));
+        inform("backup.failed", QMessageBox::Information, qtTrId("backup.failed.title"),
+               qtTrId("backup.failed.message"));
+    });
+    dialog->open();
+    return dialog;
+}
+
+QFileDialog *FlowExportCommands::restoreBackup()
+{
+    QFileDialog *dialog =
+        openDialog("backup.openPanel", qtTrId("backup.open.panel.message"), qtTrId("backup.open.panel.button"),
+                   QStringLiteral("Fenrow (*.%1)").arg(FenrowBackup::fileExtension));
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
+        m_folder = QFileInfo(path).absolutePath();
+        restoreFrom(path);
+    });
+    dialog->open();
+    return dialog;
+}
+
+void FlowExportCommands::restoreFrom(const QString &path)
+{
+    QFile file(path);
+    const auto decoded = file.open(QIODevice::ReadOnly) ? FenrowBackup::decoded(file.readAll())
+                                                        : std::variant<FenrowBackup, BackupError>(BackupError::unreadable);
+    if (const BackupError *error = std::get_if<BackupError>(&decoded)) {
+        inform("backup.restore.unreadable", QMessageBox::Information, qtTrId("backup.restore.unreadable.title"),
+               qtTrId(*error == BackupError::newerVersion ? "backup.restore.newer.message"
+                                                          : "backup.restore.unreadable.message"));
+        return;
+    }
+    askHowToRestore(std::make_shared<const FenrowBackup>(std::get<FenrowBackup>(decoded)));
+}
+
+void FlowExportCommands::askHowToRestore(std::shared_ptr<const FenrowBackup> backup)
+{
+    auto *box = new QMessageBox(m_window);
+    box->setObjectName(QStringLiteral("backup.restore.mode"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::WindowModal);
+    box->setIcon(QMessageBox::Information);
+    box->setWindowTitle(qtTrId("backup.restore.mode.title"));
+    box->setText(qtTrId("backup.restore.mode.title"));
+    box->setInformativeText(qtTrId("backup.restore.mode.message %lld").arg(backup->flows.size()));
+    box->setStyleSheet(Theme::messageBoxStyle());
+    QPushButton *merge = box->addButton(qtTrId("backup.restore.mode.merge"), QMessageBox::AcceptRole);
+    merge->setObjectName(QStringLiteral("backup.restore.mode.merge"));
+    merge->setStyleSheet(Theme::filledButtonStyle(Theme::Color::accent));
+    QPushButton *replace = box->addButton(qtTrId("backup.restore.mode.replace"), QMessageBox::DestructiveRole);
+    replace->setObjectName(QStringLiteral("backup.restore.mode.replace"));
+    QPushButton *cancel = box->addButton(qtTrId("sidebar.row.delete.confirm.cancel"), QMessageBox::RejectRole);
+    cancel->setObjectName(QStringLiteral("backup.restore.mode.cancel"));
+    // Return takes the choice that loses nothing.
+    box->setDefaultButton(merge);
+    box->setEscapeButton(cancel);
+    connect(box, &QMessageBox::buttonClicked, this, [this, backup, merge, replace](QAbstractButton *button) {
+        if (button == merge)
+            runRestore(*backup, false);
+        else if (button == replace)
+            confirmReplace(backup);
+    });
+    box->open();
+}
+
+void FlowExportCommands::confirmReplace(std::shared_ptr<const FenrowBackup> backup)
+{
+    auto *box = new QMessageBox(m_window);
+    box->setObjectName(QStringLiteral("backup.restore.replaceConfirmation"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::WindowModal);
+    box->setIcon(QMessageBox::Critical);
+    box->setWindowTitle(qtTrId("backup.restore.replace.confirm.title"));
+    box->setText(qtTrId("backup.restore.replace.confirm.title"));
+    box->setInformativeText(qtTrId("backup.restore.replace.confirm.message"));
+    box->setStyleSheet(Theme::messageBoxStyle());
+    QPushButton *replace = box->addButton(qtTrId("backup.restore.mode.replace"), QMessageBox::DestructiveRole);
+    replace->setObjectName(QStringLiteral("backup.restore.confirmReplace"));
+    replace->setStyleSheet(Theme::filledButtonStyle(Theme::Color::destructive));
+    QPushButton *cancel = box->addButton(qtTrId("sidebar.row.delete.confirm.cancel"), QMessageBox::RejectRole);
+    cancel->setObjectName(QStringLiteral("backup.restore.confirmCancel"));
+    // Return must not throw everything away.
+    box->setDefaultButton(cancel);
+    box->setEscapeButton(cancel);
+    connect(box, &QMessageBox::buttonClicked, this, [this, backup, replace](QAbstractButton *button) {
+        if (button == replace)
+            runRestore(*backup, true);
+    });
+    box->open();
+}
+
+void FlowExportCommands::runRestore(const FenrowBackup &backup, bool replacing)
+{
+    const int added = m_store.restoreBackup(backup, replacing ? RestoreMode::replace : RestoreMode::merge);
+    const QString text = replacing || added > 0 ? qtTrId("backup.restore.done.message %lld").arg(added)
+                                                : qtTrId("backup.restore.done.nothing");
+    inform("backup.restore.done", QMessageBox::Information, qtTrId("backup.restore.done.title"), text);
+}
+
+} // namespace fenrow

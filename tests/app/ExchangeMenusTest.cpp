@@ -1,0 +1,246 @@
+#include "AppTestSupport.h"
+
+#include "FlowExportCommands.h"
+#include "formats/FenrowBackup.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMenuBar>
+#include <QSignalSpy>
+
+namespace fenrow::testing {
+namespace {
+
+class ExchangeMenusTest : public WindowFixture {
+protected:
+    // The visible dialog of `name`, once it is there.
+    template <typename Dialog>
+    Dialog *dialog(const char *name)
+    {
+        Dialog *found = nullptr;
+        const bool shown = QTest::qWaitFor([&] {
+            for (Dialog *candidate : window->findChildren<Dialog *>(QString::fromLatin1(name)))
+                found = candidate->isVisible() ? candidate : found;
+            return found != nullptr;
+        });
+        EXPECT_TRUE(shown) << name;
+        return shown ? found : nullptr;
+    }
+
+    // Answers a file panel with `path`, as typing it and pressing the
+    // panel's button would.
+    void choose(const char *panel, const QString &path)
+    {
+        QFileDialog *files = dialog<QFileDialog>(panel);
+        ASSERT_NE(files, nullptr);
+        auto *name = files->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        ASSERT_NE(name, nullptr);
+        name->setText(path);
+        // Public as a dialog's, the file panel's own behind it.
+        static_cast<QDialog *>(files)->accept();
+    }
+
+    void click(QMessageBox *box, const char *button)
+    {
+        ASSERT_NE(box, nullptr);
+        auto *target = box->findChild<QPushButton *>(QString::fromLatin1(button));
+        ASSERT_NE(target, nullptr) << button;
+        target->click();
+    }
+
+    QAction *fileAction(const char *name)
+    {
+        QMenu *file = window->menuBar()->findChild<QMenu *>(QStringLiteral("menu.file"));
+        return file ? file->findChild<QAction *>(QString::fromLatin1(name)) : nullptr;
+    }
+
+    QByteArray readFile(const QString &path)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        return file.readAll();
+    }
+
+    void saveScreenshot(QWidget *widget, const QString &name)
+    {
+        ASSERT_NE(widget, nullptr);
+        QApplication::processEvents();
+        const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
+        ASSERT_TRUE(folder.mkpath("."));
+        EXPECT_TRUE(widget->grab().save(folder.filePath(name + ".png")));
+    }
+
+    QTemporaryDir files;
+};
+
+TEST_F(ExchangeMenusTest, RowMenuExportsAndCopiesAFlow)
+{
+    const TaskFlow &garden = addFlow("Garden", 1, 1, 1);
+    show();
+
+    chooseFromRowMenu(garden.id, "sidebar.row.action.copyMarkdown");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), store->markdown(garden));
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith("# Garden\n\n1 of 3 done\n"));
+
+    QSignalSpy written(window->exportCommands(), &FlowExportCommands::exportFinished);
+    chooseFromRowMenu(garden.id, "sidebar.row.action.exportMarkdown");
+    QFileDialog *panel = dialog<QFileDialog>("export.markdown.panel");
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(panel->windowTitle(), "Export as Markdown");
+    EXPECT_EQ(panel->labelText(QFileDialog::Accept), "Export");
+    EXPECT_EQ(panel->findChild<QLineEdit *>("fileNameEdit")->text(), "Garden.md");
+    saveScreenshot(panel, "export-markdown-panel");
+    choose("export.markdown.panel", files.filePath("garden.md"));
+    ASSERT_TRUE(written.wait());
+    EXPECT_EQ(written.first(), (QVariantList{files.filePath("garden.md"), true}));
+    EXPECT_EQ(QString::fromUtf8(readFile(files.filePath("garden.md"))), store->markdown(garden));
+
+    chooseFromRowMenu(garden.id, "sidebar.context.exportOPML");
+    EXPECT_EQ(dialog<QFileDialog>("export.opml.panel")->windowTitle(), "Export as OPML");
+    choose("export.opml.panel", files.filePath("garden.opml"));
+    ASSERT_TRUE(written.wait());
+    EXPECT_EQ(QString::fromUtf8(readFile(files.filePath("garden.opml"))), store->exportOPML(garden));
+
+    // A folder that is not there: the failure is told, and nothing is left.
+    chooseFromRowMenu(garden.id, "sidebar.row.action.exportMarkdown");
+    panel = dialog<QFileDialog>("export.markdown.panel");
+    ASSERT_NE(panel, nullptr);
+    const QString nowhere = files.filePath("gone/garden.md");
+    emit panel->fileSelected(nowhere);
+    panel->close();
+    ASSERT_TRUE(written.wait());
+    EXPECT_EQ(written.last().at(1).toBool(), false);
+    QMessageBox *failed = dialog<QMessageBox>("export.failed");
+    ASSERT_NE(failed, nullptr);
+    EXPECT_EQ(failed->text(), "Export failed");
+    EXPECT_TRUE(failed->informativeText().startsWith("The file could not be written."));
+    EXPECT_FALSE(QFile::exists(nowhere));
+}
+
+TEST_F(ExchangeMenusTest, FileMenuImportsAnOutlineAsANewFlow)
+{
+    addFlow("Home");
+    show();
+    QMenu *file = window->menuBar()->findChild<QMenu *>(QStringLiteral("menu.file"));
+    ASSERT_NE(file, nullptr);
+    QStringList entries;
+    for (QAction *action : file->actions())
+        entries << (action->isSeparator() ? QStringLiteral("|") : action->objectName());
+    EXPECT_EQ(entries.join(' ').toStdString(), "menu.exportMarkdown menu.copyMarkdown menu.exportOPML | "
+                                               "menu.importOPML | menu.backUp menu.restoreBackup | menu.quit");
+    EXPECT_EQ(fileAction("menu.exportMarkdown")->shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E));
+    EXPECT_EQ(fileAction("menu.copyMarkdown")->shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C));
+    // The flow's commands need a flow on screen.
+    emit file->aboutToShow();
+    EXPECT_FALSE(fileAction("menu.copyMarkdown")->isEnabled());
+    EXPECT_TRUE(fileAction("menu.importOPML")->isEnabled());
+
+    fileAction("menu.importOPML")->trigger();
+    EXPECT_EQ(dialog<QFileDialog>("import.opml.panel")->labelText(QFileDialog::Accept), "Import");
+    choose("import.opml.panel", QStringLiteral(FENROW_SOURCE_DIR "/tests/core/fixtures/opml/states.opml"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return store->flows().size() == 2; }));
+    const TaskFlow &states = *store->flows().last();
+    EXPECT_EQ(states.name, "States");
+    EXPECT_EQ(states.items().size(), 59);
+    EXPECT_EQ(window->selectedFlow(), states.id) << "the new flow is shown";
+    emit file->aboutToShow();
+    EXPECT_TRUE(fileAction("menu.copyMarkdown")->isEnabled());
+    fileAction("menu.copyMarkdown")->trigger();
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith("# States\n"));
+
+    fileAction("menu.importOPML")->trigger();
+    choose("import.opml.panel", QStringLiteral(FENROW_SOURCE_DIR "/tests/core/fixtures/opml/malformed.opml"));
+    QMessageBox *failed = dialog<QMessageBox>("import.opml.failed");
+    ASSERT_NE(failed, nullptr);
+    EXPECT_EQ(failed->text(), "This file can’t be imported");
+    saveScreenshot(failed, "import-failed");
+    EXPECT_EQ(store->flows().size(), 2);
+}
+
+TEST_F(ExchangeMenusTest, BackUpThenRestoreByMergingOrReplacing)
+{
+    addFlow("Home", 1, 0, 1);
+    addFlow("Work");
+    show();
+
+    fileAction("menu.backUp")->trigger();
+    QFileDialog *save = dialog<QFileDialog>("backup.savePanel");
+    ASSERT_NE(save, nullptr);
+    EXPECT_EQ(save->findChild<QLineEdit *>("fileNameEdit")->text(), "Fenrow Backup 2026-06-10.fenrowbackup");
+    EXPECT_EQ(save->labelText(QFileDialog::Accept), "Back Up");
+    const QString path = files.filePath("Fenrow Backup 2026-06-10.fenrowbackup");
+    choose("backup.savePanel", path);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(path); }));
+    const auto backup = FenrowBackup::decoded(readFile(path));
+    ASSERT_TRUE(std::holds_alternative<FenrowBackup>(backup));
+    EXPECT_EQ(std::get<FenrowBackup>(backup).flows.size(), 2);
+
+    const auto restore = [&] {
+        fileAction("menu.restoreBackup")->trigger();
+        EXPECT_EQ(dialog<QFileDialog>("backup.openPanel")->labelText(QFileDialog::Accept), "Restore");
+        choose("backup.openPanel", path);
+        return dialog<QMessageBox>("backup.restore.mode");
+    };
+    addFlow("Garden");
+
+    // Merging what is all here already adds nothing, and says so.
+    QMessageBox *mode = restore();
+    ASSERT_NE(mode, nullptr);
+    EXPECT_EQ(mode->text(), "Restore backup");
+    EXPECT_TRUE(mode->informativeText().startsWith("Flows in the backup: 2. Merge adds"));
+    EXPECT_EQ(mode->defaultButton()->objectName(), "backup.restore.mode.merge");
+    saveScreenshot(mode, "restore-mode");
+    click(mode, "backup.restore.mode.merge");
+    QMessageBox *done = dialog<QMessageBox>("backup.restore.done");
+    ASSERT_NE(done, nullptr);
+    EXPECT_EQ(done->informativeText(), "Every flow in the backup is already here. Nothing was added.");
+    done->accept();
+    EXPECT_EQ(flowNames(), (QStringList{"Home", "Work", "Garden"}));
+
+    // Replace asks a second time, and Cancel is the safe default.
+    click(restore(), "backup.restore.mode.replace");
+    QMessageBox *confirm = dialog<QMessageBox>("backup.restore.replaceConfirmation");
+    ASSERT_NE(confirm, nullptr);
+    EXPECT_EQ(confirm->icon(), QMessageBox::Critical);
+    EXPECT_EQ(confirm->defaultButton()->objectName(), "backup.restore.confirmCancel");
+    saveScreenshot(confirm, "restore-replace-confirmation");
+    click(confirm, "backup.restore.confirmCancel");
+    EXPECT_EQ(flowNames(), (QStringList{"Home", "Work", "Garden"}));
+
+    click(restore(), "backup.restore.mode.replace");
+    click(dialog<QMessageBox>("backup.restore.replaceConfirmation"), "backup.restore.confirmReplace");
+    done = dialog<QMessageBox>("backup.restore.done");
+    ASSERT_NE(done, nullptr);
+    EXPECT_EQ(done->informativeText(), "Flows restored: 2.");
+    EXPECT_EQ(flowNames(), (QStringList{"Home", "Work"}));
+    done->accept();
+
+    // Documents that cannot be restored change nothing.
+    QJsonObject newer = QJsonDocument::fromJson(readFile(path)).object();
+    newer["version"] = 3;
+    QFile future(files.filePath("future.fenrowbackup"));
+    ASSERT_TRUE(future.open(QIODevice::WriteOnly));
+    future.write(QJsonDocument(newer).toJson());
+    future.close();
+    fileAction("menu.restoreBackup")->trigger();
+    choose("backup.openPanel", future.fileName());
+    QMessageBox *refused = dialog<QMessageBox>("backup.restore.unreadable");
+    ASSERT_NE(refused, nullptr);
+    EXPECT_EQ(refused->text(), "This backup can’t be restored");
+    EXPECT_TRUE(refused->informativeText().startsWith("The backup was made by a newer version of Fenrow."));
+    refused->accept();
+
+    fileAction("menu.restoreBackup")->trigger();
+    choose("backup.openPanel", QStringLiteral(FENROW_SOURCE_DIR "/tests/core/fixtures/opml/states.opml"));
+    refused = dialog<QMessageBox>("backup.restore.unreadable");
+    ASSERT_NE(refused, nullptr);
+    EXPECT_TRUE(refused->informativeText().startsWith("The file is not a Fenrow backup"));
+    EXPECT_EQ(flowNames(), (QStringList{"Home", "Work"}));
+}
+
+} // namespace
+} // namespace fenrow::testing
