@@ -61,10 +61,9 @@ std::optional<QString> snippet(const QString &notes, const FoldedQuery &query)
 // every keystroke: each flow's titles and notes are kept folded between
 // searches, joined into one text each in `order` order, so that a query
 // is one scan per flow. A flow's texts are rebuilt when its nodes, their
-// order or their text changed. The kept copies of the node's strings hold
-// their buffers, so a buffer cannot be freed and reused: a node whose text
-// changed has a different buffer, and a pointer comparison is a sound
-// test. UI thread only.
+// order or their text changed, which the flow's nodes version tells
+// without touching a node: a search then reads only the joined texts and
+// the rows of its hits. UI thread only.
 class FlowTexts {
 public:
     // Between two nodes' texts; a query holding it is searched node by node.
@@ -72,27 +71,17 @@ public:
 
     struct Node {
         const FlowNode *node = nullptr;
+        QUuid id;
         QString title;
         QString notes;
         qint64 order = 0;
+        NodeStatus status = NodeStatus::pending;
         // ASCII folds character for character, so a position in the
         // folded notes is the same position in the notes.
         bool notesAreAscii = false;
     };
 
-    bool isCurrent(const TaskFlow &flow) const
-    {
-        if (qsizetype(flow.items().size()) != m_nodes.size())
-            return false;
-        qsizetype i = 0;
-        for (const FlowNode *node : flow.items()) {
-            const Node &kept = m_nodes.at(i++);
-            if (kept.node != node || kept.order != node->order || !sameString(kept.title, node->title)
-                || !sameString(kept.notes, node->notes))
-                return false;
-        }
-        return true;
-    }
+    bool isCurrent(const TaskFlow &flow) const { return flow.nodesVersion() == m_version; }
 
     // Texts that did not change are taken from `previous` rather than
     // folded again, so an edit costs one node's folding.
@@ -107,7 +96,9 @@ public:
         m_nodes.clear();
         m_nodes.reserve(qsizetype(flow.items().size()));
         for (const FlowNode *node : flow.items())
-            m_nodes.append({node, node->title, node->notes, node->order, QtPrivate::isAscii(QStringView(node->notes))});
+            m_nodes.append({node, node->id, node->title, node->notes, node->order, node->status(),
+                            QtPrivate::isAscii(QStringView(node->notes))});
+        m_version = flow.nodesVersion();
         m_sorted.resize(m_nodes.size());
         std::iota(m_sorted.begin(), m_sorted.end(), 0);
         std::stable_sort(m_sorted.begin(), m_sorted.end(),
@@ -147,9 +138,9 @@ public:
     }
 
     qsizetype size() const { return m_sorted.size(); }
-    // The node at position `k` of `order` order.
-    const FlowNode &node(qsizetype k) const { return *m_nodes.at(m_sorted.at(k)).node; }
-    bool notesAreAscii(qsizetype k) const { return m_nodes.at(m_sorted.at(k)).notesAreAscii; }
+    // The node at position `k` of `order` order, as it was when the texts
+    // were built, which is as it is while they are current.
+    const Node &node(qsizetype k) const { return m_nodes.at(m_sorted.at(k)); }
     QStringView foldedTitle(qsizetype k) const { return slice(m_titles, m_titleEnds, k); }
     QStringView foldedNotes(qsizetype k) const { return slice(m_notes, m_noteEnds, k); }
 
@@ -214,6 +205,7 @@ private:
         }
     }
 
+    quint64 m_version = 0;
     QList<Node> m_nodes;       // as the flow lists them
     QList<qsizetype> m_sorted; // indices into m_nodes, in `order` order
     QString m_titles;
@@ -337,21 +329,30 @@ QList<FlowSearchMatch> searchFlow(const FoldedQuery &query, const TaskFlow &flow
         return matches;
     }
     const FlowTexts &texts = FoldedFlows::shared().of(flow);
-    QList<FlowSearchMatch> matches;
+    // Hits first, rows after: the list of rows is then allocated once.
+    struct Hit {
+        qsizetype k;
+        qsizetype notesAt; // -1 for a title hit
+    };
+    static thread_local std::vector<Hit> hits;
+    hits.clear();
     texts.forEachHit(
-        query.matcher,
-        [&](qsizetype k) {
-            const FlowNode &node = texts.node(k);
-            matches.append({node.id, node.title, node.status(), std::nullopt, flowID});
-        },
-        [&](qsizetype k, qsizetype at) {
-            const FlowNode &node = texts.node(k);
-            std::optional<QString> line = texts.notesAreAscii(k)
-                                              ? snippetAt(node.notes, at, query)
-                                              : snippetFromFolded(node.notes, texts.foldedNotes(k), at, query);
-            if (line)
-                matches.append({node.id, node.title, node.status(), std::move(line), flowID});
-        });
+        query.matcher, [&](qsizetype k) { hits.push_back({k, -1}); },
+        [&](qsizetype k, qsizetype at) { hits.push_back({k, at}); });
+    QList<FlowSearchMatch> matches;
+    matches.reserve(qsizetype(hits.size()));
+    for (const Hit &hit : hits) {
+        const FlowTexts::Node &node = texts.node(hit.k);
+        if (hit.notesAt < 0) {
+            matches.append({node.id, node.title, node.status, std::nullopt, flowID});
+            continue;
+        }
+        std::optional<QString> line = node.notesAreAscii
+                                          ? snippetAt(node.notes, hit.notesAt, query)
+                                          : snippetFromFolded(node.notes, texts.foldedNotes(hit.k), hit.notesAt, query);
+        if (line)
+            matches.append({node.id, node.title, node.status, std::move(line), flowID});
+    }
     return matches;
 }
 

@@ -23,7 +23,9 @@ class TaskFlow;
 class PendingWrites {
 public:
     void write(TaskFlow *flow) { m_flows.insert(flow); }
-    void write(FlowNode *node) { m_nodes.insert(node); }
+    // Every write of a node passes here, which is where its flow learns
+    // that its nodes changed.
+    void write(FlowNode *node);
     void write(DependencyEdge *edge) { m_edges.insert(edge); }
     void write(FlowFile *file) { m_files.insert(file); }
     void write(FileLink *link) { m_fileLinks.insert(link); }

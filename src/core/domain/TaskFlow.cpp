@@ -3,12 +3,19 @@
 #include "TextRules.h"
 
 #include <algorithm>
+#include <atomic>
 
 namespace fenrow {
 
 QString TaskFlow::displayName() const
 {
     return TextRules::nameOr(name, qtTrId("sidebar.flow.untitled"));
+}
+
+quint64 TaskFlow::nextVersion()
+{
+    static std::atomic<quint64> last{0};
+    return ++last;
 }
 
 QList<const FlowNode *> TaskFlow::orderedItems() const

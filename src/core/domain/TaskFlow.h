@@ -43,7 +43,16 @@ public:
     // no particular sequence among themselves.
     QList<const FlowNode *> orderedItems() const;
 
+    // Changes whenever one of the flow's nodes is written, added or removed,
+    // and is never the same for two flows, so a reader can keep what it
+    // worked out from the nodes until the number moves.
+    quint64 nodesVersion() const { return m_nodesVersion; }
+    void nodesChanged() { m_nodesVersion = nextVersion(); }
+
 private:
+    static quint64 nextVersion();
+
+    quint64 m_nodesVersion = nextVersion();
     OwnedList<FlowNode> m_items;
     OwnedList<DependencyEdge> m_edges;
     OwnedList<FlowFile> m_files;
