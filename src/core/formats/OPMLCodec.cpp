@@ -21,13 +21,23 @@ bool isForbiddenInXml(char16_t c)
     return (c < 0x20 && c != u'\t' && c != u'\n' && c != u'\r') || c == 0xFFFE || c == 0xFFFF;
 }
 
-QString escaped(const QString &text)
+bool needsEscape(char16_t c)
 {
-    QString out;
-    out.reserve(text.size() + text.size() / 8);
+    return c == u'&' || c == u'<' || c == u'>' || c == u'"' || c < 0x20 || QChar::isSurrogate(c) || c >= 0xFFFE;
+}
+
+// Appends `text` with markup characters and line breaks as references;
+// runs that need nothing are copied whole.
+void appendEscaped(QString &out, QStringView text)
+{
     const qsizetype size = text.size();
+    qsizetype clean = 0;
     for (qsizetype i = 0; i < size; ++i) {
         const char16_t c = text[i].unicode();
+        if (!needsEscape(c))
+            continue;
+        out.append(text.sliced(clean, i - clean));
+        clean = i + 1;
         switch (c) {
         case u'&':
             out += QLatin1StringView("&amp;");
@@ -44,24 +54,23 @@ QString escaped(const QString &text)
         case u'\r':
             // A carriage return, a line feed and the pair are all one break.
             if (i + 1 < size && text[i + 1] == QLatin1Char('\n'))
-                ++i;
+                clean = ++i + 1;
             out += QLatin1StringView("&#10;");
             break;
         case u'\n':
             out += QLatin1StringView("&#10;");
             break;
         default:
-            if (QChar::isHighSurrogate(c)) {
-                if (i + 1 < size && text[i + 1].isLowSurrogate()) {
-                    out += text[i];
-                    out += text[++i];
-                }
-            } else if (!QChar::isLowSurrogate(c) && !isForbiddenInXml(c)) {
+            if (QChar::isHighSurrogate(c) && i + 1 < size && text[i + 1].isLowSurrogate()) {
+                out += text[i];
+                out += text[++i];
+                clean = i + 1;
+            } else if (!QChar::isSurrogate(c) && !isForbiddenInXml(c)) {
                 out += text[i];
             }
         }
     }
-    return out;
+    out.append(text.sliced(clean));
 }
 
 QString idText(const QUuid &id)
@@ -127,35 +136,62 @@ QString noteForReaders(const Task &task, const QStringList &afterTitles, const Q
 
 Outline outlineFrom(const QXmlStreamAttributes &attributes, const LocalCalendar &calendar)
 {
-    const auto has = [&](const char *name) { return attributes.hasAttribute(QLatin1StringView(name)); };
-    const auto value = [&](const char *name) { return attributes.value(QLatin1StringView(name)); };
+    // One pass over the attributes; their names compare exactly.
+    std::optional<QStringView> text, title, fenrowNotes, note, status, fenrowID, after, start, due, checklist;
+    for (const QXmlStreamAttribute &attribute : attributes) {
+        const QStringView name = attribute.qualifiedName();
+        std::optional<QStringView> *slot = nullptr;
+        if (name == u"text")
+            slot = &text;
+        else if (name == u"title")
+            slot = &title;
+        else if (name == u"fenrowNotes")
+            slot = &fenrowNotes;
+        else if (name == u"_note")
+            slot = &note;
+        else if (name == u"_status")
+            slot = &status;
+        else if (name == u"fenrowId")
+            slot = &fenrowID;
+        else if (name == u"fenrowAfter")
+            slot = &after;
+        else if (name == u"fenrowStart")
+            slot = &start;
+        else if (name == u"fenrowDue")
+            slot = &due;
+        else if (name == u"fenrowChecklist")
+            slot = &checklist;
+        if (slot)
+            *slot = attribute.value();
+    }
 
     Outline outline;
-    if (has("text"))
-        outline.text = value("text").trimmed().toString();
-    else if (has("title"))
-        outline.text = value("title").trimmed().toString();
+    if (const std::optional<QStringView> shown = text ? text : title)
+        outline.text = shown->trimmed().toString();
     // This program's own notes win even when empty, so that its files do not
     // get the composed note back as notes. It writes them whenever a task
     // has notes, so an outline of its own (one with "fenrowId") without them
     // had none, whatever "_note" says about checklists or prerequisites.
-    if (has("fenrowNotes"))
-        outline.note = value("fenrowNotes").trimmed().toString();
-    else if (has("_note") && !has("fenrowId"))
-        outline.note = value("_note").trimmed().toString();
-    outline.isDone = value("_status").toString().toLower() == QLatin1StringView("checked");
-    if (has("fenrowId"))
-        outline.fenrowID = value("fenrowId").toString();
-    for (QStringView piece : value("fenrowAfter").split(QLatin1Char(','))) {
-        const QString id = trimmedBlanks(piece);
-        if (!id.isEmpty())
-            outline.after.append(id);
+    if (fenrowNotes)
+        outline.note = fenrowNotes->trimmed().toString();
+    else if (note && !fenrowID)
+        outline.note = note->trimmed().toString();
+    outline.isDone = status && status->compare(u"checked", Qt::CaseInsensitive) == 0;
+    if (fenrowID)
+        outline.fenrowID = fenrowID->toString();
+    if (after) {
+        for (QStringView piece : after->split(QLatin1Char(','))) {
+            const QString id = trimmedBlanks(piece);
+            if (!id.isEmpty())
+                outline.after.append(id);
+        }
     }
-    outline.startDate = parseDay(value("fenrowStart"), calendar);
-    outline.dueDate = parseDay(value("fenrowDue"), calendar);
-    const QString checklist = value("fenrowChecklist").toString();
-    if (!ChecklistCodec::decode(checklist).isEmpty())
-        outline.checklistData = checklist;
+    if (start)
+        outline.startDate = parseDay(*start, calendar);
+    if (due)
+        outline.dueDate = parseDay(*due, calendar);
+    if (checklist && !ChecklistCodec::decode(checklist->toString()).isEmpty())
+        outline.checklistData = checklist->toString();
     return outline;
 }
 
@@ -207,19 +243,29 @@ QString encode(const QString &title, const QList<Task> &tasks, const QList<IdPai
     for (std::vector<qsizetype> &list : prerequisites)
         std::stable_sort(list.begin(), list.end());
 
-    QStringList lines;
-    lines.reserve(tasks.size() + 8);
-    lines << QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>") << QStringLiteral("<opml version=\"2.0\">")
-          << QStringLiteral("  <head>") << QStringLiteral("    <title>") + escaped(title) + QStringLiteral("</title>")
-          << QStringLiteral("  </head>") << QStringLiteral("  <body>");
+    // Every task's id once, as "fenrowId" and "fenrowAfter" write it.
+    QList<QString> ids;
+    ids.reserve(tasks.size());
+    qsizetype estimate = 512;
+    for (const Task &task : tasks) {
+        ids.append(idText(task.id));
+        estimate += 120 + 2 * task.title.size() + 2 * task.notes.size() + task.checklistData.size() * 3 / 2;
+    }
 
-    const auto indent = [](qsizetype depth) { return QString((depth + 2) * 2, QLatin1Char(' ')); };
-    const auto attribute = [](QString &into, const char *name, const QString &value) {
-        into += QLatin1Char(' ');
-        into += QLatin1StringView(name);
-        into += QLatin1StringView("=\"");
-        into += escaped(value);
-        into += QLatin1Char('"');
+    QString out;
+    out.reserve(estimate);
+    out += QLatin1StringView("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<opml version=\"2.0\">\n  <head>\n"
+                             "    <title>");
+    appendEscaped(out, title);
+    out += QLatin1StringView("</title>\n  </head>\n  <body>\n");
+
+    const auto indent = [&out](qsizetype depth) { out.append(QString((depth + 2) * 2, QLatin1Char(' '))); };
+    const auto attribute = [&out](const char *name, QStringView value) {
+        out += QLatin1Char(' ');
+        out += QLatin1StringView(name);
+        out += QLatin1StringView("=\"");
+        appendEscaped(out, value);
+        out += QLatin1Char('"');
     };
     const auto enter = [&](qsizetype rank, qsizetype depth) {
         const Task &task = tasks[rank];
@@ -230,38 +276,40 @@ QString encode(const QString &title, const QList<Task> &tasks, const QList<IdPai
         for (qsizetype source : prerequisites[std::size_t(rank)]) {
             if (source == parent)
                 continue;
-            afterIDs.append(idText(tasks[source].id));
+            afterIDs.append(ids[source]);
             afterTitles.append(tasks[source].title);
         }
 
-        QString line = indent(depth) + QStringLiteral("<outline");
-        attribute(line, "text", task.title);
+        indent(depth);
+        out += QLatin1StringView("<outline");
+        attribute("text", task.title);
         if (const QString note = noteForReaders(task, afterTitles, afterFormat); !note.isEmpty())
-            attribute(line, "_note", note);
+            attribute("_note", note);
         if (task.isDone)
-            attribute(line, "_status", QStringLiteral("checked"));
-        attribute(line, "fenrowId", idText(task.id));
+            attribute("_status", u"checked");
+        attribute("fenrowId", ids[rank]);
         if (!task.notes.isEmpty())
-            attribute(line, "fenrowNotes", task.notes);
+            attribute("fenrowNotes", task.notes);
         if (!afterIDs.isEmpty())
-            attribute(line, "fenrowAfter", afterIDs.join(QLatin1Char(',')));
+            attribute("fenrowAfter", afterIDs.join(QLatin1Char(',')));
         if (task.startDate)
-            attribute(line, "fenrowStart", dayText(*task.startDate, calendar));
+            attribute("fenrowStart", dayText(*task.startDate, calendar));
         if (task.dueDate)
-            attribute(line, "fenrowDue", dayText(*task.dueDate, calendar));
+            attribute("fenrowDue", dayText(*task.dueDate, calendar));
         if (!task.checklistData.isEmpty())
-            attribute(line, "fenrowChecklist", task.checklistData);
-        line += tree.childrenOf(rank).empty() ? QStringLiteral("/>") : QStringLiteral(">");
-        lines.append(line);
+            attribute("fenrowChecklist", task.checklistData);
+        out += tree.childrenOf(rank).empty() ? QLatin1StringView("/>\n") : QLatin1StringView(">\n");
     };
     const auto leave = [&](qsizetype rank, qsizetype depth) {
-        if (!tree.childrenOf(rank).empty())
-            lines.append(indent(depth) + QStringLiteral("</outline>"));
+        if (tree.childrenOf(rank).empty())
+            return;
+        indent(depth);
+        out += QLatin1StringView("</outline>\n");
     };
     tree.walk(enter, leave);
 
-    lines << QStringLiteral("  </body>") << QStringLiteral("</opml>");
-    return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+    out += QLatin1StringView("  </body>\n</opml>\n");
+    return out;
 }
 
 std::optional<Document> decode(const QByteArray &bytes, const LocalCalendar &calendar)
