@@ -2,7 +2,10 @@
 
 #include "ReadyListModel.h"
 #include "domain/Clock.h"
+#include "domain/DependencyEdge.h"
 #include "domain/FenrowStore.h"
+#include "domain/FileLink.h"
+#include "domain/FlowFile.h"
 #include "domain/FlowGraph.h"
 #include "domain/NodeRecurrence.h"
 #include "domain/TaskFlow.h"
@@ -14,18 +17,45 @@ namespace fenrow {
 
 using Glyph = CanvasGlyphs::Glyph;
 
+namespace {
+
+// Texts looked up once per language: every card of a large flow asks for
+// the same few.
+const QString &translated(const char *id)
+{
+    static QString language;
+    static QHash<const char *, QString> texts;
+    if (language != InterfaceLanguage::current()) {
+        language = InterfaceLanguage::current();
+        texts.clear();
+    }
+    auto found = texts.find(id);
+    if (found == texts.end())
+        found = texts.insert(id, qtTrId(id));
+    return *found;
+}
+
+} // namespace
+
 QString CanvasCardContents::shortDate(const QDateTime &day, const QDateTime &now, const FenrowStore &store)
 {
     const LocalCalendar &calendar = store.calendar();
     const QDate today = calendar.dayOf(now);
     const QDate date = calendar.dayOf(day);
     if (date == today)
-        return qtTrId("ready.row.due.today");
+        return translated(QT_TRID_NOOP("ready.row.due.today"));
     if (date == today.addDays(1))
-        return qtTrId("ready.row.due.tomorrow");
-    const QLocale locale(InterfaceLanguage::current());
-    return locale.toString(date, date.year() == today.year() ? qtTrId("ready.row.dateFormat")
-                                                             : qtTrId("ready.row.dateFormat.withYear"));
+        return translated(QT_TRID_NOOP("ready.row.due.tomorrow"));
+    // Made once per language: building a locale from its name is not cheap,
+    // and every dated card asks.
+    static QString language;
+    static QLocale locale;
+    if (language != InterfaceLanguage::current()) {
+        language = InterfaceLanguage::current();
+        locale = QLocale(language);
+    }
+    return locale.toString(date, date.year() == today.year() ? translated(QT_TRID_NOOP("ready.row.dateFormat"))
+                                                             : translated(QT_TRID_NOOP("ready.row.dateFormat.withYear")));
 }
 
 QString CanvasCardContents::statusText(const NodeCardState &state, const QDateTime &now, const FenrowStore &store)
@@ -34,21 +64,21 @@ QString CanvasCardContents::statusText(const NodeCardState &state, const QDateTi
     case NodeCardState::Kind::status:
         switch (state.status) {
         case NodeStatus::pending:
-            return qtTrId("canvas.node.status.pending");
+            return translated(QT_TRID_NOOP("canvas.node.status.pending"));
         case NodeStatus::inProgress:
-            return qtTrId("canvas.node.status.inProgress");
+            return translated(QT_TRID_NOOP("canvas.node.status.inProgress"));
         case NodeStatus::done:
-            return qtTrId("canvas.node.status.done");
+            return translated(QT_TRID_NOOP("canvas.node.status.done"));
         case NodeStatus::paused:
-            return qtTrId("canvas.node.status.paused");
+            return translated(QT_TRID_NOOP("canvas.node.status.paused"));
         }
         break;
     case NodeCardState::Kind::deferred:
-        return qtTrId("canvas.node.starts ").arg(shortDate(state.until, now, store));
+        return translated(QT_TRID_NOOP("canvas.node.starts ")).arg(shortDate(state.until, now, store));
     case NodeCardState::Kind::waiting:
-        return qtTrId("canvas.node.waiting ").arg(state.blockers);
+        return translated(QT_TRID_NOOP("canvas.node.waiting ")).arg(state.blockers);
     case NodeCardState::Kind::ready:
-        return qtTrId("canvas.node.ready");
+        return translated(QT_TRID_NOOP("canvas.node.ready"));
     }
     return {};
 }
@@ -60,7 +90,7 @@ MetaPill statusPill(const NodeCardState &state, const QString &text)
     MetaPill pill;
     pill.text = text;
     pill.part = QStringLiteral("status");
-    pill.help = qtTrId("canvas.node.status.label");
+    pill.help = translated(QT_TRID_NOOP("canvas.node.status.label"));
     switch (state.kind) {
     case NodeCardState::Kind::status:
         switch (state.status) {
@@ -83,7 +113,7 @@ MetaPill statusPill(const NodeCardState &state, const QString &text)
     case NodeCardState::Kind::deferred:
         pill.glyph = Glyph::deferred;
         pill.part = QStringLiteral("deferred");
-        pill.help = qtTrId("canvas.node.deferred.help");
+        pill.help = translated(QT_TRID_NOOP("canvas.node.deferred.help"));
         break;
     case NodeCardState::Kind::waiting:
         pill.glyph = Glyph::waiting;
@@ -102,15 +132,15 @@ QString repeatText(const NodeRecurrence &recurrence)
     case RecurrenceRule::never:
         break;
     case RecurrenceRule::daily:
-        return qtTrId("inspector.recurrence.daily");
+        return translated(QT_TRID_NOOP("inspector.recurrence.daily"));
     case RecurrenceRule::weekdays:
-        return qtTrId("inspector.recurrence.weekdays");
+        return translated(QT_TRID_NOOP("inspector.recurrence.weekdays"));
     case RecurrenceRule::weekly:
-        return qtTrId("inspector.recurrence.weekly");
+        return translated(QT_TRID_NOOP("inspector.recurrence.weekly"));
     case RecurrenceRule::monthly:
-        return qtTrId("inspector.recurrence.monthly");
+        return translated(QT_TRID_NOOP("inspector.recurrence.monthly"));
     case RecurrenceRule::afterDone:
-        return qtTrId("inspector.recurrence.afterDone");
+        return translated(QT_TRID_NOOP("inspector.recurrence.afterDone"));
     }
     return {};
 }
@@ -119,11 +149,11 @@ QString priorityText(NodePriority priority)
 {
     switch (priority) {
     case NodePriority::high:
-        return qtTrId("ready.row.priority.high");
+        return translated(QT_TRID_NOOP("ready.row.priority.high"));
     case NodePriority::medium:
-        return qtTrId("ready.row.priority.medium");
+        return translated(QT_TRID_NOOP("ready.row.priority.medium"));
     case NodePriority::low:
-        return qtTrId("ready.row.priority.low");
+        return translated(QT_TRID_NOOP("ready.row.priority.low"));
     case NodePriority::none:
         break;
     }
@@ -131,6 +161,14 @@ QString priorityText(NodePriority priority)
 }
 
 } // namespace
+
+bool CardContent::sameAs(const CardContent &other) const
+{
+    return state == other.state && actionable == other.actionable && canCollapse == other.canCollapse
+        && folded == other.folded && foldedCount == other.foldedCount && hasNotes == other.hasNotes
+        && dashed == other.dashed && pills == other.pills && title == other.title && color == other.color
+        && done == other.done;
+}
 
 const CardContent &CanvasCardContents::of(const TaskFlow &flow, const FlowNode &node)
 {
@@ -147,8 +185,16 @@ int CanvasCardContents::readyCount(const TaskFlow &flow)
     return m_readyCount;
 }
 
+quint64 CanvasCardContents::geometrySerial(const TaskFlow &flow)
+{
+    if (!m_valid || m_flowID != flow.id)
+        rebuild(flow);
+    return m_geometrySerial;
+}
+
 void CanvasCardContents::rebuild(const TaskFlow &flow)
 {
+    const QHash<QUuid, CardContent> before = m_flowID == flow.id ? std::move(m_contents) : QHash<QUuid, CardContent>();
     m_contents.clear();
     m_readyCount = 0;
     m_flowID = flow.id;
@@ -160,9 +206,29 @@ void CanvasCardContents::rebuild(const TaskFlow &flow)
     bool anyFolded = false;
     for (const FlowNode *node : flow.items())
         anyFolded = anyFolded || node->isCollapsed;
-    if (anyFolded)
+    // What each fold hides: walked through hidden tasks only, which are few.
+    QHash<const FlowNode *, QList<const FlowNode *>> below;
+    if (anyFolded) {
         hidden = FlowGraph::hiddenNodeIDs(flow);
+        for (const DependencyEdge *edge : flow.edges())
+            if (edge->fromItem() && edge->toItem())
+                below[edge->fromItem()].append(edge->toItem());
+    }
+    const auto hiddenBelow = [&](const FlowNode *fold) {
+        QSet<const FlowNode *> seen;
+        QList<const FlowNode *> next = below.value(fold);
+        while (!next.isEmpty()) {
+            const FlowNode *node = next.takeLast();
+            if (!hidden.contains(node->id) || seen.contains(node))
+                continue;
+            seen.insert(node);
+            next.append(below.value(node));
+        }
+        return int(seen.size());
+    };
     m_contents.reserve(flow.items().size());
+    // Places, sizes, folds and lines: what the drawing of lines depends on.
+    size_t geometry = qHash(flow.edges().size()) ^ qHash(flow.fileLinks().size());
 
     for (const FlowNode *node : flow.items()) {
         CardContent content;
@@ -176,17 +242,21 @@ void CanvasCardContents::rebuild(const TaskFlow &flow)
         const auto subtasks = maps.subtasks.constFind(node->id);
         content.canCollapse = subtasks != maps.subtasks.cend() && !subtasks->isEmpty();
         content.folded = content.canCollapse && node->isCollapsed;
-        if (content.folded) {
-            for (const FlowNode *below : FlowGraph::descendants(*node, flow))
-                content.foldedCount += below != node && hidden.contains(below->id) ? 1 : 0;
-        }
+        if (content.folded)
+            content.foldedCount = hiddenBelow(node);
+        content.title = node->title;
+        content.color = node->color();
+        content.done = node->isDone;
+        geometry = qHashMulti(geometry, node->id, node->posX, node->posY, node->manualWidth.value_or(-1),
+                              node->manualHeight.value_or(-1), node->estimateMinutes.value_or(-1), node->isCollapsed,
+                              node->colorRaw);
 
         content.pills.append(statusPill(content.state, statusText(content.state, now, m_store)));
         if (node->dueDate) {
             MetaPill due;
             due.glyph = Glyph::due;
             due.text = shortDate(*node->dueDate, now, m_store);
-            due.help = qtTrId("canvas.node.due.label");
+            due.help = translated(QT_TRID_NOOP("canvas.node.due.label"));
             due.part = QStringLiteral("due");
             due.tint = node->isOverdue(now, calendar) && !node->isDone ? MetaPill::Tint::warning
                                                                        : MetaPill::Tint::neutral;
@@ -196,8 +266,8 @@ void CanvasCardContents::rebuild(const TaskFlow &flow)
         if (deferred && content.state.kind != NodeCardState::Kind::deferred) {
             MetaPill start;
             start.glyph = Glyph::deferred;
-            start.text = qtTrId("canvas.node.starts ").arg(shortDate(*node->startDate, now, m_store));
-            start.help = qtTrId("canvas.node.deferred.help");
+            start.text = translated(QT_TRID_NOOP("canvas.node.starts ")).arg(shortDate(*node->startDate, now, m_store));
+            start.help = translated(QT_TRID_NOOP("canvas.node.deferred.help"));
             start.part = QStringLiteral("deferred");
             content.pills.append(start);
         }
@@ -205,22 +275,27 @@ void CanvasCardContents::rebuild(const TaskFlow &flow)
             MetaPill repeat;
             repeat.glyph = Glyph::repeat;
             repeat.text = repeatText(*recurrence);
-            repeat.help = qtTrId("canvas.node.repeat.label");
+            repeat.help = translated(QT_TRID_NOOP("canvas.node.repeat.label"));
             repeat.part = QStringLiteral("repeat");
             content.pills.append(repeat);
         }
         if (!node->checklistData.isEmpty()) {
-            const Checklist steps = node->checklist();
-            if (!steps.isEmpty()) {
+            // The steps are kept as JSON; they are read again only when changed.
+            auto counted = m_checklists.find(node->id);
+            if (counted == m_checklists.end() || counted->data != node->checklistData) {
+                const Checklist steps = node->checklist();
                 qsizetype done = 0;
                 for (const ChecklistEntry &step : steps)
                     done += step.isDone ? 1 : 0;
+                counted = m_checklists.insert(node->id, {node->checklistData, done, steps.size()});
+            }
+            if (counted->total > 0) {
                 MetaPill checklist;
                 checklist.glyph = Glyph::checklist;
-                checklist.text = QStringLiteral("%1/%2").arg(done).arg(steps.size());
-                checklist.help = qtTrId("canvas.node.checklist.help");
+                checklist.text = QStringLiteral("%1/%2").arg(counted->done).arg(counted->total);
+                checklist.help = translated(QT_TRID_NOOP("canvas.node.checklist.help"));
                 checklist.part = QStringLiteral("checklist");
-                checklist.tint = done == steps.size() ? MetaPill::Tint::done : MetaPill::Tint::neutral;
+                checklist.tint = counted->done == counted->total ? MetaPill::Tint::done : MetaPill::Tint::neutral;
                 content.pills.append(checklist);
             }
         }
@@ -228,7 +303,7 @@ void CanvasCardContents::rebuild(const TaskFlow &flow)
             MetaPill priority;
             priority.glyph = Glyph::priority;
             priority.text = priorityText(node->priority());
-            priority.help = qtTrId("canvas.node.priority.label");
+            priority.help = translated(QT_TRID_NOOP("canvas.node.priority.label"));
             priority.part = QStringLiteral("priority");
             priority.tint = node->priority() == NodePriority::high ? MetaPill::Tint::warning : MetaPill::Tint::neutral;
             content.pills.append(priority);
@@ -237,11 +312,24 @@ void CanvasCardContents::rebuild(const TaskFlow &flow)
             MetaPill estimate;
             estimate.glyph = Glyph::estimate;
             estimate.text = ReadyListModel::estimateText(*node->estimateMinutes);
-            estimate.help = qtTrId("inspector.estimate.label");
+            estimate.help = translated(QT_TRID_NOOP("inspector.estimate.label"));
             estimate.part = QStringLiteral("estimate");
             content.pills.append(estimate);
         }
+        const auto earlier = before.constFind(node->id);
+        content.serial = earlier != before.cend() && earlier->sameAs(content) ? earlier->serial : ++m_lastSerial;
         m_contents.insert(node->id, std::move(content));
+    }
+    for (const DependencyEdge *edge : flow.edges())
+        geometry = qHashMulti(geometry, edge->id, edge->fromItem(), edge->toItem(), edge->isSubtask());
+    for (const FileLink *link : flow.fileLinks())
+        geometry = qHashMulti(geometry, link->id, link->file(), link->node());
+    for (const FlowFile *file : flow.files())
+        geometry = qHashMulti(geometry, file->id, file->posX, file->posY, file->manualWidth.value_or(-1),
+                              file->manualHeight.value_or(-1), file->isTrashed);
+    if (geometry != m_geometryHash || m_geometrySerial == 0) {
+        m_geometryHash = geometry;
+        ++m_geometrySerial;
     }
 }
 

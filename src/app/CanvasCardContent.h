@@ -27,6 +27,8 @@ struct MetaPill {
     Tint tint = Tint::neutral;
     // Names the pill as a part of its card ("status", "priority", ...).
     QString part;
+
+    friend bool operator==(const MetaPill &, const MetaPill &) = default;
 };
 
 // What a card shows besides its title and place, worked out once per
@@ -43,6 +45,16 @@ struct CardContent {
     // Not started yet: drawn with a dashed border.
     bool dashed = false;
     QList<MetaPill> pills;
+    // What the card shows of the record itself.
+    QString title;
+    NodeColor color = NodeColor::none;
+    bool done = false;
+    // Changes whenever anything above does, so a picture of the card drawn
+    // earlier can be kept while it stays the same.
+    quint64 serial = 0;
+
+    // Equal contents, whatever their serials.
+    bool sameAs(const CardContent &other) const;
 };
 
 // The contents of all cards of one flow as of the last change, for the
@@ -56,6 +68,8 @@ public:
     const CardContent &of(const TaskFlow &flow, const FlowNode &node);
     // The flow's progress readout needs the same count of ready tasks.
     int readyCount(const TaskFlow &flow);
+    // Changes whenever a card's place or size, a line or a fold may have.
+    quint64 geometrySerial(const TaskFlow &flow);
 
     static QString statusText(const NodeCardState &state, const QDateTime &now, const FenrowStore &store);
     static QString shortDate(const QDateTime &day, const QDateTime &now, const FenrowStore &store);
@@ -68,6 +82,15 @@ private:
     QUuid m_flowID;
     QHash<QUuid, CardContent> m_contents;
     int m_readyCount = 0;
+    quint64 m_lastSerial = 0;
+    struct StepCount {
+        QString data;
+        qsizetype done = 0;
+        qsizetype total = 0;
+    };
+    QHash<QUuid, StepCount> m_checklists;
+    quint64 m_geometrySerial = 0;
+    size_t m_geometryHash = 0;
     CardContent m_empty;
 };
 

@@ -14,8 +14,12 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QTextLayout>
+#include <QVarLengthArray>
 
 #include <algorithm>
+#include <array>
+#include <optional>
+#include <span>
 #include <cmath>
 
 namespace fenrow {
@@ -28,6 +32,9 @@ constexpr double pillPaddingX = 7;
 constexpr double pillGlyph = 11;
 constexpr double pillGlyphGap = 4;
 constexpr double maxTitleLines = 4;
+// Dash and gap lengths, in line widths.
+constexpr std::array<double, 2> subtaskDashes{3, 2.5};
+constexpr std::array<double, 2> linkDashes{2, 3};
 
 QFont pixelFont(int pixels, QFont::Weight weight)
 {
@@ -73,6 +80,71 @@ QPainterPath roundedRect(const QRectF &rect, double radius)
     return path;
 }
 
+// The part of the segment from a to b inside `rect` (Liang and Barsky), as
+// fractions along it. A long line that crosses the view is stroked only
+// where it shows: dashes along a line thousands of units long cost more
+// than everything else on screen.
+std::optional<std::pair<double, double>> clipSegment(QPointF a, QPointF b, const QRectF &rect)
+{
+    double t0 = 0;
+    double t1 = 1;
+    const QPointF d = b - a;
+    const std::array<std::pair<double, double>, 4> sides{{{-d.x(), a.x() - rect.left()},
+                                                          {d.x(), rect.right() - a.x()},
+                                                          {-d.y(), a.y() - rect.top()},
+                                                          {d.y(), rect.bottom() - a.y()}}};
+    for (const auto &[p, q] : sides) {
+        if (p == 0) {
+            if (q < 0)
+                return std::nullopt;
+            continue;
+        }
+        const double t = q / p;
+        if (p < 0)
+            t0 = std::max(t0, t);
+        else
+            t1 = std::min(t1, t);
+        if (t0 > t1)
+            return std::nullopt;
+    }
+    return std::pair(t0, t1);
+}
+
+// Strokes the visible part of a line. Dashes are cut here into plain
+// segments, where they would fall on the whole line: the raster engine
+// draws plain flat-capped segments on its fast path, and a dashed pen off it.
+void drawClippedLine(QPainter &painter, QPointF a, QPointF b, const QRectF &visible, std::span<const double> dashes = {})
+{
+    const auto part = clipSegment(a, b, visible);
+    if (!part)
+        return;
+    const QPointF d = b - a;
+    if (dashes.empty()) {
+        painter.drawLine(a + d * part->first, a + d * part->second);
+        return;
+    }
+    const double length = std::hypot(d.x(), d.y());
+    if (length < degenerateLength)
+        return;
+    const double width = std::max(painter.pen().widthF(), 1.0);
+    double period = 0;
+    for (const double dash : dashes)
+        period += dash * width;
+    const QPointF unit = d / length;
+    const double from = part->first * length;
+    const double to = part->second * length;
+    QVarLengthArray<QLineF, 64> segments;
+    // Whole periods before the visible part are skipped at once.
+    double at = std::floor(from / period) * period;
+    for (std::size_t i = 0; at < to; i = (i + 1) % dashes.size()) {
+        const double next = at + dashes[i] * width;
+        if (i % 2 == 0 && next > from)
+            segments.append(QLineF(a + unit * std::max(at, from), a + unit * std::min(next, to)));
+        at = next;
+    }
+    painter.drawLines(segments.constData(), int(segments.size()));
+}
+
 void drawArrowhead(QPainter &painter, QPointF tip, QPointF source, const QColor &color)
 {
     const auto corners = Arrowhead{tip, source}.triangle();
@@ -94,8 +166,15 @@ CanvasScenePainter::CanvasScenePainter(CanvasCardContents &contents)
 
 void CanvasScenePainter::invalidate()
 {
+    // Cards and lines that stayed the same keep their pictures.
+    m_contents.invalidate();
+}
+
+void CanvasScenePainter::invalidateAll()
+{
     ++m_version;
     m_contents.invalidate();
+    m_cardImages.clear();
     // A file's bytes never change under its id; only gone files leave.
     if (m_thumbnails.size() > 256)
         m_thumbnails.clear();
@@ -108,6 +187,7 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
 {
     CardLayout result;
     result.version = m_version;
+    result.serial = content.serial;
     result.size = size;
     result.title = node.title;
     const double innerWidth = std::max(1.0, size.width - 2 * paddingX);
@@ -179,10 +259,11 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
 const CanvasScenePainter::CardLayout &CanvasScenePainter::layout(const TaskFlow &flow, const FlowNode &node,
                                                                   NodeSize size)
 {
-    auto found = m_layouts.find(node.id);
-    if (found != m_layouts.end() && found->version == m_version && found->size == size && found->title == node.title)
-        return *found;
     const CardContent &content = m_contents.of(flow, node);
+    auto found = m_layouts.find(node.id);
+    if (found != m_layouts.end() && found->version == m_version && found->serial == content.serial
+        && found->size == size)
+        return *found;
     return *m_layouts.insert(node.id, makeLayout(content, node, size));
 }
 
@@ -259,57 +340,15 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
         return interaction.effectiveFileCenter(file.id, {file.posX, file.posY});
     };
 
+    // Lines first: those of cards that move are drawn live, the rest come
+    // from the layer.
+    const QSet<QUuid> moving = movingCards(interaction);
+    paintLineLayer(painter, editor, colors, view, moving, exposed);
     painter.setTransform(toScreen);
-
-    // File link lines.
-    for (const FileLink *link : flow->fileLinks()) {
-        if (!editor.isDrawn(*link))
-            continue;
-        const FlowFile &file = *link->file();
-        const FlowNode &node = *link->node();
-        const EdgeLine line =
-            EdgeLine::between(fileCenter(file), interaction.effectiveFileSize(file), center(node), interaction.effectiveSize(node));
-        if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-1, -1, 1, 1)))
-            continue;
-        const bool selected = interaction.selectedFileLinkID() == link->id;
-        QPen pen(selected ? colors.ramp.brand : withAlpha(colors.secondaryText, 0.6), fileLinkStroke, Qt::CustomDashLine,
-                 Qt::RoundCap);
-        pen.setDashPattern({2, 3});
-        painter.setOpacity(editor.isDimmed(node) ? 0.25 : 1);
-        painter.setPen(pen);
-        painter.drawLine(line.start, line.end);
-    }
-
-    // Edges.
-    const std::optional<EdgeReconnect> &reconnect = interaction.edgeReconnect();
-    for (const DependencyEdge *edge : flow->edges()) {
-        if (!editor.isDrawn(*edge))
-            continue;
-        const FlowNode &from = *edge->fromItem();
-        const FlowNode &to = *edge->toItem();
-        const EdgeLine line =
-            EdgeLine::between(center(from), interaction.effectiveSize(from), center(to), interaction.effectiveSize(to));
-        if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-10, -10, 10, 10)))
-            continue;
-        const bool selected = interaction.selectedEdgeID() == edge->id;
-        const QColor color = selected ? colors.ramp.brand : colors.edge;
-        QPen pen(color, selected ? selectedEdgeStroke : edgeStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-        // A subtask line reads as belonging rather than following.
-        if (edge->isSubtask())
-            pen.setDashPattern({3, 2.5});
-        double opacity = editor.isDimmed(from) || editor.isDimmed(to) ? 0.25 : 1;
-        if (reconnect && reconnect->edgeID == edge->id)
-            opacity = 0.3;
-        painter.setOpacity(opacity);
-        painter.setPen(pen);
-        // The line stops at the arrowhead's base, so its cap does not poke out.
-        const QPointF d = line.end - line.start;
-        const double length = std::max(std::hypot(d.x(), d.y()), degenerateLength);
-        const QPointF base = line.end - d / length * std::min(arrowheadLength * 0.8, length);
-        painter.drawLine(line.start, base);
-        drawArrowhead(painter, line.end, line.start, color);
-    }
+    if (!moving.isEmpty())
+        paintLines(painter, editor, colors, visible, moving, true);
     painter.setOpacity(1);
+    const std::optional<EdgeReconnect> &reconnect = interaction.edgeReconnect();
 
     // The reconnect preview, from the end that stays.
     if (reconnect) {
@@ -360,10 +399,8 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
             if (file->id != link->fileID)
                 continue;
             const QPointF start = clipToCard(fileCenter(*file), link->current, interaction.effectiveFileSize(*file));
-            QPen pen(colors.ramp.brand, fileLinkStroke, Qt::CustomDashLine, Qt::RoundCap);
-            pen.setDashPattern({2, 3});
-            painter.setPen(pen);
-            painter.drawLine(start, link->current);
+            painter.setPen(QPen(colors.ramp.brand, fileLinkStroke, Qt::SolidLine, Qt::FlatCap));
+            drawClippedLine(painter, start, link->current, visible, linkDashes);
         }
     }
     if (const auto marquee = interaction.marquee()) {
@@ -404,57 +441,181 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     }
 }
 
-void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor, const TaskFlow &flow,
-                                   const FlowNode &node, const CanvasColors &colors, const ViewState &view)
+QSet<QUuid> CanvasScenePainter::movingCards(const CanvasInteraction &interaction)
 {
+    QSet<QUuid> moving;
+    if (const auto &drag = interaction.nodeDrag())
+        moving = drag->itemIDs;
+    if (const auto &resize = interaction.nodeResize())
+        moving.insert(resize->itemID);
+    if (const auto &drag = interaction.fileDrag())
+        moving.insert(drag->fileID);
+    if (const auto &resize = interaction.fileResize())
+        moving.insert(resize->fileID);
+    return moving;
+}
+
+void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
+                                    const QRectF &visible, const QSet<QUuid> &moving, bool onlyMoving) const
+{
+    const TaskFlow &flow = *editor.flow();
     const CanvasInteraction &interaction = editor.interaction();
-    const CardContent &content = m_contents.of(flow, node);
-    const NodeSize size = interaction.effectiveSize(node);
-    const QRectF rect = interaction.frame(node);
-    const bool selected = interaction.selectedItemIDs().contains(node.id);
-    const bool hovered = view.hoveredCard == node.id;
-    const bool quiet = node.isDone;
-    const double scale = view.scale > 0 ? view.scale : 1;
+    const auto center = [&](const FlowNode &node) { return interaction.effectiveCenter(node.id, {node.posX, node.posY}); };
+    const auto fileCenter = [&](const FlowFile &file) {
+        return interaction.effectiveFileCenter(file.id, {file.posX, file.posY});
+    };
+    // Either the lines of moving cards, or all the others.
+    const auto wanted = [&](const QUuid &a, const QUuid &b) {
+        return onlyMoving == (moving.contains(a) || moving.contains(b));
+    };
 
-    painter.setTransform(QTransform(scale, 0, 0, scale, view.offset.x(), view.offset.y()));
-    painter.setOpacity(editor.isDimmed(node) ? 0.25 : 1);
-
-    // A soft shadow of two layers: lifted a little more under the pointer.
-    if (!quiet) {
-        painter.setPen(Qt::NoPen);
-        const double lift = hovered || selected ? 1.6 : 1;
-        painter.setBrush(withAlpha(colors.shadow, colors.shadow.alphaF() * 0.55));
-        painter.drawPath(roundedRect(rect.adjusted(-1, -0.5, 1, 2 * lift + 1.5), cornerRadius + 1));
-        painter.setBrush(colors.shadow);
-        painter.drawPath(roundedRect(rect.adjusted(-0.25, 0.5, 0.25, lift + 0.5), cornerRadius));
+    for (const FileLink *link : flow.fileLinks()) {
+        if (!editor.isDrawn(*link) || !wanted(link->file()->id, link->node()->id))
+            continue;
+        const FlowFile &file = *link->file();
+        const FlowNode &node = *link->node();
+        const EdgeLine line =
+            EdgeLine::between(fileCenter(file), interaction.effectiveFileSize(file), center(node), interaction.effectiveSize(node));
+        if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-1, -1, 1, 1)))
+            continue;
+        const bool selected = interaction.selectedFileLinkID() == link->id;
+        painter.setOpacity(editor.isDimmed(node) ? 0.25 : 1);
+        painter.setPen(QPen(selected ? colors.ramp.brand : withAlpha(colors.secondaryText, 0.6), fileLinkStroke,
+                            Qt::SolidLine, Qt::FlatCap));
+        drawClippedLine(painter, line.start, line.end, visible, linkDashes);
     }
 
-    if (selected) {
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(withAlpha(colors.ramp.brand, 0.18), 5));
-        painter.drawPath(roundedRect(rect.adjusted(-3.5, -3.5, 3.5, 3.5), cornerRadius + 3.5));
-        painter.setPen(QPen(colors.ramp.brand, 1.5));
-        painter.drawPath(roundedRect(rect.adjusted(-1.5, -1.5, 1.5, 1.5), cornerRadius + 1.5));
+    const std::optional<EdgeReconnect> &reconnect = interaction.edgeReconnect();
+    for (const DependencyEdge *edge : flow.edges()) {
+        if (!editor.isDrawn(*edge) || !wanted(edge->fromItem()->id, edge->toItem()->id))
+            continue;
+        const FlowNode &from = *edge->fromItem();
+        const FlowNode &to = *edge->toItem();
+        const EdgeLine line =
+            EdgeLine::between(center(from), interaction.effectiveSize(from), center(to), interaction.effectiveSize(to));
+        if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-10, -10, 10, 10)))
+            continue;
+        const bool selected = interaction.selectedEdgeID() == edge->id;
+        const QColor color = selected ? colors.ramp.brand : colors.edge;
+        double opacity = editor.isDimmed(from) || editor.isDimmed(to) ? 0.25 : 1;
+        if (reconnect && reconnect->edgeID == edge->id)
+            opacity = 0.3;
+        painter.setOpacity(opacity);
+        // Flat caps keep plain lines on the raster engine's fast path.
+        painter.setPen(QPen(color, selected ? selectedEdgeStroke : edgeStroke, Qt::SolidLine, Qt::FlatCap));
+        // The line stops at the arrowhead's base, so it does not poke out.
+        const QPointF d = line.end - line.start;
+        const double length = std::max(std::hypot(d.x(), d.y()), degenerateLength);
+        const QPointF base = line.end - d / length * std::min(arrowheadLength * 0.8, length);
+        // A subtask line reads as belonging rather than following.
+        drawClippedLine(painter, line.start, base, visible,
+                        edge->isSubtask() ? std::span<const double>(subtaskDashes) : std::span<const double>());
+        if (visible.contains(line.end))
+            drawArrowhead(painter, line.end, line.start, color);
+    }
+}
+
+void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
+                                        const ViewState &view, const QSet<QUuid> &moving, const QRectF &exposed)
+{
+    const CanvasInteraction &interaction = editor.interaction();
+    const double scale = view.scale > 0 ? view.scale : 1;
+    const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
+    LineLayer::Key key;
+    key.version = m_version;
+    key.geometry = m_contents.geometrySerial(*editor.flow());
+    key.selectedEdge = interaction.selectedEdgeID();
+    key.selectedLink = interaction.selectedFileLinkID();
+    key.reconnecting = interaction.edgeReconnect() ? std::optional(interaction.edgeReconnect()->edgeID) : std::nullopt;
+    key.moving = moving;
+    key.brand = colors.ramp.brand.rgba();
+    key.dark = colors.dark;
+    key.pixelRatio = pixelRatio;
+
+    const QSizeF viewport = interaction.viewportSize().isEmpty() ? exposed.size() : interaction.viewportSize();
+    const QRectF viewArea(-view.offset / scale, viewport / scale);
+    const bool sameScale = std::abs(m_lines.scale - scale) < 1e-9;
+    const bool reusable = m_lines.key == key && !m_lines.image.isNull()
+        && (view.zooming || (sameScale && m_lines.area.contains(viewArea)));
+    if (!reusable) {
+        // The layer reaches a stretch beyond the view, so a pan reuses it.
+        const double reach = layerReach / scale;
+        m_lines.key = key;
+        m_lines.scale = scale;
+        m_lines.area = viewArea.adjusted(-reach, -reach, reach, reach);
+        const QSize pixels = (m_lines.area.size() * scale * pixelRatio).toSize().expandedTo(QSize(1, 1));
+        if (m_lines.image.size() != pixels)
+            m_lines.image = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+        m_lines.image.setDevicePixelRatio(pixelRatio);
+        m_lines.image.fill(Qt::transparent);
+        QPainter into(&m_lines.image);
+        into.setRenderHint(QPainter::Antialiasing);
+        into.setTransform(QTransform::fromScale(scale, scale).translate(-m_lines.area.left(), -m_lines.area.top()));
+        paintLines(into, editor, colors, m_lines.area, moving, false);
+    }
+    // The layer's corner where it falls now, stretched if the zoom moved
+    // on since it was drawn.
+    const QRectF target(m_lines.area.topLeft() * scale + view.offset, m_lines.area.size() * scale);
+    painter.resetTransform();
+    painter.setOpacity(1);
+    if (sameScale && reusable) {
+        const QPointF corner(std::round(target.left() * pixelRatio) / pixelRatio,
+                             std::round(target.top() * pixelRatio) / pixelRatio);
+        painter.drawImage(corner, m_lines.image);
+    } else {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(target, m_lines.image);
+    }
+}
+
+void CanvasScenePainter::paintCardBody(QPainter &painter, const CardLayout &text, const CardContent &content,
+                                       const FlowNode &node, NodeSize size, const CardLook &look,
+                                       const CanvasColors &colors) const
+{
+    const QRectF rect(0, 0, size.width, size.height);
+    // Rings and borders are filled between two outlines rather than
+    // stroked: the raster engine fills far faster than it strokes a curve.
+    const auto band = [&](double outside, double width, const QColor &color) {
+        QPainterPath ring = roundedRect(rect.adjusted(-outside - width / 2, -outside - width / 2, outside + width / 2,
+                                                      outside + width / 2),
+                                        cornerRadius + outside + width / 2);
+        ring.addPath(roundedRect(rect.adjusted(-outside + width / 2, -outside + width / 2, outside - width / 2,
+                                               outside - width / 2),
+                                 std::max(0.0, cornerRadius + outside - width / 2)));
+        painter.fillPath(ring, color);
+    };
+
+    // A soft shadow of two layers, lifted a little more under the pointer.
+    if (!node.isDone) {
+        const double lift = look.hovered || look.selected ? 1.6 : 1;
+        painter.fillPath(roundedRect(rect.adjusted(-1, -0.5, 1, 2 * lift + 1.5), cornerRadius + 1),
+                         withAlpha(colors.shadow, colors.shadow.alphaF() * 0.55));
+        painter.fillPath(roundedRect(rect.adjusted(-0.25, 0.5, 0.25, lift + 0.5), cornerRadius), colors.shadow);
+    }
+    if (look.selected) {
+        band(3.5, 5, withAlpha(colors.ramp.brand, 0.18));
+        band(1.5, 1.5, colors.ramp.brand);
     } else if (content.actionable) {
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(withAlpha(colors.ramp.brand, 0.15), 4));
-        painter.drawPath(roundedRect(rect.adjusted(-2, -2, 2, 2), cornerRadius + 2));
-        painter.setPen(QPen(colors.ramp.brand, 1.5));
-        painter.drawPath(roundedRect(rect.adjusted(-2, -2, 2, 2), cornerRadius + 2));
+        band(2, 4, withAlpha(colors.ramp.brand, 0.15));
+        band(2, 1.5, colors.ramp.brand);
     }
 
     const NodeColor tag = node.color();
-    QPen border(tag != NodeColor::none ? colors.tag(tag) : colors.cardBorder, tag != NodeColor::none ? 2 : 1);
-    if (content.dashed)
+    const double borderWidth = tag != NodeColor::none ? 2 : 1;
+    const QColor borderColor = tag != NodeColor::none ? colors.tag(tag) : colors.cardBorder;
+    painter.fillPath(roundedRect(rect, cornerRadius), node.isDone ? colors.ramp.nodeSurfaceDone : colors.ramp.nodeSurface);
+    if (content.dashed) {
+        QPen border(borderColor, borderWidth, Qt::CustomDashLine, Qt::FlatCap);
         border.setDashPattern({4, 3});
-    painter.setPen(border);
-    painter.setBrush(node.isDone ? colors.ramp.nodeSurfaceDone : colors.ramp.nodeSurface);
-    const double inset = border.widthF() / 2;
-    painter.drawPath(roundedRect(rect.adjusted(inset, inset, -inset, -inset), cornerRadius - inset));
+        painter.setPen(border);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(roundedRect(rect.adjusted(borderWidth / 2, borderWidth / 2, -borderWidth / 2, -borderWidth / 2),
+                                     cornerRadius - borderWidth / 2));
+    } else {
+        band(-borderWidth / 2, borderWidth, borderColor);
+    }
 
-    const CardLayout &text = layout(flow, node, size);
-    painter.translate(rect.topLeft());
-    if (view.editing != node.id) {
+    if (!look.editing) {
         QFont font = m_titleFont;
         font.setStrikeOut(node.isDone);
         painter.setFont(font);
@@ -474,28 +635,90 @@ void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor
     const QFontMetricsF pillMetrics(m_pillFont);
     for (const PlacedPill &pill : text.pills) {
         const auto [ink, fill] = pillColors(pill.pill.tint, colors);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(fill);
-        painter.drawRoundedRect(pill.rect, pillHeight / 2, pillHeight / 2);
+        painter.fillPath(roundedRect(pill.rect, pillHeight / 2), fill);
         const QRectF glyph(pill.rect.left() + pillPaddingX, pill.rect.center().y() - pillGlyph / 2, pillGlyph, pillGlyph);
         CanvasGlyphs::paint(painter, glyph, pill.pill.glyph, ink);
         painter.setPen(ink);
         const double baseline = pill.rect.center().y() + (pillMetrics.ascent() - pillMetrics.descent()) / 2;
         painter.drawText(QPointF(glyph.right() + pillGlyphGap, baseline), pill.shownText);
     }
+}
+
+QImage CanvasScenePainter::cardImage(const FlowNode &node, const CardContent &content, const CardLayout &text,
+                                     NodeSize size, const CardLook &look, double scale, double pixelRatio,
+                                     const CanvasColors &colors, bool anyScale)
+{
+    CardImageKey key{m_version, content.serial, size, scale * pixelRatio, look, colors.ramp.brand.rgba(), colors.dark};
+    if (CardImage *cached = m_cardImages.object(node.id)) {
+        if (cached->key == key)
+            return cached->image;
+        CardImageKey rescaled = cached->key;
+        rescaled.devicePixelsPerUnit = key.devicePixelsPerUnit;
+        if (anyScale && rescaled == key)
+            return cached->image;
+    }
+    const double device = scale * pixelRatio;
+    const QSize pixels = (QSizeF(size.width + 2 * cardImageMargin, size.height + 2 * cardImageMargin) * device)
+                             .toSize()
+                             .expandedTo(QSize(1, 1));
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    {
+        QPainter into(&image);
+        into.setRenderHint(QPainter::Antialiasing);
+        into.setRenderHint(QPainter::TextAntialiasing);
+        into.scale(device, device);
+        into.translate(cardImageMargin, cardImageMargin);
+        paintCardBody(into, text, content, node, size, look, colors);
+    }
+    image.setDevicePixelRatio(pixelRatio);
+    m_cardImages.insert(node.id, new CardImage{key, image}, int(image.sizeInBytes() / 1024));
+    return image;
+}
+
+void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor, const TaskFlow &flow,
+                                   const FlowNode &node, const CanvasColors &colors, const ViewState &view)
+{
+    const CanvasInteraction &interaction = editor.interaction();
+    const CardContent &content = m_contents.of(flow, node);
+    const NodeSize size = interaction.effectiveSize(node);
+    const QRectF rect = interaction.frame(node);
+    const double scale = view.scale > 0 ? view.scale : 1;
+    CardLook look;
+    look.selected = interaction.selectedItemIDs().contains(node.id);
+    look.hovered = view.hoveredCard == node.id;
+    look.editing = view.editing == node.id;
+    const double opacity = editor.isDimmed(node) ? 0.25 : 1;
+
+    // The card is drawn once into an image at this scale and then only
+    // copied while it stays the same; a pan or a drag elsewhere costs a copy.
+    const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
+    const QImage image =
+        cardImage(node, content, layout(flow, node, size), size, look, scale, pixelRatio, colors, view.zooming);
+    const QPointF corner = screenPoint(rect.topLeft() - QPointF(cardImageMargin, cardImageMargin), view);
+    // Whole device pixels keep the text as crisp as it was drawn.
+    const QPointF snapped(std::round(corner.x() * pixelRatio) / pixelRatio, std::round(corner.y() * pixelRatio) / pixelRatio);
+    const QSizeF shown = QSizeF(size.width + 2 * cardImageMargin, size.height + 2 * cardImageMargin) * scale;
+    painter.resetTransform();
+    painter.setOpacity(opacity);
+    if (std::abs(shown.width() - image.deviceIndependentSize().width()) < 1.0) {
+        painter.drawImage(snapped, image);
+    } else {
+        // An image of another scale, stretched while the zoom moves.
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(QRectF(snapped, shown), image);
+    }
 
     // Port and grip keep their size on screen.
-    painter.resetTransform();
-    painter.setOpacity(editor.isDimmed(node) ? 0.25 : 1);
     const bool connecting = interaction.pendingConnection() && interaction.pendingConnection()->fromItemID == node.id;
-    if (content.canCollapse || hovered || selected || connecting)
+    if (content.canCollapse || look.hovered || look.selected || connecting)
         paintPort(painter, screenPoint(portAnchor(rect.center(), size), view), &content,
                   view.hoveredPort == node.id || connecting, colors);
-    if (hovered || selected) {
-        const QPointF corner = screenPoint(rect.bottomRight(), view);
-        painter.setPen(QPen(colors.secondaryText, 1.3, Qt::SolidLine, Qt::RoundCap));
+    if (look.hovered || look.selected) {
+        const QPointF gripCorner = screenPoint(rect.bottomRight(), view);
+        painter.setPen(QPen(colors.secondaryText, 1.3, Qt::SolidLine, Qt::FlatCap));
         for (const double step : {4.0, 8.0})
-            painter.drawLine(corner + QPointF(-4, -4 - step), corner + QPointF(-4 - step, -4));
+            painter.drawLine(gripCorner + QPointF(-4, -4 - step), gripCorner + QPointF(-4 - step, -4));
     }
     painter.setOpacity(1);
 }

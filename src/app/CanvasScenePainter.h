@@ -4,11 +4,13 @@
 #include "CanvasCardContent.h"
 #include "canvas/NodeSize.h"
 
+#include <QCache>
 #include <QFont>
 #include <QHash>
 #include <QImage>
 #include <QPointF>
 #include <QRectF>
+#include <QSet>
 #include <QStringList>
 #include <QUuid>
 
@@ -19,6 +21,7 @@ class QPainter;
 namespace fenrow {
 
 class CanvasEditor;
+class CanvasInteraction;
 class FlowFile;
 class FlowNode;
 class TaskFlow;
@@ -39,6 +42,9 @@ public:
         std::optional<QUuid> hoveredPort;
         // A card whose title an editor covers.
         std::optional<QUuid> editing;
+        // The zoom is still moving: cards drawn at another scale may be
+        // stretched for now instead of drawn again in every frame.
+        bool zooming = false;
     };
 
     // Measures inside a card, in canvas units.
@@ -49,13 +55,19 @@ public:
     static constexpr double pillGap = 5;
     static constexpr double titlePillGap = 8;
     static constexpr double notesMarkSide = 12;
+    // Room around a card's image for its shadow, ring and selection glow.
+    static constexpr double cardImageMargin = 8;
+    // What the images of cards may take, in KiB.
+    static constexpr int cardImageBudget = 96 * 1024;
 
     explicit CanvasScenePainter(CanvasCardContents &contents);
 
     void paint(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors, const ViewState &view,
                const QRectF &exposed);
-    // Forget card layouts, after the store or the language changed.
+    // The store changed: cards and lines are checked against it again.
     void invalidate();
+    // Everything is drawn anew: the filter, the sizes or the language changed.
+    void invalidateAll();
 
     QFont titleFont() const { return m_titleFont; }
     // Where a card's title stands, relative to the card's top left corner.
@@ -71,6 +83,7 @@ private:
     };
     struct CardLayout {
         quint64 version = 0;
+        quint64 serial = 0;
         NodeSize size;
         QString title;
         QStringList titleLines;
@@ -78,7 +91,65 @@ private:
         QList<PlacedPill> pills;
     };
 
+    // How a card is drawn beyond its record.
+    struct CardLook {
+        bool selected = false;
+        bool hovered = false;
+        bool editing = false;
+        friend bool operator==(const CardLook &, const CardLook &) = default;
+    };
+    struct CardImageKey {
+        quint64 version = 0;
+        quint64 serial = 0;
+        NodeSize size;
+        double devicePixelsPerUnit = 1;
+        CardLook look;
+        QRgb brand = 0;
+        bool dark = false;
+        friend bool operator==(const CardImageKey &, const CardImageKey &) = default;
+    };
+    struct CardImage {
+        CardImageKey key;
+        QImage image;
+    };
+
+    // Edges and file links drawn once into an image a little larger than
+    // the view, kept while they stay the same: pans within its reach,
+    // hovers and card selections copy it instead of drawing every line.
+    struct LineLayer {
+        struct Key {
+            quint64 version = 0;
+            quint64 geometry = 0;
+            std::optional<QUuid> selectedEdge;
+            std::optional<QUuid> selectedLink;
+            std::optional<QUuid> reconnecting;
+            QSet<QUuid> moving;
+            QRgb brand = 0;
+            bool dark = false;
+            double pixelRatio = 1;
+            friend bool operator==(const Key &, const Key &) = default;
+        };
+        Key key;
+        double scale = 0;
+        // The canvas area the image covers.
+        QRectF area;
+        QImage image;
+    };
+    // How far the line layer reaches past the view, on screen.
+    static constexpr double layerReach = 256;
+
+    static QSet<QUuid> movingCards(const CanvasInteraction &interaction);
+    void paintLines(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors, const QRectF &visible,
+                    const QSet<QUuid> &moving, bool onlyMoving) const;
+    void paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
+                        const ViewState &view, const QSet<QUuid> &moving, const QRectF &exposed);
     const CardLayout &layout(const TaskFlow &flow, const FlowNode &node, NodeSize size);
+    // The card drawn in its own canvas units, its top left corner at the origin.
+    void paintCardBody(QPainter &painter, const CardLayout &text, const CardContent &content, const FlowNode &node,
+                       NodeSize size, const CardLook &look, const CanvasColors &colors) const;
+    QImage cardImage(const FlowNode &node, const CardContent &content, const CardLayout &text, NodeSize size,
+                     const CardLook &look, double scale, double pixelRatio, const CanvasColors &colors,
+                     bool anyScale);
     CardLayout makeLayout(const CardContent &content, const FlowNode &node, NodeSize size) const;
     QImage thumbnail(const FlowFile &file);
 
@@ -96,6 +167,8 @@ private:
     quint64 m_version = 1;
     QHash<QUuid, CardLayout> m_layouts;
     QHash<QUuid, QImage> m_thumbnails;
+    QCache<QUuid, CardImage> m_cardImages{cardImageBudget};
+    LineLayer m_lines;
     QFont m_titleFont;
     QFont m_pillFont;
     QFont m_fileFont;

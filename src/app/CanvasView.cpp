@@ -31,6 +31,7 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QTextEdit>
+#include <QTimer>
 #include <QToolTip>
 #include <QVariantAnimation>
 
@@ -130,6 +131,12 @@ CanvasView::CanvasView(FenrowStore &store, FenrowHistory &history, AppPreference
         update();
     });
 
+    m_zoomSettle = new QTimer(this);
+    m_zoomSettle->setSingleShot(true);
+    m_zoomSettle->setInterval(zoomSettleTime);
+    connect(m_zoomSettle, &QTimer::timeout, this, qOverload<>(&QWidget::update));
+    connect(m_animation, &QVariantAnimation::finished, this, qOverload<>(&QWidget::update));
+
     auto *title = new TitleEditor(this);
     title->setObjectName(QStringLiteral("canvas.node.titleEditor"));
     title->setFrame(false);
@@ -149,6 +156,8 @@ CanvasView::CanvasView(FenrowStore &store, FenrowHistory &history, AppPreference
         update();
     });
     connect(&m_preferences, &AppPreferences::changed, this, [this](const QString &key) {
+        if (key == QLatin1StringView(PreferenceKey::filterMode))
+            m_scene.invalidateAll();
         if (key == QLatin1StringView(PreferenceKey::gridEnabled) || key == QLatin1StringView(PreferenceKey::filterMode))
             update();
     });
@@ -174,7 +183,7 @@ void CanvasView::setEditor(CanvasEditor *editor)
     m_titleEditor->hide();
     m_titleEditorNode.reset();
     m_contents.invalidate();
-    m_scene.invalidate();
+    m_scene.invalidateAll();
     if (editor) {
         m_pointer = std::make_unique<CanvasPointer>(*editor);
         CanvasInteraction &interaction = editor->interaction();
@@ -250,6 +259,7 @@ void CanvasView::paintEvent(QPaintEvent *event)
     view.hoveredCard = m_hoveredCard;
     view.hoveredPort = m_hoveredPort;
     view.editing = m_titleEditor->isVisible() ? m_titleEditorNode : std::nullopt;
+    view.zooming = m_zoomSettle->isActive() || m_animation->state() == QAbstractAnimation::Running;
     m_scene.paint(painter, *m_editor, m_appearance.colors(), view, event->rect());
 }
 
@@ -267,22 +277,126 @@ void CanvasView::interactionChanged(CanvasInteraction::Field field)
 {
     using Field = CanvasInteraction::Field;
     switch (field) {
-    case Field::editingItemID:
-    case Field::scale:
-    case Field::offset:
-    case Field::nodeResize:
     case Field::nodeDrag:
+    case Field::nodeResize:
+    case Field::fileDrag:
+    case Field::fileResize:
+    case Field::pendingConnection:
+    case Field::pendingFileLink:
+    case Field::edgeReconnect:
+    case Field::marquee:
+        // A gesture repaints only what it moves: where it was and where it is.
+        if (field == Field::nodeDrag || field == Field::nodeResize)
+            placeTitleEditor();
+        if (m_animation->state() != QAbstractAnimation::Running) {
+            const QRect now = gestureRect();
+            update(m_gestureRect.united(now));
+            m_gestureRect = now;
+            return;
+        }
+        break;
+    case Field::scale:
+        // Cards are drawn anew at the new scale once the zoom rests.
+        m_zoomSettle->start();
+        placeTitleEditor();
+        break;
+    case Field::editingItemID:
+    case Field::offset:
         placeTitleEditor();
         break;
     case Field::colorFilter:
     case Field::sizeResolver:
-        m_scene.invalidate();
+        m_scene.invalidateAll();
         emit contentChanged();
         break;
     default:
         break;
     }
+    m_gestureRect = gestureRect();
     update();
+}
+
+QRect CanvasView::cardRect(const QUuid &id) const
+{
+    if (!m_editor || !m_editor->flow())
+        return {};
+    const CanvasInteraction &interaction = m_editor->interaction();
+    QRectF frame;
+    if (const FlowNode *node = m_store.node(id); node && node->flow() == m_editor->flow())
+        frame = interaction.frame(*node);
+    else
+        for (const FlowFile *file : m_editor->flow()->files())
+            if (file->id == id)
+                frame = interaction.fileFrame(*file);
+    if (frame.isNull())
+        return {};
+    const double scale = displayScale();
+    // Rings, shadows, the port with its fold count and the grip reach past
+    // the frame by a fixed amount on screen.
+    return QRectF(toScreen(frame.topLeft()), frame.size() * scale).toAlignedRect().adjusted(-14, -14, 52, 14);
+}
+
+QRect CanvasView::gestureRect() const
+{
+    if (!m_editor || !m_editor->flow())
+        return {};
+    const CanvasInteraction &interaction = m_editor->interaction();
+    const TaskFlow &flow = *m_editor->flow();
+    QSet<QUuid> moving;
+    if (const auto &drag = interaction.nodeDrag())
+        moving = drag->itemIDs;
+    if (const auto &resize = interaction.nodeResize())
+        moving.insert(resize->itemID);
+    if (const auto &drag = interaction.fileDrag())
+        moving.insert(drag->fileID);
+    if (const auto &resize = interaction.fileResize())
+        moving.insert(resize->fileID);
+    QRect dirty;
+    for (const QUuid &id : std::as_const(moving))
+        dirty |= cardRect(id);
+    const auto line = [&](QPointF a, QPointF b) {
+        return QRectF(toScreen(a), toScreen(b)).normalized().toAlignedRect().adjusted(-12, -12, 12, 12);
+    };
+    // The lines that follow the moving cards.
+    if (!moving.isEmpty()) {
+        for (const DependencyEdge *edge : flow.edges()) {
+            if (!edge->fromItem() || !edge->toItem())
+                continue;
+            if (moving.contains(edge->fromItem()->id) || moving.contains(edge->toItem()->id))
+                dirty |= line(interaction.frame(*edge->fromItem()).center(), interaction.frame(*edge->toItem()).center());
+        }
+        for (const FileLink *link : flow.fileLinks()) {
+            if (!link->file() || !link->node())
+                continue;
+            if (moving.contains(link->file()->id) || moving.contains(link->node()->id))
+                dirty |= line(interaction.fileFrame(*link->file()).center(), interaction.frame(*link->node()).center());
+        }
+    }
+    // A line being drawn, and the card it would land on.
+    const auto pending = [&](const QUuid &from, QPointF current) {
+        dirty |= cardRect(from);
+        dirty |= line(interaction.frame(*m_store.node(from)).center(), current);
+        for (const FlowNode *node : m_editor->visibleNodes())
+            if (interaction.frame(*node).contains(current))
+                dirty |= cardRect(node->id);
+    };
+    if (const auto &connection = interaction.pendingConnection(); connection && m_store.node(connection->fromItemID))
+        pending(connection->fromItemID, connection->current);
+    if (const auto &reconnect = interaction.edgeReconnect(); reconnect && m_store.node(reconnect->anchorItemID)) {
+        pending(reconnect->anchorItemID, reconnect->current);
+        for (const DependencyEdge *edge : flow.edges())
+            if (edge->id == reconnect->edgeID && edge->fromItem() && edge->toItem())
+                dirty |= line(interaction.frame(*edge->fromItem()).center(), interaction.frame(*edge->toItem()).center());
+    }
+    if (const auto &link = interaction.pendingFileLink()) {
+        dirty |= cardRect(link->fileID);
+        for (const FlowFile *file : flow.files())
+            if (file->id == link->fileID)
+                dirty |= line(interaction.fileFrame(*file).center(), link->current);
+    }
+    if (const auto marquee = interaction.marquee())
+        dirty |= line(marquee->topLeft(), marquee->bottomRight());
+    return dirty;
 }
 
 void CanvasView::storeChanged()
@@ -381,11 +495,14 @@ void CanvasView::updateHover(QPointF point)
     }
     if (card == m_hoveredCard && port == m_hoveredPort && grip == m_hoveringGrip)
         return;
+    // Only the cards that gain or lose the hover change.
+    for (const std::optional<QUuid> &id : {m_hoveredCard, card})
+        if (id)
+            update(cardRect(*id));
     m_hoveredCard = card;
     m_hoveredPort = port;
     m_hoveringGrip = grip;
     updateCursor();
-    update();
 }
 
 void CanvasView::updateCursor()

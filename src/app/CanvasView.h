@@ -16,6 +16,7 @@
 
 class QLineEdit;
 class QMenu;
+class QTimer;
 class QVariantAnimation;
 
 namespace fenrow {
@@ -91,6 +92,10 @@ private:
     void updateHover(QPointF point);
     void updateCursor();
     void interactionChanged(CanvasInteraction::Field field);
+    // What a card covers on screen, with its ring, port and grip.
+    QRect cardRect(const QUuid &id) const;
+    // What the gestures in progress cover on screen.
+    QRect gestureRect() const;
     void storeChanged();
     void startAnimation(std::chrono::milliseconds duration);
     void placeTitleEditor();
@@ -112,11 +117,15 @@ private:
     std::optional<QUuid> m_hoveredCard;
     std::optional<QUuid> m_hoveredPort;
     bool m_hoveringGrip = false;
+    // Where the gestures in progress were last drawn.
+    QRect m_gestureRect;
     // A middle-button drag pans directly.
     std::optional<QPointF> m_middlePan;
 
     // An eased move of the viewport: from where it was drawn to where it is.
     QVariantAnimation *m_animation = nullptr;
+    QTimer *m_zoomSettle = nullptr;
+    static constexpr std::chrono::milliseconds zoomSettleTime{140};
     QPointF m_animationFromOffset;
     double m_animationFromScale = 1;
 

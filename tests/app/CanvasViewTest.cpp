@@ -16,6 +16,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QPainter>
+#include <QScreen>
 #include <QMimeData>
 #include <QLabel>
 #include <QToolButton>
@@ -363,6 +364,70 @@ TEST_F(CanvasViewTest, DroppedFilesBecomeCardsSideBySideAndATooLargeOneIsReporte
     click(interaction().toScreen({files[0]->posX, files[0]->posY}));
     EXPECT_EQ(interaction().selectedFileID(), files[0]->id);
     EXPECT_EQ(detail().inspector()->page(), NodeInspector::Page::file);
+}
+
+// Counts what the canvas repaints.
+class PaintWatch : public QObject {
+public:
+    QRegion painted;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            painted += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+};
+
+TEST_F(CanvasViewTest, ADragRepaintsOnlyWhatMovesAndLeavesNoTrail)
+{
+    const TaskFlow &flow = flowOf({{"Pack books", {200, 150}},
+                                   {"Book the van", {520, 150}},
+                                   {"Label boxes", {200, 420}},
+                                   {"Clean the flat", {520, 420}},
+                                   {"Hand over keys", {840, 420}}});
+    store->addEdge(node(flow, "Pack books"), node(flow, "Book the van"), EdgeSource::manual, EdgeKind::dependency);
+    open(flow);
+    QApplication::processEvents();
+    const FlowNode &books = node(flow, "Pack books");
+    const QPointF from = at(books);
+
+    // Choosing the card opens the inspector and redraws it all; the moves after do not.
+    mouse(QEvent::MouseButtonPress, from, Qt::LeftButton);
+    mouse(QEvent::MouseMove, from + QPointF(8, 0), Qt::LeftButton);
+    QApplication::processEvents();
+    PaintWatch watch;
+    canvas().installEventFilter(&watch);
+    for (int step = 1; step <= 6; ++step) {
+        mouse(QEvent::MouseMove, from + QPointF(step * 12, step * 8), Qt::LeftButton);
+        QApplication::processEvents();
+    }
+    canvas().removeEventFilter(&watch);
+    ASSERT_TRUE(interaction().nodeDrag().has_value());
+    qint64 area = 0;
+    for (const QRect &rect : watch.painted)
+        area += qint64(rect.width()) * rect.height();
+    EXPECT_GT(area, 0);
+    EXPECT_LT(area, qint64(canvas().width()) * canvas().height() / 3) << "a drag repaints its card and lines only";
+    EXPECT_FALSE(watch.painted.intersects(QRect(at(node(flow, "Hand over keys")).toPoint(), QSize(4, 4))))
+        << "a card far away is left alone";
+
+    // What is on screen after the partial repaints is what a whole repaint draws.
+    const QPoint origin = canvas().mapTo(window.get(), QPoint(0, 0));
+    const QImage onScreen = window->screen()
+                                ->grabWindow(window->winId(), origin.x(), origin.y(), canvas().width(),
+                                             canvas().height())
+                                .toImage()
+                                .convertToFormat(QImage::Format_RGB32);
+    const QImage whole = canvas().grab().toImage().convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(onScreen.size(), whole.size());
+    int differing = 0;
+    for (int y = 0; y < whole.height(); ++y)
+        for (int x = 0; x < whole.width(); ++x)
+            differing += onScreen.pixel(x, y) != whole.pixel(x, y) ? 1 : 0;
+    EXPECT_EQ(differing, 0) << "no trail of the card's earlier places";
+    mouse(QEvent::MouseButtonRelease, from + QPointF(72, 48), Qt::NoButton);
 }
 
 // A flow of every kind of card, shown in two palettes, light and dark, for
