@@ -17,6 +17,7 @@ programs=(fenrow-bench-store-open fenrow-bench-store-save fenrow-bench-ready fen
           fenrow-bench-ready-command)
 programs+=(fenrow-bench-history-search)
 programs+=(fenrow-bench-canvas)
+programs+=(fenrow-bench-canvas-paint)
 programs+=(fenrow-bench-capture-dates)
 
 for program in "${programs[@]}"; do
