@@ -758,6 +758,9 @@ QMenu *CanvasView::cardMenu(const QUuid &nodeID)
     add(menu, QStringLiteral("canvas.node.addChild"), [this, nodeID] { m_editor->addSubtask(nodeID); })
         ->setIcon(CanvasGlyphs::icon(CanvasGlyphs::Glyph::add, colors.text));
     add(menu, QStringLiteral("canvas.node.rename"), [this, nodeID] { m_editor->cardDoubleClicked(nodeID); });
+    if (m_contents.of(*m_editor->flow(), *node).canCollapse)
+        add(menu, node->isCollapsed ? QStringLiteral("canvas.port.action.expand") : QStringLiteral("canvas.port.action.collapse"),
+            [this, nodeID] { m_editor->toggleFold(nodeID); });
 
     QMenu *colorMenu = menu->addMenu(qtTrId("canvas.node.setColor"));
     colorMenu->setObjectName(QStringLiteral("canvas.node.setColor"));

@@ -320,11 +320,22 @@ TEST_F(CanvasViewTest, TheCardMenuColoursAndTheEmptyHintAddsTheFirstTask)
     delete menu;
     EXPECT_TRUE(detail().toolbar()->findChild<QToolButton *>("toolbar.archiveDone")->isEnabled());
 
+    // A task with subtasks folds them from its menu, and the port counts them.
+    const FlowNode &wood = *store->addNode(QStringLiteral("Pick a wood"), empty);
+    store->moveNode(wood, task.posX, task.posY + 300);
+    store->addEdge(task, wood, EdgeSource::manual, EdgeKind::subtask);
+    menu = canvas().contextMenuAt(at(task));
+    ASSERT_NE(menu->findChild<QAction *>("canvas.port.action.collapse"), nullptr);
+    menu->findChild<QAction *>("canvas.port.action.collapse")->trigger();
+    EXPECT_TRUE(task.isCollapsed);
+    EXPECT_EQ(editor().visibleNodes().size(), 1);
+    delete menu;
+
     menu = canvas().contextMenuAt(QPointF(30, canvas().height() - 30));
     ASSERT_NE(menu->findChild<QAction *>("toolbar.addTask"), nullptr);
     EXPECT_NE(menu->findChild<QAction *>("canvas.node.delete"), nullptr) << "the selected task can go from here";
     menu->findChild<QAction *>("toolbar.addTask")->trigger();
-    EXPECT_EQ(empty.items().size(), 2u);
+    EXPECT_EQ(empty.items().size(), 3u);
     delete menu;
 }
 
