@@ -1063,5 +1063,21 @@
         <source>Add first task</source>
         <translation>Erste Aufgabe hinzufügen</translation>
     </message>
+    <message id="import.opml.relink.title">
+        <source>Connect the imported tasks?</source>
+        <translation>Importierte Aufgaben verbinden?</translation>
+    </message>
+    <message id="import.opml.relink.message">
+        <source>The outline brought no dependencies. Fenrow can suggest which tasks have to come first; you can change or delete every connection afterwards.</source>
+        <translation>Die Gliederung enthält keine Abhängigkeiten. Fenrow kann vorschlagen, welche Aufgaben zuerst kommen; jede Verbindung lässt sich danach ändern oder löschen.</translation>
+    </message>
+    <message id="import.opml.relink.connect">
+        <source>Connect</source>
+        <translation>Verbinden</translation>
+    </message>
+    <message id="import.opml.relink.keep">
+        <source>Keep as Is</source>
+        <translation>So lassen</translation>
+    </message>
 </context>
 </TS>

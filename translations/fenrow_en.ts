@@ -1063,5 +1063,21 @@
         <source>Add first task</source>
         <translation>Add first task</translation>
     </message>
+    <message id="import.opml.relink.title">
+        <source>Connect the imported tasks?</source>
+        <translation>Connect the imported tasks?</translation>
+    </message>
+    <message id="import.opml.relink.message">
+        <source>The outline brought no dependencies. Fenrow can suggest which tasks have to come first; you can change or delete every connection afterwards.</source>
+        <translation>The outline brought no dependencies. Fenrow can suggest which tasks have to come first; you can change or delete every connection afterwards.</translation>
+    </message>
+    <message id="import.opml.relink.connect">
+        <source>Connect</source>
+        <translation>Connect</translation>
+    </message>
+    <message id="import.opml.relink.keep">
+        <source>Keep as Is</source>
+        <translation>Keep as Is</translation>
+    </message>
 </context>
 </TS>

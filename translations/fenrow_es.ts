@@ -1063,5 +1063,21 @@
         <source>Add first task</source>
         <translation>Añadir la primera tarea</translation>
     </message>
+    <message id="import.opml.relink.title">
+        <source>Connect the imported tasks?</source>
+        <translation>¿Conectar las tareas importadas?</translation>
+    </message>
+    <message id="import.opml.relink.message">
+        <source>The outline brought no dependencies. Fenrow can suggest which tasks have to come first; you can change or delete every connection afterwards.</source>
+        <translation>El esquema no trae dependencias. Fenrow puede sugerir qué tareas van primero; después puede cambiar o borrar cada conexión.</translation>
+    </message>
+    <message id="import.opml.relink.connect">
+        <source>Connect</source>
+        <translation>Conectar</translation>
+    </message>
+    <message id="import.opml.relink.keep">
+        <source>Keep as Is</source>
+        <translation>Dejar así</translation>
+    </message>
 </context>
 </TS>

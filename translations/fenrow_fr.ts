@@ -1063,5 +1063,21 @@
         <source>Add first task</source>
         <translation>Ajouter une première tâche</translation>
     </message>
+    <message id="import.opml.relink.title">
+        <source>Connect the imported tasks?</source>
+        <translation>Relier les tâches importées ?</translation>
+    </message>
+    <message id="import.opml.relink.message">
+        <source>The outline brought no dependencies. Fenrow can suggest which tasks have to come first; you can change or delete every connection afterwards.</source>
+        <translation>Le plan n’apporte aucune dépendance. Fenrow peut proposer quelles tâches passent d’abord ; vous pourrez ensuite modifier ou supprimer chaque connexion.</translation>
+    </message>
+    <message id="import.opml.relink.connect">
+        <source>Connect</source>
+        <translation>Relier</translation>
+    </message>
+    <message id="import.opml.relink.keep">
+        <source>Keep as Is</source>
+        <translation>Laisser ainsi</translation>
+    </message>
 </context>
 </TS>

@@ -1063,5 +1063,21 @@
         <source>Add first task</source>
         <translation>İlk görevi ekle</translation>
     </message>
+    <message id="import.opml.relink.title">
+        <source>Connect the imported tasks?</source>
+        <translation>İçe aktarılan görevler bağlansın mı?</translation>
+    </message>
+    <message id="import.opml.relink.message">
+        <source>The outline brought no dependencies. Fenrow can suggest which tasks have to come first; you can change or delete every connection afterwards.</source>
+        <translation>Taslak hiçbir bağımlılık getirmedi. Fenrow hangi görevlerin önce gelmesi gerektiğini önerebilir; her bağlantıyı sonradan değiştirebilir ya da silebilirsiniz.</translation>
+    </message>
+    <message id="import.opml.relink.connect">
+        <source>Connect</source>
+        <translation>Bağla</translation>
+    </message>
+    <message id="import.opml.relink.keep">
+        <source>Keep as Is</source>
+        <translation>Olduğu gibi bırak</translation>
+    </message>
 </context>
 </TS>

@@ -1,10 +1,12 @@
 #include "FlowExportCommands.h"
 
 #include "Theme.h"
+#include "capture/GeneratedFlows.h"
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
 #include "formats/FenrowBackup.h"
 #include "formats/OPMLCodec.h"
+#include "shell/AppEnvironment.h"
 #include "shell/AppPreferences.h"
 #include "shell/ShortcutKeys.h"
 
@@ -17,6 +19,7 @@
 #include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QStandardPaths>
@@ -211,9 +214,45 @@ QFileDialog *FlowExportCommands::importOPML()
         m_window->raise();
         m_window->activateWindow();
         emit flowImported(imported.flow->id);
+        // A file that brought its own graph keeps it; a bare outline may be
+        // connected by the engine, if the user wants.
+        if (!imported.hasDependencies && OPMLCodec::outlineCount(document->roots) >= 2 && m_environment
+            && m_environment->hasEngine())
+            askToRelink(imported.flow->id);
     });
     dialog->open();
     return dialog;
+}
+
+void FlowExportCommands::askToRelink(const QUuid &flowID)
+{
+    auto *box = new QMessageBox(m_window);
+    box->setObjectName(QStringLiteral("import.opml.relink"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::WindowModal);
+    box->setIcon(QMessageBox::Question);
+    box->setWindowTitle(qtTrId("import.opml.relink.title"));
+    box->setText(qtTrId("import.opml.relink.title"));
+    box->setInformativeText(qtTrId("import.opml.relink.message"));
+    box->setStyleSheet(Theme::messageBoxStyle());
+    QPushButton *connectButton = box->addButton(qtTrId("import.opml.relink.connect"), QMessageBox::AcceptRole);
+    connectButton->setObjectName(QStringLiteral("import.opml.relink.connect"));
+    connectButton->setStyleSheet(Theme::filledButtonStyle(Theme::Color::accent));
+    QPushButton *keep = box->addButton(qtTrId("import.opml.relink.keep"), QMessageBox::RejectRole);
+    keep->setObjectName(QStringLiteral("import.opml.relink.keep"));
+    box->setDefaultButton(connectButton);
+    box->setEscapeButton(keep);
+    connect(box, &QMessageBox::buttonClicked, this, [this, flowID, connectButton](QAbstractButton *button) {
+        if (button != connectButton || !m_environment)
+            return;
+        // The answer comes back on this thread; it fails quietly, in the log.
+        QPointer<FlowExportCommands> self(this);
+        GeneratedFlows::relinkImported(m_store, *m_environment, flowID, [self, flowID](bool connected) {
+            if (self)
+                emit self->relinkFinished(flowID, connected);
+        });
+    });
+    box->open();
 }
 
 QFileDialog *FlowExportCommands::backUp()

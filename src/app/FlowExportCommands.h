@@ -15,6 +15,7 @@ class QWidget;
 
 namespace fenrow {
 
+class AppEnvironment;
 class AppPreferences;
 class FenrowStore;
 struct FenrowBackup;
@@ -30,6 +31,10 @@ class FlowExportCommands : public QObject {
 
 public:
     FlowExportCommands(FenrowStore &store, AppPreferences &preferences, QWidget *window);
+
+    // The inference engine's owner; with one that has an engine, an outline
+    // imported without dependencies of its own may be connected by it.
+    void setEnvironment(AppEnvironment *environment) { m_environment = environment; }
 
     // Adds the commands to the File menu; the flow's come first and act on
     // the flow `shownFlow` names at the moment (none: they are off).
@@ -50,6 +55,8 @@ signals:
     void flowImported(const QUuid &flowID);
     // An export's background write ended, well or not.
     void exportFinished(const QString &path, bool written);
+    // The engine's connections for an imported outline arrived, or not.
+    void relinkFinished(const QUuid &flowID, bool connected);
 
 private:
     QFileDialog *saveDialog(const char *name, const QString &title, const QString &button, const QString &filter,
@@ -57,6 +64,7 @@ private:
     QFileDialog *openDialog(const char *name, const QString &title, const QString &button, const QString &filter);
     QMessageBox *inform(const char *name, QMessageBox::Icon icon, const QString &title, const QString &text);
     void writeInBackground(const QString &path, const QByteArray &bytes, const char *failureLog);
+    void askToRelink(const QUuid &flowID);
     void restoreFrom(const QString &path);
     void askHowToRestore(std::shared_ptr<const FenrowBackup> backup);
     void confirmReplace(std::shared_ptr<const FenrowBackup> backup);
@@ -65,6 +73,7 @@ private:
 
     FenrowStore &m_store;
     AppPreferences &m_preferences;
+    AppEnvironment *m_environment = nullptr;
     QWidget *m_window;
     QString m_folder;
     QAction *m_exportMarkdown = nullptr;

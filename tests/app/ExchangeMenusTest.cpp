@@ -2,6 +2,7 @@
 
 #include "FlowExportCommands.h"
 #include "formats/FenrowBackup.h"
+#include "shell/AppEnvironment.h"
 
 #include <QClipboard>
 #include <QDir>
@@ -159,6 +160,63 @@ TEST_F(ExchangeMenusTest, FileMenuImportsAnOutlineAsANewFlow)
     EXPECT_EQ(failed->text(), "This file can’t be imported");
     saveScreenshot(failed, "import-failed");
     EXPECT_EQ(store->flows().size(), 2);
+}
+
+TEST_F(ExchangeMenusTest, ABareOutlineMayBeConnectedByTheEngine)
+{
+    const TaskFlow &garden = addFlow("Garden", 0, 0, 2);
+    store->addEdge(*garden.orderedItems()[0], *garden.orderedItems()[1], EdgeSource::manual, EdgeKind::dependency);
+    show();
+    AppEnvironment scripted({QStringLiteral("--ui-test")});
+    window->exportCommands()->setEnvironment(&scripted);
+    const QString states = QStringLiteral(FENROW_SOURCE_DIR "/tests/core/fixtures/opml/states.opml");
+    const auto machineEdges = [](const TaskFlow &flow) {
+        return std::count_if(flow.edges().begin(), flow.edges().end(),
+                             [](const DependencyEdge *edge) { return edge->source == EdgeSource::ai; });
+    };
+
+    fileAction("menu.importOPML")->trigger();
+    choose("import.opml.panel", states);
+    QMessageBox *question = dialog<QMessageBox>("import.opml.relink");
+    ASSERT_NE(question, nullptr);
+    EXPECT_EQ(question->text(), "Connect the imported tasks?");
+    saveScreenshot(question, "import-relink-question");
+    click(question, "import.opml.relink.keep");
+    EXPECT_EQ(machineEdges(*store->flows().last()), 0);
+
+    QSignalSpy relinked(window->exportCommands(), &FlowExportCommands::relinkFinished);
+    fileAction("menu.importOPML")->trigger();
+    choose("import.opml.panel", states);
+    click(dialog<QMessageBox>("import.opml.relink"), "import.opml.relink.connect");
+    ASSERT_TRUE(relinked.wait());
+    EXPECT_EQ(relinked.first().at(0).toUuid(), store->flows().last()->id);
+    EXPECT_TRUE(relinked.first().at(1).toBool());
+    EXPECT_GT(machineEdges(*store->flows().last()), 0);
+
+    // A file with dependencies of its own is not asked about, and neither
+    // is anything when no engine is there.
+    const QString own = files.filePath("garden.opml");
+    QFile file(own);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(store->exportOPML(garden).toUtf8());
+    file.close();
+    const auto asked = [&] {
+        for (QMessageBox *box : window->findChildren<QMessageBox *>("import.opml.relink"))
+            if (box->isVisible())
+                return true;
+        return false;
+    };
+    fileAction("menu.importOPML")->trigger();
+    choose("import.opml.panel", own);
+    EXPECT_EQ(store->flows().last()->name, "Garden");
+    EXPECT_FALSE(asked());
+    AppEnvironment unavailable({QStringLiteral("--ui-test"), QStringLiteral("--ui-test-engine-unavailable")});
+    window->exportCommands()->setEnvironment(&unavailable);
+    fileAction("menu.importOPML")->trigger();
+    choose("import.opml.panel", states);
+    EXPECT_EQ(store->flows().size(), 5);
+    EXPECT_FALSE(asked());
+    window->exportCommands()->setEnvironment(nullptr);
 }
 
 TEST_F(ExchangeMenusTest, BackUpThenRestoreByMergingOrReplacing)
