@@ -306,14 +306,5 @@ TEST(OPMLCodec, HostileDocumentsAreRefusedWithoutReadingAnything)
     EXPECT_EQ(internal->roots[0].text, "Call Acme & Co");
 }
 
-TEST(OPMLCodec, CountsNestedOutlines)
-{
-    Outline leaf{.text = "leaf"};
-    Outline middle{.text = "middle", .children = {leaf, leaf}};
-    EXPECT_EQ(OPMLCodec::outlineCount({}), 0);
-    EXPECT_EQ(OPMLCodec::outlineCount({leaf}), 1);
-    EXPECT_EQ(OPMLCodec::outlineCount({Outline{.text = "top", .children = {middle, leaf}}, middle}), 8);
-}
-
 } // namespace
 } // namespace fenrow::testing
