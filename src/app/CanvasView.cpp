@@ -230,6 +230,11 @@ double CanvasView::displayScale() const
     return m_animationFromScale + (target - m_animationFromScale) * t;
 }
 
+bool CanvasView::isZooming() const
+{
+    return m_zoomSettle->isActive() || m_animation->state() == QAbstractAnimation::Running;
+}
+
 QPointF CanvasView::toScreen(QPointF canvasPoint) const
 {
     return canvasPoint * displayScale() + displayOffset();
@@ -259,7 +264,7 @@ void CanvasView::paintEvent(QPaintEvent *event)
     view.hoveredCard = m_hoveredCard;
     view.hoveredPort = m_hoveredPort;
     view.editing = m_titleEditor->isVisible() ? m_titleEditorNode : std::nullopt;
-    view.zooming = m_zoomSettle->isActive() || m_animation->state() == QAbstractAnimation::Running;
+    view.zooming = isZooming();
     m_scene.paint(painter, *m_editor, m_appearance.colors(), view, event->rect());
 }
 

@@ -47,6 +47,8 @@ public:
     // Where a canvas point is on screen as drawn now.
     QPointF toScreen(QPointF canvasPoint) const;
     QLineEdit *titleEditor() const { return m_titleEditor; }
+    // A zoom or an eased move is still under way; cards may be stretched.
+    bool isZooming() const;
 
     // The menus a right click opens, built for a screen point.
     QMenu *contextMenuAt(QPointF point);

@@ -467,6 +467,8 @@ protected:
 
     void save(const QString &name)
     {
+        // Cards are drawn sharp again once a zoom rests.
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !canvas().isZooming(); }));
         QApplication::processEvents();
         const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
         ASSERT_TRUE(folder.mkpath("."));
