@@ -743,7 +743,8 @@ void CanvasScenePainter::paintPort(QPainter &painter, QPointF anchor, const Card
         const double width = std::ceil(metrics.horizontalAdvance(count)) + 12;
         const QRectF tag(anchor.x() + radius + 4, anchor.y() - 9, width, 18);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(colors.ramp.portFolded);
+        // On a dark ground the folded colour is too close to the ground to read.
+        painter.setBrush(colors.dark ? colors.ramp.brandBorder : colors.ramp.portFolded);
         painter.drawRoundedRect(tag, 9, 9);
         painter.setFont(m_pillFont);
         painter.setPen(colors.dark ? colors.text : QColor(Qt::white));
