@@ -377,6 +377,72 @@ TEST_F(CanvasViewTest, DroppedFilesBecomeCardsSideBySideAndATooLargeOneIsReporte
     EXPECT_EQ(detail().inspector()->page(), NodeInspector::Page::file);
 }
 
+TEST_F(CanvasViewTest, EachFlowKeepsItsViewAndTheInspectorItsWidth)
+{
+    const TaskFlow &house = flowOf({{"Pack books", {300, 200}}, {"Book the van", {650, 200}}});
+    const TaskFlow &garden = flowOf({{"Dig the bed", {300, 200}}});
+    open(house);
+    wheel(QPointF(300, 300), -4, {});
+    wheel(QPointF(300, 300), 2, Qt::ControlModifier);
+    const QPointF offset = interaction().offset();
+    const double scale = interaction().scale();
+    window->selectFlow(garden.id);
+    QApplication::processEvents();
+    EXPECT_EQ(QPointF(house.viewportOffsetX, house.viewportOffsetY), offset) << "kept when the flow goes";
+    EXPECT_DOUBLE_EQ(house.viewportScale, scale);
+    window->selectFlow(house.id);
+    QApplication::processEvents();
+    EXPECT_EQ(interaction().offset(), offset);
+    EXPECT_DOUBLE_EQ(interaction().scale(), scale);
+
+    // The inspector's edge is dragged within its limits, and the width kept.
+    click(at(node(house, "Pack books")));
+    QWidget *divider = window->findChild<QWidget *>("inspector.resize");
+    ASSERT_TRUE(divider->isVisible());
+    const QPoint grip = divider->rect().center();
+    QTest::mousePress(divider, Qt::LeftButton, {}, grip);
+    QMouseEvent move(QEvent::MouseMove, QPointF(grip) + QPointF(-900, 0), divider->mapToGlobal(QPointF(grip) + QPointF(-900, 0)),
+                     Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(divider, &move);
+    QTest::mouseRelease(divider, Qt::LeftButton, {}, grip + QPoint(-900, 0));
+    EXPECT_EQ(detail().inspector()->width(), 560);
+    EXPECT_DOUBLE_EQ(preferences->inspectorWidth(), 560);
+}
+
+TEST_F(CanvasViewTest, ArrangeIsOneStepAndTextFieldsKeepTheirKeys)
+{
+    const TaskFlow &flow = flowOf({{"Pack books", {900, 700}}, {"Book the van", {-300, 40}}, {"Label boxes", {120, -500}}});
+    store->addEdge(node(flow, "Pack books"), node(flow, "Book the van"), EdgeSource::manual, EdgeKind::dependency);
+    open(flow);
+    const QList<QPointF> before{{900, 700}, {-300, 40}, {120, -500}};
+    detail().toolbar()->findChild<QToolButton *>("toolbar.arrange")->click();
+    EXPECT_EQ(undoNames(flow), QStringList{"Arrange as tree"});
+    const FlowNode &books = node(flow, "Pack books");
+    const FlowNode &van = node(flow, "Book the van");
+    EXPECT_LT(books.posX, van.posX) << "the prerequisite stands left of what waits for it";
+    window->undoAction()->trigger();
+    EXPECT_EQ(QPointF(books.posX, books.posY), before[0]);
+
+    // While the inspector's title has the keyboard, arrows and Delete edit the text.
+    click(at(books));
+    QLineEdit *title = detail().inspector()->titleField();
+    title->setFocus();
+    QTest::keyClick(title, Qt::Key_End);
+    QTest::keyClick(title, Qt::Key_Backspace);
+    QTest::keyClick(title, Qt::Key_Right);
+    EXPECT_EQ(title->text(), "Pack book");
+    EXPECT_EQ(flow.items().size(), 3u) << "nothing on the canvas was deleted";
+    EXPECT_EQ(interaction().selectedItemIDs(), QSet<QUuid>{books.id});
+
+    // On the canvas the space bar is the hand tool.
+    canvas().setFocus();
+    QTest::keyPress(&canvas(), Qt::Key_Space);
+    EXPECT_TRUE(interaction().spaceHeld());
+    EXPECT_EQ(canvas().cursor().shape(), Qt::OpenHandCursor);
+    QTest::keyRelease(&canvas(), Qt::Key_Space);
+    EXPECT_FALSE(interaction().spaceHeld());
+}
+
 // Counts what the canvas repaints.
 class PaintWatch : public QObject {
 public:
