@@ -29,11 +29,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-double secondsSince(Clock::time_point start)
-{
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 // A flow of this size is far beyond what people draw by hand; imports and
 // generated plans can reach it.
 constexpr int fullFlowNodes = 2000;

@@ -33,11 +33,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-double secondsSince(Clock::time_point start)
-{
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 // Bytes the allocator hands out right now: the difference around a piece of
 // work is what that work keeps on the heap (strings shared with the live
 // records are not counted twice, which is the point).

@@ -23,11 +23,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-double secondsSince(Clock::time_point start)
-{
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 constexpr double mebibyte = 1024.0 * 1024.0;
 
 // The reopened store must hold what was generated: the counts the shape
