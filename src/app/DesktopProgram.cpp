@@ -9,6 +9,7 @@
 #include "domain/FenrowModelContainer.h"
 #include "domain/FenrowStore.h"
 #include "domain/SystemClock.h"
+#include "shell/AppEnvironment.h"
 #include "shell/AppPreferences.h"
 #include "shell/ProcessEntry.h"
 #include "shell/SettingsFile.h"
@@ -53,7 +54,15 @@ int run(QApplication &application)
 
     AppPreferences preferences(SettingsFile::open());
     ActiveFlowState activeFlow;
-    MainWindow window(*store, history, activeFlow, preferences);
+    // Which engine answers is settled once at start from the arguments and
+    // looked at again whenever the program comes to the front.
+    AppEnvironment environment(application.arguments());
+    QObject::connect(&application, &QGuiApplication::applicationStateChanged, &environment,
+                     [&environment](Qt::ApplicationState state) {
+                         if (state == Qt::ApplicationActive)
+                             environment.refreshAvailability();
+                     });
+    MainWindow window(*store, history, activeFlow, preferences, environment);
     QObject::connect(&window, &MainWindow::quitRequested, &application, &QCoreApplication::quit);
     window.show();
     return application.exec();

@@ -26,8 +26,9 @@
 namespace fenrow {
 
 MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowState &activeFlow,
-                       AppPreferences &preferences, QWidget *parent)
-    : QMainWindow(parent), m_store(store), m_history(history), m_activeFlow(activeFlow), m_preferences(preferences)
+                       AppPreferences &preferences, AppEnvironment &environment, QWidget *parent)
+    : QMainWindow(parent), m_store(store), m_history(history), m_activeFlow(activeFlow), m_preferences(preferences),
+      m_environment(environment)
 {
     setMinimumSize(minimumWindowWidth, minimumWindowHeight);
     resize(1040, 680);
@@ -94,6 +95,7 @@ void MainWindow::makeMenus()
     QMenu *file = menuBar()->addMenu(qtTrId("menu.file"));
     file->setObjectName(QStringLiteral("menu.file"));
     m_exports = new FlowExportCommands(m_store, m_preferences, this);
+    m_exports->setEnvironment(&m_environment);
     m_exports->addTo(file, [this] { return selectedFlow(); });
     connect(m_exports, &FlowExportCommands::flowImported, this, &MainWindow::selectFlow);
     connect(m_sidebar, &Sidebar::exportMarkdownRequested, m_exports, &FlowExportCommands::exportMarkdown);

@@ -11,6 +11,7 @@ class QStackedWidget;
 namespace fenrow {
 
 class ActiveFlowState;
+class AppEnvironment;
 class AppPreferences;
 class ArchiveListView;
 class DayChangeTimer;
@@ -37,7 +38,7 @@ public:
     // The sidebar starts at the user's width, and a width settled on by
     // dragging is kept there.
     MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowState &activeFlow, AppPreferences &preferences,
-               QWidget *parent = nullptr);
+               AppEnvironment &environment, QWidget *parent = nullptr);
 
     // A flow route to a flow the store doesn't know shows the empty state.
     void setRoute(const DetailRoute &route);
@@ -82,6 +83,7 @@ private:
     FenrowHistory &m_history;
     ActiveFlowState &m_activeFlow;
     AppPreferences &m_preferences;
+    AppEnvironment &m_environment;
     Sidebar *m_sidebar = nullptr;
     QStackedWidget *m_detail = nullptr;
     EmptyStateView *m_emptyDetail = nullptr;

@@ -10,6 +10,7 @@
 #include "domain/FenrowStore.h"
 #include "domain/FixedClock.h"
 #include "domain/NodeStatus.h"
+#include "shell/AppEnvironment.h"
 #include "shell/AppPreferences.h"
 #include "shell/SettingsFile.h"
 
@@ -59,7 +60,7 @@ protected:
 
     MainWindow &show()
     {
-        window = std::make_unique<MainWindow>(*store, *history, activeFlow, *preferences);
+        window = std::make_unique<MainWindow>(*store, *history, activeFlow, *preferences, environment);
         window->show();
         window->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -164,6 +165,8 @@ protected:
     std::unique_ptr<FenrowStore> store;
     std::unique_ptr<FenrowHistory> history;
     ActiveFlowState activeFlow;
+    // Scripted answers: sheets that ask an engine get the same replies every run.
+    AppEnvironment environment{QStringList{AppEnvironment::uiTestArgument}};
     std::unique_ptr<MainWindow> window;
 
 private:
