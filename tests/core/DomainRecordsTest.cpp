@@ -3,7 +3,12 @@
 #include "domain/DependencyEdge.h"
 #include "domain/EdgeKind.h"
 #include "domain/FlowProgress.h"
+#include "domain/RecordID.h"
 #include "domain/TaskFlow.h"
+
+#include <QSet>
+
+#include <thread>
 
 namespace fenrow {
 namespace {
@@ -182,6 +187,27 @@ TEST(DomainRecords, OrderedItemsAndProgress)
     // Done wins over an in-progress raw state; only the exact raw text counts.
     EXPECT_EQ(FlowProgress::of(flow.items()), (FlowProgress{1, 1, 4}));
     EXPECT_EQ(FlowProgress::of(QList<const FlowNode *>{}), (FlowProgress{0, 0, 0}));
+}
+
+TEST(DomainRecords, NewRecordIDsAreDistinctVersionFourOnEveryThread)
+{
+    QSet<QUuid> seen;
+    for (int i = 0; i < 20000; ++i) {
+        const QUuid id = RecordID::make();
+        ASSERT_EQ(id.version(), QUuid::Random);
+        ASSERT_EQ(id.variant(), QUuid::DCE);
+        seen.insert(id);
+    }
+    // Another thread has a generator of its own, seeded apart.
+    QList<QUuid> elsewhere;
+    std::thread worker([&elsewhere] {
+        for (int i = 0; i < 1000; ++i)
+            elsewhere.append(RecordID::make());
+    });
+    worker.join();
+    for (const QUuid &id : elsewhere)
+        seen.insert(id);
+    EXPECT_EQ(seen.size(), 21000);
 }
 
 } // namespace

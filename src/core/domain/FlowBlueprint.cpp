@@ -1,6 +1,7 @@
 #include "FlowBlueprint.h"
 
 #include "ChecklistEntry.h"
+#include "RecordID.h"
 #include "TaskFlow.h"
 #include "formats/JsonFields.h"
 
@@ -82,7 +83,7 @@ QString FlowBlueprint::resetChecklist(const QString &checklistData)
     if (entries.isEmpty())
         return checklistData;
     for (ChecklistEntry &entry : entries) {
-        entry.id = QUuid::createUuid();
+        entry.id = RecordID::make();
         entry.isDone = false;
     }
     return ChecklistCodec::encode(entries);

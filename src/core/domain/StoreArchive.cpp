@@ -3,6 +3,7 @@
 
 #include "ArchivedTask.h"
 #include "Clock.h"
+#include "RecordID.h"
 
 #include <algorithm>
 
@@ -44,7 +45,7 @@ const FlowNode *FenrowStore::restoreRecord(const CompletionRecord &record)
 
     auto node = std::make_unique<FlowNode>();
     // The old id when it is free, so links from elsewhere find it again.
-    node->id = m_nodesByID.contains(record.nodeID) ? QUuid::createUuid() : record.nodeID;
+    node->id = m_nodesByID.contains(record.nodeID) ? RecordID::make() : record.nodeID;
     qint64 order = 0;
     if (!flow->items().empty()) {
         order = flow->items()[0]->order;
@@ -109,7 +110,7 @@ void FenrowStore::writeArchivedRecord(const FlowNode &node, const TaskFlow &flow
         }
     }
     auto record = std::make_unique<CompletionRecord>();
-    record->id = QUuid::createUuid();
+    record->id = RecordID::make();
     record->nodeID = node.id;
     record->flowID = flow.id;
     record->flowName = flow.name;

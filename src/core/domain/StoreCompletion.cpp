@@ -3,6 +3,7 @@
 
 #include "Clock.h"
 #include "Readiness.h"
+#include "RecordID.h"
 
 namespace fenrow {
 
@@ -102,7 +103,7 @@ void FenrowStore::recordRepeat(FlowNode *node, qint64 cycle, const QDateTime &ti
         }
     }
     auto record = std::make_unique<CompletionRecord>();
-    record->id = QUuid::createUuid();
+    record->id = RecordID::make();
     record->nodeID = node->id;
     if (const TaskFlow *flow = node->flow()) {
         record->flowID = flow->id;

@@ -2,6 +2,7 @@
 #include "FenrowStore.h"
 
 #include "Clock.h"
+#include "RecordID.h"
 #include "TextRules.h"
 #include "formats/FlowMarkdown.h"
 #include "formats/OPMLCodec.h"
@@ -38,7 +39,7 @@ public:
         m_heads[from].push_back(to);
 
         auto edge = std::make_unique<DependencyEdge>();
-        edge->id = QUuid::createUuid();
+        edge->id = RecordID::make();
         edge->source = EdgeSource::manual;
         edge->kind = kind;
         edge->createdAt = m_now;
@@ -110,7 +111,7 @@ FenrowStore::ImportedFlow FenrowStore::importOPML(const QString &title, const QL
 {
     const QDateTime now = m_clock.now();
     auto flow = std::make_unique<TaskFlow>();
-    flow->id = QUuid::createUuid();
+    flow->id = RecordID::make();
     flow->name = TextRules::nameOr(title.isEmpty() ? fallbackName : title, TextRules::untitledFlowName);
     flow->order = nextFlowOrder();
     flow->createdAt = now;
@@ -135,7 +136,7 @@ FenrowStore::ImportedFlow FenrowStore::importOPML(const QString &title, const QL
         auto node = std::make_unique<FlowNode>();
         // Always a new identity: the same file imported twice makes two
         // independent flows.
-        node->id = QUuid::createUuid();
+        node->id = RecordID::make();
         node->title = outline.text.isEmpty() ? TextRules::newTaskTitle : outline.text;
         node->isDone = outline.isDone;
         node->notes = outline.note;

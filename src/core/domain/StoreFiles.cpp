@@ -4,6 +4,7 @@
 #include "FenrowStore.h"
 
 #include "Clock.h"
+#include "RecordID.h"
 #include "canvas/CanvasBounds.h"
 #include "canvas/NodeSizeResolver.h"
 
@@ -53,7 +54,7 @@ const FlowFile *FenrowStore::attachFile(const FlowFileImport::Payload &payload, 
     }
 
     auto file = std::make_unique<FlowFile>();
-    file->id = QUuid::createUuid();
+    file->id = RecordID::make();
     file->filename = payload.filename.trimmed().isEmpty() ? untitledFileName : payload.filename;
     file->contentTypeRaw = payload.contentTypeRaw;
     file->byteCount = payload.byteCount;
@@ -145,7 +146,7 @@ void FenrowStore::linkFile(const FlowFile &file, const FlowNode &node)
     if (!flow || node.flow() != flow || linkBetween(file, node))
         return;
     auto link = std::make_unique<FileLink>();
-    link->id = QUuid::createUuid();
+    link->id = RecordID::make();
     link->createdAt = m_clock.now();
     link->setFlow(flow);
     link->setFile(mut(file));

@@ -2,6 +2,7 @@
 #include "FenrowStore.h"
 
 #include "Clock.h"
+#include "RecordID.h"
 #include "TextRules.h"
 
 namespace fenrow {
@@ -9,7 +10,7 @@ namespace fenrow {
 const TaskFlow *FenrowStore::addFlow(const QString &name)
 {
     auto flow = std::make_unique<TaskFlow>();
-    flow->id = QUuid::createUuid();
+    flow->id = RecordID::make();
     flow->name = TextRules::nameOr(name, TextRules::untitledFlowName);
     flow->order = nextFlowOrder();
     flow->createdAt = m_clock.now();

@@ -3,6 +3,7 @@
 
 #include "Clock.h"
 #include "FlowGraph.h"
+#include "RecordID.h"
 
 namespace fenrow {
 
@@ -10,7 +11,7 @@ DependencyEdge *FenrowStore::insertEdge(TaskFlow *flow, FlowNode *from, FlowNode
                                         EdgeKind kind)
 {
     auto edge = std::make_unique<DependencyEdge>();
-    edge->id = QUuid::createUuid();
+    edge->id = RecordID::make();
     edge->source = source;
     edge->kind = kind;
     edge->createdAt = m_clock.now();

@@ -3,6 +3,7 @@
 
 #include "Clock.h"
 #include "FlowGraph.h"
+#include "RecordID.h"
 #include "TextRules.h"
 #include "canvas/CanvasBounds.h"
 #include "canvas/NodeSizeResolver.h"
@@ -26,7 +27,7 @@ const FlowNode *FenrowStore::addNode(const QString &title, const TaskFlow &flow)
         ++order;
     }
     auto node = std::make_unique<FlowNode>();
-    node->id = QUuid::createUuid();
+    node->id = RecordID::make();
     node->title = TextRules::nameOr(title, TextRules::newTaskTitle);
     node->order = order;
     node->createdAt = m_clock.now();
@@ -164,7 +165,7 @@ void FenrowStore::addChecklistEntry(const QString &title, const FlowNode &node)
     if (trimmed.isEmpty())
         return;
     Checklist entries = node.checklist();
-    entries.append({QUuid::createUuid(), trimmed, false});
+    entries.append({RecordID::make(), trimmed, false});
     setChecklist(entries, node);
 }
 

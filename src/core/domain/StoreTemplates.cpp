@@ -3,6 +3,7 @@
 #include "FenrowStore.h"
 
 #include "Clock.h"
+#include "RecordID.h"
 #include "TextRules.h"
 
 #include <QPair>
@@ -17,7 +18,7 @@ const FlowTemplate *FenrowStore::saveAsTemplate(const TaskFlow &flow)
     if (payload.isEmpty())
         return nullptr;
     auto flowTemplate = std::make_unique<FlowTemplate>();
-    flowTemplate->id = QUuid::createUuid();
+    flowTemplate->id = RecordID::make();
     flowTemplate->name = flow.name;
     flowTemplate->createdAt = m_clock.now();
     flowTemplate->payload = payload;
@@ -40,7 +41,7 @@ const TaskFlow *FenrowStore::instantiate(const FlowBlueprint &blueprint, const s
     const QDateTime now = m_clock.now();
 
     auto flow = std::make_unique<TaskFlow>();
-    flow->id = QUuid::createUuid();
+    flow->id = RecordID::make();
     flow->name = TextRules::nameOr(name.value_or(blueprint.name), TextRules::untitledFlowName);
     flow->order = nextFlowOrder();
     flow->createdAt = now;
@@ -50,7 +51,7 @@ const TaskFlow *FenrowStore::instantiate(const FlowBlueprint &blueprint, const s
     flow->items().reserve(std::size_t(blueprint.items.size()));
     for (const FlowBlueprint::Item &item : blueprint.items) {
         auto node = std::make_unique<FlowNode>();
-        node->id = QUuid::createUuid();
+        node->id = RecordID::make();
         node->createdAt = now;
         node->setFlow(flow.get());
         node->title = item.title;
@@ -82,7 +83,7 @@ const TaskFlow *FenrowStore::instantiate(const FlowBlueprint &blueprint, const s
             continue;
         pairs.insert(pair);
         auto edge = std::make_unique<DependencyEdge>();
-        edge->id = QUuid::createUuid();
+        edge->id = RecordID::make();
         edge->createdAt = now;
         edge->setFlow(flow.get());
         edge->setFromItem(from);
