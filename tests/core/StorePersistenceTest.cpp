@@ -1,6 +1,9 @@
 #include "TestStore.h"
 
+#include <QElapsedTimer>
+#include <QFileInfo>
 #include <QSignalSpy>
+#include <QThread>
 
 #include <sqlite3.h>
 
@@ -332,6 +335,85 @@ TEST(StorePersistence, FailedSaveIsKeptForTheNextSave)
     store->save();
     EXPECT_FALSE(store->hasChanges());
     EXPECT_EQ(store.reopen().flow(id)->name, QStringLiteral("After"));
+}
+
+// Enough rows for several statements of many rows and a tail of single ones,
+// and enough bytes that the log passes the checkpoint mark.
+TEST(StorePersistence, LargeSavesKeepEveryColumnAndAreCheckpointedInTheBackground)
+{
+    TestStore store;
+    constexpr int nodeCount = 1000 + 7;
+    RecordBundle bundle;
+    auto flow = std::make_unique<TaskFlow>();
+    flow->id = QUuid::createUuid();
+    flow->name = QStringLiteral("Bulk");
+    flow->createdAt = berlinTime(2026, 1, 1, 9, 0);
+    const QUuid flowID = flow->id;
+    std::vector<FlowNode *> nodes;
+    for (int i = 0; i < nodeCount; ++i) {
+        auto node = std::make_unique<FlowNode>();
+        node->id = QUuid::createUuid();
+        node->title = QStringLiteral("Task %1").arg(i);
+        node->notes = QString(4000, QChar(u'a' + i % 26));
+        node->estimateMinutes = i;
+        node->dueDate = i % 2 ? std::optional(berlinTime(2026, 2, 1 + i % 28, 0, 0)) : std::nullopt;
+        node->posX = i;
+        node->posY = -i;
+        node->order = i;
+        node->createdAt = berlinTime(2026, 1, 1, 9, 0);
+        node->setFlow(flow.get());
+        nodes.push_back(flow->items().add(std::move(node)));
+    }
+    for (int i = 1; i < nodeCount; ++i) {
+        auto edge = std::make_unique<DependencyEdge>();
+        edge->id = QUuid::createUuid();
+        edge->kind = i % 3 ? EdgeKind::dependency : EdgeKind::subtask;
+        edge->createdAt = berlinTime(2026, 1, 1, 9, i % 60);
+        edge->setFlow(flow.get());
+        edge->setFromItem(nodes[std::size_t(i - 1)]);
+        edge->setToItem(nodes[std::size_t(i)]);
+        flow->edges().add(std::move(edge));
+    }
+    bundle.flows.push_back(std::move(flow));
+    store->insertRecords(std::move(bundle));
+    ASSERT_FALSE(store->hasChanges());
+
+    // The log reaches the store file while the store stays open.
+    QElapsedTimer waited;
+    waited.start();
+    while (QFileInfo(store.path()).size() < qint64(nodeCount) * 4000 && waited.elapsed() < 10000)
+        QThread::msleep(20);
+    EXPECT_GE(QFileInfo(store.path()).size(), qint64(nodeCount) * 4000);
+
+    // Rows that exist take every column of the new values.
+    QHash<QUuid, QPointF> moved;
+    for (const FlowNode *node : nodes)
+        moved.insert(node->id, QPointF(node->posX + 1000, node->posY));
+    store->moveNodes(*store->flow(flowID), moved);
+
+    const TaskFlow *reopened = store.reopen().flow(flowID);
+    ASSERT_NE(reopened, nullptr);
+    ASSERT_EQ(reopened->items().size(), std::size_t(nodeCount));
+    ASSERT_EQ(reopened->edges().size(), std::size_t(nodeCount - 1));
+    QHash<QString, const FlowNode *> byTitle;
+    for (const FlowNode *node : reopened->items())
+        byTitle.insert(node->title, node);
+    for (int i = 0; i < nodeCount; ++i) {
+        const FlowNode *node = byTitle.value(QStringLiteral("Task %1").arg(i));
+        ASSERT_NE(node, nullptr) << i;
+        EXPECT_EQ(node->notes, QString(4000, QChar(u'a' + i % 26))) << i;
+        EXPECT_EQ(node->estimateMinutes, i);
+        EXPECT_EQ(node->dueDate, i % 2 ? std::optional(berlinTime(2026, 2, 1 + i % 28, 0, 0)) : std::nullopt);
+        EXPECT_EQ(node->posX, i + 1000);
+        EXPECT_EQ(node->posY, -i);
+        EXPECT_EQ(node->order, i);
+    }
+    for (const DependencyEdge *edge : reopened->edges()) {
+        ASSERT_TRUE(edge->fromItem() && edge->toItem());
+        const int to = edge->toItem()->order;
+        EXPECT_EQ(edge->fromItem()->order, to - 1);
+        EXPECT_EQ(edge->kind, to % 3 ? EdgeKind::dependency : EdgeKind::subtask);
+    }
 }
 
 } // namespace

@@ -17,11 +17,34 @@ SqliteStatement::~SqliteStatement()
     sqlite3_finalize(m_statement);
 }
 
+char *SqliteStatement::BindArena::take(std::size_t size)
+{
+    if (size > chunkSize / 4) {
+        m_oversized.push_back(std::make_unique<char[]>(size));
+        return m_oversized.back().get();
+    }
+    if (m_chunk < m_chunks.size() && m_used + size > chunkSize) {
+        ++m_chunk;
+        m_used = 0;
+    }
+    if (m_chunk == m_chunks.size())
+        m_chunks.push_back(std::make_unique<char[]>(chunkSize));
+    char *place = m_chunks[m_chunk].get() + m_used;
+    m_used += size;
+    return place;
+}
+
+void SqliteStatement::BindArena::clear()
+{
+    m_chunk = 0;
+    m_used = 0;
+    m_oversized.clear();
+}
+
 void SqliteStatement::bind(int position, const QUuid &value)
 {
-    // The RFC 4122 bytes (big-endian fields), built on the stack: bulk writes
-    // bind several ids per row.
-    unsigned char bytes[16];
+    // The RFC 4122 bytes: big-endian fields.
+    auto *bytes = reinterpret_cast<unsigned char *>(m_arena.take(16));
     for (int i = 0; i < 4; ++i)
         bytes[i] = static_cast<unsigned char>(value.data1 >> (24 - 8 * i));
     bytes[4] = static_cast<unsigned char>(value.data2 >> 8);
@@ -30,13 +53,19 @@ void SqliteStatement::bind(int position, const QUuid &value)
     bytes[7] = static_cast<unsigned char>(value.data3);
     for (int i = 0; i < 8; ++i)
         bytes[8 + i] = value.data4[i];
-    sqlite3_bind_blob(m_statement, position, bytes, int(sizeof bytes), SQLITE_TRANSIENT);
+    sqlite3_bind_blob(m_statement, position, bytes, 16, SQLITE_STATIC);
 }
 
 void SqliteStatement::bind(int position, const QString &value)
 {
-    const QByteArray utf8 = value.toUtf8();
-    sqlite3_bind_text(m_statement, position, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+    // An empty text must stay text, not turn into NULL.
+    if (value.isEmpty()) {
+        sqlite3_bind_text(m_statement, position, "", 0, SQLITE_STATIC);
+        return;
+    }
+    char *utf8 = m_arena.take(std::size_t(m_utf8.requiredSpace(value.size())));
+    const char *end = m_utf8.appendToBuffer(utf8, value);
+    sqlite3_bind_text(m_statement, position, utf8, int(end - utf8), SQLITE_STATIC);
 }
 
 void SqliteStatement::bind(int position, const QByteArray &value)
@@ -98,6 +127,7 @@ void SqliteStatement::reset()
         return;
     sqlite3_reset(m_statement);
     sqlite3_clear_bindings(m_statement);
+    m_arena.clear();
 }
 
 bool SqliteStatement::isNull(int column) const

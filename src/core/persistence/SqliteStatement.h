@@ -3,9 +3,12 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QString>
+#include <QStringEncoder>
 #include <QUuid>
 
+#include <memory>
 #include <optional>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -66,9 +69,28 @@ public:
     std::optional<QDateTime> optionalDateTime(int column) const;
 
 private:
+    // Room for the bytes of bound ids and texts until the statement is
+    // reset: SQLite reads them where they lie instead of copying each value
+    // into an allocation of its own, which a bulk write did hundreds of
+    // thousands of times.
+    class BindArena {
+    public:
+        char *take(std::size_t size);
+        void clear();
+
+    private:
+        static constexpr std::size_t chunkSize = 64 * 1024;
+        std::vector<std::unique_ptr<char[]>> m_chunks;
+        std::vector<std::unique_ptr<char[]>> m_oversized;
+        std::size_t m_chunk = 0;
+        std::size_t m_used = 0;
+    };
+
     sqlite3 *m_db;
     sqlite3_stmt *m_statement = nullptr;
     bool m_failed = false;
+    BindArena m_arena;
+    QStringEncoder m_utf8{QStringEncoder::Utf8, QStringConverter::Flag::Stateless};
 };
 
 } // namespace fenrow

@@ -35,6 +35,8 @@ std::unique_ptr<StoreDatabase> StoreDatabase::open(const QString &path, QString 
         *error = QStringLiteral("cannot use %1: %2").arg(path, reason);
         return nullptr;
     }
+    if (path != QLatin1StringView(inMemoryPath))
+        database->m_checkpointer = std::make_unique<WalCheckpointer>(connection.handle(), path);
     if (check == StoreSchema::Check::needsUpgrade && !StoreSchema::upgrade(connection, version, &reason)) {
         *error = QStringLiteral("cannot upgrade %1: %2").arg(path, reason);
         return nullptr;

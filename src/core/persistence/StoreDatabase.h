@@ -2,6 +2,7 @@
 
 #include "SqliteConnection.h"
 #include "StoreChangeSet.h"
+#include "WalCheckpointer.h"
 
 #include <QByteArray>
 #include <QString>
@@ -19,6 +20,7 @@ class CompletionRecord;
 class FlowTemplate;
 class SqliteStatement;
 class TaskFlow;
+struct TableColumns;
 
 // Everything the store reads at start-up, with relationships already linked.
 struct LoadedRecords {
@@ -53,12 +55,16 @@ private:
     SqliteStatement &statement(const std::string &sql);
     bool writeTransaction(const StoreChangeSet &changes, QString *error);
     bool writeRows(const StoreChangeSet &changes);
+    template <typename Record>
+    bool upsertRows(const TableColumns &table, const std::vector<Record *> &records);
     bool deleteRows(const char *table, const std::vector<QUuid> &ids);
     bool writeBytes(BytesTable table, const QUuid &owner, const std::optional<QByteArray> &bytes);
 
     QString m_path;
     SqliteConnection m_connection;
     std::map<std::string, std::unique_ptr<SqliteStatement>> m_statements;
+    // After the connection: it stops before the connection closes.
+    std::unique_ptr<WalCheckpointer> m_checkpointer;
 };
 
 } // namespace fenrow

@@ -9,6 +9,12 @@
 
 namespace fenrow {
 
+// A table's columns, the id first, in the order a row binds them.
+struct TableColumns {
+    const char *table;
+    std::vector<const char *> columns;
+};
+
 namespace {
 
 template <typename Record>
@@ -20,6 +26,116 @@ std::optional<QUuid> idOf(const Record *record)
 std::optional<QString> kindText(const DependencyEdge &edge)
 {
     return edge.kind ? std::optional(rawString(*edge.kind)) : std::nullopt;
+}
+
+const TableColumns flowColumns{"task_flow",
+                                   {"id", "name", "sort_order", "created_at", "viewport_offset_x",
+                                    "viewport_offset_y", "viewport_scale", "has_been_framed"}};
+const TableColumns nodeColumns{
+    "flow_node",
+    {"id", "flow_id", "title", "is_done", "status_raw", "notes", "priority_raw", "color_raw", "start_date",
+     "due_date", "estimate_minutes", "day_plan_rank", "manual_width", "manual_height", "checklist_data",
+     "recurrence_raw", "repeat_count", "completed_at", "is_collapsed", "pos_x", "pos_y", "sort_order",
+     "created_at"}};
+const TableColumns fileColumns{"flow_file",
+                                   {"id", "flow_id", "filename", "content_type_raw", "byte_count", "has_data",
+                                    "has_thumbnail", "is_trashed", "pos_x", "pos_y", "manual_width",
+                                    "manual_height", "sort_order", "created_at"}};
+const TableColumns edgeColumns{"dependency_edge",
+                                   {"id", "flow_id", "from_id", "to_id", "source", "kind", "created_at"}};
+const TableColumns linkColumns{"file_link", {"id", "flow_id", "file_id", "node_id", "created_at"}};
+const TableColumns completionColumns{"completion_record",
+                                         {"id", "node_id", "flow_id", "flow_name", "title", "kind_raw",
+                                          "completed_at", "cycle", "has_payload"}};
+const TableColumns templateColumns{"flow_template", {"id", "name", "created_at", "payload"}};
+
+// Rows per statement in a long run of rows: one statement per row spends
+// about as much in SQLite's per-statement work as in the rows themselves.
+constexpr std::size_t rowsPerBatch = 32;
+
+// "INSERT ... VALUES (?, ...), (?, ...) ON CONFLICT(id) DO UPDATE SET ..."
+// for `rows` rows: a row that exists has every column but its id replaced.
+std::string upsertSQL(const TableColumns &table, std::size_t rows)
+{
+    std::string names;
+    std::string placeholders = "(";
+    std::string updates;
+    for (const char *column : table.columns) {
+        const bool first = names.empty();
+        names += first ? "" : ", ";
+        names += column;
+        placeholders += first ? "?" : ", ?";
+        if (!first) {
+            updates += updates.empty() ? "" : ", ";
+            updates += std::string(column) + " = excluded." + column;
+        }
+    }
+    placeholders += ")";
+    std::string sql = std::string("INSERT INTO ") + table.table + " (" + names + ") VALUES ";
+    for (std::size_t row = 0; row < rows; ++row)
+        sql += (row == 0 ? "" : ", ") + placeholders;
+    return sql + " ON CONFLICT(id) DO UPDATE SET " + updates;
+}
+
+// Binds one row's values in column order from a starting parameter.
+class RowBinder {
+public:
+    RowBinder(SqliteStatement &statement, int first) : m_statement(statement), m_next(first) {}
+
+    template <typename T>
+    RowBinder &operator<<(const T &value)
+    {
+        m_statement.bind(m_next++, value);
+        return *this;
+    }
+
+private:
+    SqliteStatement &m_statement;
+    int m_next;
+};
+
+void bindRow(RowBinder &row, const TaskFlow *record)
+{
+    row << record->id << record->name << record->order << record->createdAt << record->viewportOffsetX
+        << record->viewportOffsetY << record->viewportScale << record->hasBeenFramed;
+}
+
+void bindRow(RowBinder &row, const FlowNode *record)
+{
+    row << record->id << idOf(record->flow()) << record->title << record->isDone << record->statusRaw
+        << record->notes << record->priorityRaw << record->colorRaw << record->startDate << record->dueDate
+        << record->estimateMinutes << record->dayPlanRank << record->manualWidth << record->manualHeight
+        << record->checklistData << record->recurrenceRaw << record->repeatCount << record->completedAt
+        << record->isCollapsed << record->posX << record->posY << record->order << record->createdAt;
+}
+
+void bindRow(RowBinder &row, const FlowFile *record)
+{
+    row << record->id << idOf(record->flow()) << record->filename << record->contentTypeRaw << record->byteCount
+        << record->data.isPresent() << record->thumbnail.isPresent() << record->isTrashed << record->posX
+        << record->posY << record->manualWidth << record->manualHeight << record->order << record->createdAt;
+}
+
+void bindRow(RowBinder &row, const DependencyEdge *record)
+{
+    row << record->id << idOf(record->flow()) << idOf(record->fromItem()) << idOf(record->toItem())
+        << rawString(record->source) << kindText(*record) << record->createdAt;
+}
+
+void bindRow(RowBinder &row, const FileLink *record)
+{
+    row << record->id << idOf(record->flow()) << idOf(record->file()) << idOf(record->node()) << record->createdAt;
+}
+
+void bindRow(RowBinder &row, const CompletionRecord *record)
+{
+    row << record->id << record->nodeID << record->flowID << record->flowName << record->title << record->kindRaw
+        << record->completedAt << record->cycle << record->payload.isPresent();
+}
+
+void bindRow(RowBinder &row, const FlowTemplate *record)
+{
+    row << record->id << record->name << record->createdAt << record->payload;
 }
 
 } // namespace
@@ -65,6 +181,34 @@ bool StoreDatabase::writeBytes(BytesTable table, const QUuid &owner, const std::
     return query.run();
 }
 
+template <typename Record>
+bool StoreDatabase::upsertRows(const TableColumns &table, const std::vector<Record *> &records)
+{
+    const int columns = int(table.columns.size());
+    std::size_t next = 0;
+    if (records.size() >= rowsPerBatch) {
+        SqliteStatement &batch = statement(upsertSQL(table, rowsPerBatch));
+        for (; next + rowsPerBatch <= records.size(); next += rowsPerBatch) {
+            for (std::size_t row = 0; row < rowsPerBatch; ++row) {
+                RowBinder binder(batch, int(row) * columns + 1);
+                bindRow(binder, records[next + row]);
+            }
+            if (!batch.run())
+                return false;
+        }
+    }
+    if (next == records.size())
+        return true;
+    SqliteStatement &single = statement(upsertSQL(table, 1));
+    for (; next < records.size(); ++next) {
+        RowBinder binder(single, 1);
+        bindRow(binder, records[next]);
+        if (!single.run())
+            return false;
+    }
+    return true;
+}
+
 bool StoreDatabase::writeRows(const StoreChangeSet &changes)
 {
     if (!deleteRows("file_link", changes.deletedFileLinks) || !deleteRows("dependency_edge", changes.deletedEdges)
@@ -74,93 +218,11 @@ bool StoreDatabase::writeRows(const StoreChangeSet &changes)
         || !deleteRows("flow_template", changes.deletedTemplates))
         return false;
 
-    SqliteStatement &flow = statement(
-        "INSERT INTO task_flow (id, name, sort_order, created_at, viewport_offset_x, viewport_offset_y, "
-        "viewport_scale, has_been_framed) VALUES (?, ?, ?, ?, ?, ?, ?, ?) ON CONFLICT(id) DO UPDATE SET "
-        "name = excluded.name, sort_order = excluded.sort_order, created_at = excluded.created_at, "
-        "viewport_offset_x = excluded.viewport_offset_x, viewport_offset_y = excluded.viewport_offset_y, "
-        "viewport_scale = excluded.viewport_scale, has_been_framed = excluded.has_been_framed");
-    for (const TaskFlow *record : changes.flows) {
-        flow.bind(1, record->id);
-        flow.bind(2, record->name);
-        flow.bind(3, record->order);
-        flow.bind(4, record->createdAt);
-        flow.bind(5, record->viewportOffsetX);
-        flow.bind(6, record->viewportOffsetY);
-        flow.bind(7, record->viewportScale);
-        flow.bind(8, record->hasBeenFramed);
-        if (!flow.run())
-            return false;
-    }
-
-    SqliteStatement &node = statement(
-        "INSERT INTO flow_node (id, flow_id, title, is_done, status_raw, notes, priority_raw, color_raw, "
-        "start_date, due_date, estimate_minutes, day_plan_rank, manual_width, manual_height, checklist_data, "
-        "recurrence_raw, repeat_count, completed_at, is_collapsed, pos_x, pos_y, sort_order, created_at) "
-        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) ON CONFLICT(id) DO UPDATE SET "
-        "flow_id = excluded.flow_id, title = excluded.title, is_done = excluded.is_done, "
-        "status_raw = excluded.status_raw, notes = excluded.notes, priority_raw = excluded.priority_raw, "
-        "color_raw = excluded.color_raw, start_date = excluded.start_date, due_date = excluded.due_date, "
-        "estimate_minutes = excluded.estimate_minutes, day_plan_rank = excluded.day_plan_rank, "
-        "manual_width = excluded.manual_width, manual_height = excluded.manual_height, "
-        "checklist_data = excluded.checklist_data, recurrence_raw = excluded.recurrence_raw, "
-        "repeat_count = excluded.repeat_count, completed_at = excluded.completed_at, "
-        "is_collapsed = excluded.is_collapsed, pos_x = excluded.pos_x, pos_y = excluded.pos_y, "
-        "sort_order = excluded.sort_order, created_at = excluded.created_at");
-    for (const FlowNode *record : changes.nodes) {
-        node.bind(1, record->id);
-        node.bind(2, idOf(record->flow()));
-        node.bind(3, record->title);
-        node.bind(4, record->isDone);
-        node.bind(5, record->statusRaw);
-        node.bind(6, record->notes);
-        node.bind(7, record->priorityRaw);
-        node.bind(8, record->colorRaw);
-        node.bind(9, record->startDate);
-        node.bind(10, record->dueDate);
-        node.bind(11, record->estimateMinutes);
-        node.bind(12, record->dayPlanRank);
-        node.bind(13, record->manualWidth);
-        node.bind(14, record->manualHeight);
-        node.bind(15, record->checklistData);
-        node.bind(16, record->recurrenceRaw);
-        node.bind(17, record->repeatCount);
-        node.bind(18, record->completedAt);
-        node.bind(19, record->isCollapsed);
-        node.bind(20, record->posX);
-        node.bind(21, record->posY);
-        node.bind(22, record->order);
-        node.bind(23, record->createdAt);
-        if (!node.run())
-            return false;
-    }
-
-    SqliteStatement &file = statement(
-        "INSERT INTO flow_file (id, flow_id, filename, content_type_raw, byte_count, has_data, has_thumbnail, "
-        "is_trashed, pos_x, pos_y, manual_width, manual_height, sort_order, created_at) "
-        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) ON CONFLICT(id) DO UPDATE SET "
-        "flow_id = excluded.flow_id, filename = excluded.filename, content_type_raw = excluded.content_type_raw, "
-        "byte_count = excluded.byte_count, has_data = excluded.has_data, has_thumbnail = excluded.has_thumbnail, "
-        "is_trashed = excluded.is_trashed, pos_x = excluded.pos_x, pos_y = excluded.pos_y, "
-        "manual_width = excluded.manual_width, manual_height = excluded.manual_height, "
-        "sort_order = excluded.sort_order, created_at = excluded.created_at");
+    // Parents before children; the bytes after the rows they belong to.
+    if (!upsertRows(flowColumns, changes.flows) || !upsertRows(nodeColumns, changes.nodes)
+        || !upsertRows(fileColumns, changes.files))
+        return false;
     for (const FlowFile *record : changes.files) {
-        file.bind(1, record->id);
-        file.bind(2, idOf(record->flow()));
-        file.bind(3, record->filename);
-        file.bind(4, record->contentTypeRaw);
-        file.bind(5, record->byteCount);
-        file.bind(6, record->data.isPresent());
-        file.bind(7, record->thumbnail.isPresent());
-        file.bind(8, record->isTrashed);
-        file.bind(9, record->posX);
-        file.bind(10, record->posY);
-        file.bind(11, record->manualWidth);
-        file.bind(12, record->manualHeight);
-        file.bind(13, record->order);
-        file.bind(14, record->createdAt);
-        if (!file.run())
-            return false;
         // Bytes that were never touched are never rewritten.
         if (record->data.isModified() && !writeBytes(BytesTable::fileData, record->id, record->data.value()))
             return false;
@@ -168,73 +230,15 @@ bool StoreDatabase::writeRows(const StoreChangeSet &changes)
             && !writeBytes(BytesTable::fileThumbnail, record->id, record->thumbnail.value()))
             return false;
     }
-
-    SqliteStatement &edge = statement(
-        "INSERT INTO dependency_edge (id, flow_id, from_id, to_id, source, kind, created_at) "
-        "VALUES (?, ?, ?, ?, ?, ?, ?) ON CONFLICT(id) DO UPDATE SET flow_id = excluded.flow_id, "
-        "from_id = excluded.from_id, to_id = excluded.to_id, source = excluded.source, kind = excluded.kind, "
-        "created_at = excluded.created_at");
-    for (const DependencyEdge *record : changes.edges) {
-        edge.bind(1, record->id);
-        edge.bind(2, idOf(record->flow()));
-        edge.bind(3, idOf(record->fromItem()));
-        edge.bind(4, idOf(record->toItem()));
-        edge.bind(5, rawString(record->source));
-        edge.bind(6, kindText(*record));
-        edge.bind(7, record->createdAt);
-        if (!edge.run())
-            return false;
-    }
-
-    SqliteStatement &link = statement(
-        "INSERT INTO file_link (id, flow_id, file_id, node_id, created_at) VALUES (?, ?, ?, ?, ?) "
-        "ON CONFLICT(id) DO UPDATE SET flow_id = excluded.flow_id, file_id = excluded.file_id, "
-        "node_id = excluded.node_id, created_at = excluded.created_at");
-    for (const FileLink *record : changes.fileLinks) {
-        link.bind(1, record->id);
-        link.bind(2, idOf(record->flow()));
-        link.bind(3, idOf(record->file()));
-        link.bind(4, idOf(record->node()));
-        link.bind(5, record->createdAt);
-        if (!link.run())
-            return false;
-    }
-
-    SqliteStatement &completion = statement(
-        "INSERT INTO completion_record (id, node_id, flow_id, flow_name, title, kind_raw, completed_at, cycle, "
-        "has_payload) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?) ON CONFLICT(id) DO UPDATE SET "
-        "node_id = excluded.node_id, flow_id = excluded.flow_id, flow_name = excluded.flow_name, "
-        "title = excluded.title, kind_raw = excluded.kind_raw, completed_at = excluded.completed_at, "
-        "cycle = excluded.cycle, has_payload = excluded.has_payload");
+    if (!upsertRows(edgeColumns, changes.edges) || !upsertRows(linkColumns, changes.fileLinks)
+        || !upsertRows(completionColumns, changes.completionRecords))
+        return false;
     for (const CompletionRecord *record : changes.completionRecords) {
-        completion.bind(1, record->id);
-        completion.bind(2, record->nodeID);
-        completion.bind(3, record->flowID);
-        completion.bind(4, record->flowName);
-        completion.bind(5, record->title);
-        completion.bind(6, record->kindRaw);
-        completion.bind(7, record->completedAt);
-        completion.bind(8, record->cycle);
-        completion.bind(9, record->payload.isPresent());
-        if (!completion.run())
-            return false;
         if (record->payload.isModified()
             && !writeBytes(BytesTable::recordPayload, record->id, record->payload.value()))
             return false;
     }
-
-    SqliteStatement &flowTemplate = statement(
-        "INSERT INTO flow_template (id, name, created_at, payload) VALUES (?, ?, ?, ?) ON CONFLICT(id) DO UPDATE "
-        "SET name = excluded.name, created_at = excluded.created_at, payload = excluded.payload");
-    for (const FlowTemplate *record : changes.templates) {
-        flowTemplate.bind(1, record->id);
-        flowTemplate.bind(2, record->name);
-        flowTemplate.bind(3, record->createdAt);
-        flowTemplate.bind(4, record->payload);
-        if (!flowTemplate.run())
-            return false;
-    }
-    return true;
+    return upsertRows(templateColumns, changes.templates);
 }
 
 } // namespace fenrow
