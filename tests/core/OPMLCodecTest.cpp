@@ -3,6 +3,8 @@
 #include "domain/ChecklistEntry.h"
 #include "domain/LocalCalendar.h"
 #include "formats/OPMLCodec.h"
+#include "formats/OPMLDirectReader.h"
+#include "formats/OPMLOutlineBuilder.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -304,6 +306,64 @@ TEST(OPMLCodec, HostileDocumentsAreRefusedWithoutReadingAnything)
     ASSERT_TRUE(internal);
     EXPECT_EQ(internal->title, "Acme & Co");
     EXPECT_EQ(internal->roots[0].text, "Call Acme & Co");
+}
+
+// Files the direct reader takes must read exactly as the XML reader reads
+// them; whatever it is unsure of it must leave to the XML reader.
+TEST(OPMLCodec, TheDirectReaderReadsAsTheXmlReaderDoesOrStepsAside)
+{
+    const auto takenDirectly = [](const QByteArray &bytes) {
+        OPMLCodec::OutlineBuilder builder(berlin);
+        return OPMLCodec::OPMLDirectReader::read(bytes, builder) == OPMLCodec::OPMLDirectReader::Result::read;
+    };
+    const QList<std::pair<const char *, QByteArray>> usual{
+        {"own export", sampleOutline().toUtf8()},
+        {"states", fixture("states.opml")},
+        {"cactus", fixture("cactus-notes.opml")},
+        {"feeds", fixture("empty-head.opml")},
+        {"byte order mark", "\xEF\xBB\xBF" + document("<outline text=\"A\"/>")},
+        {"no declaration, single quotes, blanks around =",
+         "<opml version='2.0'><body><outline text = 'it&apos;s' _status='checked'/></body></opml>"},
+        {"declaration with standalone", "<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>"
+                                        "<OPML><BODY><Outline TEXT=\"x\" text=\"A\"/></BODY></OPML>"},
+        {"comments and a title built from parts",
+         document("<!-- a comment --><outline text=\"A\"><!--x--></outline>",
+                  "<head><title> Plan &amp; <!-- c --> more &#x1F600; </title></head>")},
+        {"blanks and references in values",
+         document("<outline text=\"tab\there\nline\" _note=\"one&#10;two&#x9;three &lt;b&gt; &quot;q&quot;\"/>")},
+        {"text and markup inside outlines", document("<outline text=\"A\">loose <b>bold</b> text</outline>")},
+        {"non-ASCII text", document("<outline text=\"Çay ☕ için — größer\"/>")},
+    };
+    for (const auto &[name, bytes] : usual) {
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(takenDirectly(bytes));
+        const std::optional<OPMLCodec::Document> full = OPMLCodec::decodeWithXmlReader(bytes, berlin);
+        ASSERT_TRUE(full);
+        EXPECT_EQ(decode(bytes), full);
+    }
+
+    const QList<std::pair<const char *, QByteArray>> unusual{
+        {"document type", "<!DOCTYPE opml [<!ENTITY who \"Ada\">]>"
+                          "<opml><body><outline text=\"&who;\"/></body></opml>"},
+        {"CDATA", document("<outline text=\"A\"><![CDATA[x]]></outline>")},
+        {"another encoding", fixture("outline-opml-editor.opml")},
+        {"carriage return", document("<outline text=\"a\r\nb\"/>")},
+        {"prefixed name", document("<outline xmlns:x=\"urn:x\" x:text=\"A\" text=\"B\"/>")},
+        {"processing instruction", document("<?page break?><outline text=\"A\"/>")},
+        {"duplicate attribute", document("<outline text=\"A\" text=\"B\"/>")},
+        {"bytes that are not UTF-8", document("<outline text=\"caf\xe9\"/>")},
+        {"unknown entity", document("<outline text=\"&nbsp;\"/>")},
+        {"mismatched end", document("<outline text=\"A\"></outlinE>")},
+        {"two roots", document("<outline text=\"A\"/>") + "<opml/>"},
+        {"less-than in a value", document("<outline text=\"a<b\"/>")},
+        {"forbidden character reference", document("<outline text=\"&#1;\"/>")},
+        {"comment with a double dash", document("<!-- a -- b --><outline text=\"A\"/>")},
+    };
+    for (const auto &[name, bytes] : unusual) {
+        SCOPED_TRACE(name);
+        EXPECT_FALSE(takenDirectly(bytes));
+        EXPECT_EQ(decode(bytes), OPMLCodec::decodeWithXmlReader(bytes, berlin));
+    }
 }
 
 } // namespace

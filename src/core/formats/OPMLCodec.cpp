@@ -1,5 +1,7 @@
 #include "OPMLCodec.h"
 
+#include "OPMLDirectReader.h"
+#include "OPMLOutlineBuilder.h"
 #include "SubtaskTree.h"
 #include "domain/ChecklistEntry.h"
 #include "domain/LocalCalendar.h"
@@ -84,37 +86,6 @@ QString dayText(const QDateTime &date, const LocalCalendar &calendar)
     return QString::asprintf("%04d-%02d-%02d", day.year(), day.month(), day.day());
 }
 
-// "2026-3-9" or "2026-03-09": year, month and day joined by "-".
-std::optional<QDateTime> parseDay(QStringView text, const LocalCalendar &calendar)
-{
-    const QList<QStringView> parts = text.split(QLatin1Char('-'));
-    if (parts.size() != 3)
-        return std::nullopt;
-    int numbers[3];
-    for (qsizetype i = 0; i < 3; ++i) {
-        const QStringView part = parts[i];
-        if (part.isEmpty() || part.size() > 9
-            || !std::all_of(part.begin(), part.end(), [](QChar c) { return c.isDigit() && c.unicode() < 128; }))
-            return std::nullopt;
-        numbers[i] = part.toInt();
-    }
-    const QDate day(numbers[0], numbers[1], numbers[2]);
-    if (!day.isValid())
-        return std::nullopt;
-    return calendar.startOfDay(day);
-}
-
-QString trimmedBlanks(QStringView text)
-{
-    qsizetype start = 0;
-    qsizetype end = text.size();
-    while (start < end && (text[start] == QLatin1Char(' ') || text[start] == QLatin1Char('\t')))
-        ++start;
-    while (end > start && (text[end - 1] == QLatin1Char(' ') || text[end - 1] == QLatin1Char('\t')))
-        --end;
-    return text.mid(start, end - start).toString();
-}
-
 // The note that other outliners show: the notes, the checklist as ticked
 // lines and the prerequisites, as paragraphs.
 QString noteForReaders(const Task &task, const QStringList &afterTitles, const QString &afterFormat)
@@ -134,67 +105,6 @@ QString noteForReaders(const Task &task, const QStringList &afterTitles, const Q
     return paragraphs.join(QStringLiteral("\n\n"));
 }
 
-Outline outlineFrom(const QXmlStreamAttributes &attributes, const LocalCalendar &calendar)
-{
-    // One pass over the attributes; their names compare exactly.
-    std::optional<QStringView> text, title, fenrowNotes, note, status, fenrowID, after, start, due, checklist;
-    for (const QXmlStreamAttribute &attribute : attributes) {
-        const QStringView name = attribute.qualifiedName();
-        std::optional<QStringView> *slot = nullptr;
-        if (name == u"text")
-            slot = &text;
-        else if (name == u"title")
-            slot = &title;
-        else if (name == u"fenrowNotes")
-            slot = &fenrowNotes;
-        else if (name == u"_note")
-            slot = &note;
-        else if (name == u"_status")
-            slot = &status;
-        else if (name == u"fenrowId")
-            slot = &fenrowID;
-        else if (name == u"fenrowAfter")
-            slot = &after;
-        else if (name == u"fenrowStart")
-            slot = &start;
-        else if (name == u"fenrowDue")
-            slot = &due;
-        else if (name == u"fenrowChecklist")
-            slot = &checklist;
-        if (slot)
-            *slot = attribute.value();
-    }
-
-    Outline outline;
-    if (const std::optional<QStringView> shown = text ? text : title)
-        outline.text = shown->trimmed().toString();
-    // This program's own notes win even when empty, so that its files do not
-    // get the composed note back as notes. It writes them whenever a task
-    // has notes, so an outline of its own (one with "fenrowId") without them
-    // had none, whatever "_note" says about checklists or prerequisites.
-    if (fenrowNotes)
-        outline.note = fenrowNotes->trimmed().toString();
-    else if (note && !fenrowID)
-        outline.note = note->trimmed().toString();
-    outline.isDone = status && status->compare(u"checked", Qt::CaseInsensitive) == 0;
-    if (fenrowID)
-        outline.fenrowID = fenrowID->toString();
-    if (after) {
-        for (QStringView piece : after->split(QLatin1Char(','))) {
-            const QString id = trimmedBlanks(piece);
-            if (!id.isEmpty())
-                outline.after.append(id);
-        }
-    }
-    if (start)
-        outline.startDate = parseDay(*start, calendar);
-    if (due)
-        outline.dueDate = parseDay(*due, calendar);
-    if (checklist && !ChecklistCodec::decode(checklist->toString()).isEmpty())
-        outline.checklistData = checklist->toString();
-    return outline;
-}
-
 // A document that leans on anything outside itself (an external DTD, an
 // external entity) is refused whole: its text would depend on something the
 // reader never reads.
@@ -208,10 +118,6 @@ bool dependsOnOutside(const QXmlStreamReader &xml)
     });
 }
 
-bool isElement(QStringView name, const char *wanted)
-{
-    return name.compare(QLatin1StringView(wanted), Qt::CaseInsensitive) == 0;
-}
 
 } // namespace
 
@@ -314,12 +220,19 @@ QString encode(const QString &title, const QList<Task> &tasks, const QList<IdPai
 
 std::optional<Document> decode(const QByteArray &bytes, const LocalCalendar &calendar)
 {
-    QXmlStreamReader xml(bytes);
-    bool sawRoot = false;
-    bool inTitle = false;
-    Document document;
-    std::vector<Outline> stack;
+    OutlineBuilder builder(calendar);
+    if (OPMLDirectReader::read(bytes, builder) == OPMLDirectReader::Result::read)
+        return builder.finish();
+    // The full reader has the last word on everything the direct one was
+    // not sure of: other encodings, declarations, CDATA, broken markup.
+    return decodeWithXmlReader(bytes, calendar);
+}
 
+std::optional<Document> decodeWithXmlReader(const QByteArray &bytes, const LocalCalendar &calendar)
+{
+    OutlineBuilder builder(calendar);
+    QXmlStreamReader xml(bytes);
+    ElementAttributes attributes;
     while (!xml.atEnd()) {
         switch (xml.readNext()) {
         case QXmlStreamReader::DTD:
@@ -329,42 +242,27 @@ std::optional<Document> decode(const QByteArray &bytes, const LocalCalendar &cal
         case QXmlStreamReader::EntityReference:
             // Left unexpanded: it names something outside the document.
             return std::nullopt;
-        case QXmlStreamReader::StartElement:
-            if (isElement(xml.name(), "opml"))
-                sawRoot = true;
-            else if (isElement(xml.name(), "title"))
-                inTitle = true;
-            else if (isElement(xml.name(), "outline"))
-                stack.push_back(outlineFrom(xml.attributes(), calendar));
+        case QXmlStreamReader::StartElement: {
+            const QXmlStreamAttributes read = xml.attributes();
+            attributes.clear();
+            for (const QXmlStreamAttribute &attribute : read)
+                attributes.emplace_back(attribute.qualifiedName(), attribute.value());
+            builder.startElement(xml.name(), attributes);
             break;
+        }
         case QXmlStreamReader::EndElement:
-            if (isElement(xml.name(), "title")) {
-                inTitle = false;
-            } else if (isElement(xml.name(), "outline") && !stack.empty()) {
-                Outline ended = std::move(stack.back());
-                stack.pop_back();
-                // An outline with nothing to say, and nothing under it, is
-                // left out.
-                if (ended.text.isEmpty() && ended.children.isEmpty())
-                    break;
-                if (stack.empty())
-                    document.roots.append(std::move(ended));
-                else
-                    stack.back().children.append(std::move(ended));
-            }
+            builder.endElement(xml.name());
             break;
         case QXmlStreamReader::Characters:
-            if (inTitle)
-                document.title += xml.text();
+            builder.characters(xml.text());
             break;
         default:
             break;
         }
     }
-    if (xml.hasError() || !sawRoot || document.roots.isEmpty())
+    if (xml.hasError())
         return std::nullopt;
-    document.title = document.title.trimmed();
-    return document;
+    return builder.finish();
 }
 
 qsizetype outlineCount(const QList<Outline> &roots)

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QUuid>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -51,6 +52,11 @@ struct Outline {
 struct Document {
     QString title;
     QList<Outline> roots;
+
+    friend bool operator==(const Document &a, const Document &b)
+    {
+        return a.title == b.title && std::equal(a.roots.begin(), a.roots.end(), b.roots.begin(), b.roots.end());
+    }
 };
 
 // (tail id, head id) of an edge: (parent, child) or (prerequisite, dependent).
@@ -68,6 +74,11 @@ QString encode(const QString &title, const QList<Task> &tasks, const QList<IdPai
 // reader's limit, so an entity bomb is refused too. Element names ignore
 // case; attribute names do not.
 std::optional<Document> decode(const QByteArray &bytes, const LocalCalendar &calendar);
+
+// `decode` with the general XML reader alone. `decode` reads the usual
+// files straight from their bytes and leaves the rest to this one; the two
+// must read every file alike.
+std::optional<Document> decodeWithXmlReader(const QByteArray &bytes, const LocalCalendar &calendar);
 
 // Outlines in all, nested ones included.
 qsizetype outlineCount(const QList<Outline> &roots);

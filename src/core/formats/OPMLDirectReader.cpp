@@ -1,0 +1,455 @@
+#include "OPMLDirectReader.h"
+
+#include "OPMLOutlineBuilder.h"
+
+#include <QString>
+
+#include <cstring>
+#include <deque>
+#include <string_view>
+#include <vector>
+
+namespace fenrow::OPMLCodec::OPMLDirectReader {
+
+namespace {
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+bool isNameStart(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+
+bool isNameChar(char c)
+{
+    return isNameStart(c) || (c >= '0' && c <= '9') || c == '.' || c == '-';
+}
+
+// Code points XML 1.0 lets a document carry.
+bool isXmlChar(char32_t c)
+{
+    return c == 0x9 || c == 0xA || c == 0xD || (c >= 0x20 && c <= 0xD7FF) || (c >= 0xE000 && c <= 0xFFFD)
+        || (c >= 0x10000 && c <= 0x10FFFF);
+}
+
+void appendUtf8(QByteArray &out, char32_t c)
+{
+    if (c < 0x80) {
+        out.append(char(c));
+    } else if (c < 0x800) {
+        out.append(char(0xC0 | (c >> 6)));
+        out.append(char(0x80 | (c & 0x3F)));
+    } else if (c < 0x10000) {
+        out.append(char(0xE0 | (c >> 12)));
+        out.append(char(0x80 | ((c >> 6) & 0x3F)));
+        out.append(char(0x80 | (c & 0x3F)));
+    } else {
+        out.append(char(0xF0 | (c >> 18)));
+        out.append(char(0x80 | ((c >> 12) & 0x3F)));
+        out.append(char(0x80 | ((c >> 6) & 0x3F)));
+        out.append(char(0x80 | (c & 0x3F)));
+    }
+}
+
+// Text from UTF-8 that was not ASCII throughout: malformed bytes come back
+// as replacement characters, and so do the two non-characters XML forbids
+// checked here; either leaves the verdict to the full reader.
+bool decodeUtf8(const char *data, qsizetype size, QString *out)
+{
+    *out = QString::fromUtf8(data, size);
+    return !out->contains(QChar(QChar::ReplacementCharacter)) && !out->contains(QChar(0xFFFE))
+        && !out->contains(QChar(0xFFFF));
+}
+
+class Reader {
+public:
+    Reader(const QByteArray &bytes, OutlineBuilder &builder)
+        : m_p(bytes.constData()), m_end(bytes.constData() + bytes.size()), m_builder(builder)
+    {
+    }
+
+    bool run();
+
+private:
+    bool startsWith(std::string_view text) const
+    {
+        return std::size_t(m_end - m_p) >= text.size() && std::memcmp(m_p, text.data(), text.size()) == 0;
+    }
+    void skipBlanks()
+    {
+        while (m_p < m_end && isBlank(*m_p))
+            ++m_p;
+    }
+
+    bool declaration();
+    bool comment();
+    bool startTag();
+    bool endTag();
+    bool characters(const char *from, const char *to);
+    bool name(std::string_view *out);
+    bool quotedValue(std::string_view *out);
+    bool decodeValue(std::string_view raw, bool isAttribute, QString *out);
+    bool reference(const char *&p, const char *end, QByteArray &out);
+    bool nameText(std::string_view name, QStringView *text);
+
+    const char *m_p;
+    const char *m_end;
+    OutlineBuilder &m_builder;
+    std::vector<std::string_view> m_open;
+    bool m_rootClosed = false;
+    // Names as text, made once each: a file uses a handful.
+    std::deque<std::pair<std::string, QString>> m_names;
+    std::vector<std::string_view> m_attributeNames;
+    std::vector<QString> m_values;
+    ElementAttributes m_attributes;
+    QByteArray m_scratch;
+};
+
+bool Reader::run()
+{
+    if (startsWith("\xEF\xBB\xBF"))
+        m_p += 3;
+    if (startsWith("<?xml") && m_end - m_p > 5 && isBlank(m_p[5])) {
+        if (!declaration())
+            return false;
+    }
+    while (m_p < m_end) {
+        const auto *open = static_cast<const char *>(std::memchr(m_p, '<', std::size_t(m_end - m_p)));
+        const char *stop = open ? open : m_end;
+        if (stop > m_p && !characters(m_p, stop))
+            return false;
+        if (!open)
+            break;
+        m_p = open;
+        bool ok = false;
+        if (startsWith("</"))
+            ok = endTag();
+        else if (startsWith("<!--"))
+            ok = comment();
+        else if (startsWith("<!") || startsWith("<?"))
+            ok = false;
+        else
+            ok = startTag();
+        if (!ok)
+            return false;
+    }
+    return m_rootClosed && m_open.empty();
+}
+
+// <?xml version="1.0" encoding="UTF-8" standalone="yes"?>, in that order,
+// the last two optional.
+bool Reader::declaration()
+{
+    m_p += 5;
+    for (const std::string_view wanted : {"version", "encoding", "standalone"}) {
+        const char *before = m_p;
+        skipBlanks();
+        if (!startsWith(wanted)) {
+            if (wanted == "version")
+                return false;
+            m_p = before;
+            continue;
+        }
+        if (m_p == before)
+            return false;
+        m_p += wanted.size();
+        skipBlanks();
+        if (m_p >= m_end || *m_p != '=')
+            return false;
+        ++m_p;
+        skipBlanks();
+        std::string_view value;
+        if (!quotedValue(&value))
+            return false;
+        const QLatin1StringView text(value.data(), qsizetype(value.size()));
+        if (wanted == "version" && text != QLatin1StringView("1.0"))
+            return false;
+        if (wanted == "encoding" && text.compare(QLatin1StringView("UTF-8"), Qt::CaseInsensitive) != 0)
+            return false;
+    }
+    skipBlanks();
+    if (!startsWith("?>"))
+        return false;
+    m_p += 2;
+    return true;
+}
+
+bool Reader::comment()
+{
+    const char *from = m_p + 4;
+    for (const char *p = from; p + 1 < m_end; ++p) {
+        const char c = *p;
+        if ((static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r')
+            || static_cast<unsigned char>(c) >= 0x80)
+            return false;
+        if (c == '-' && p[1] == '-') {
+            // "--" ends a comment and may appear nowhere else in it.
+            if (p + 2 >= m_end || p[2] != '>')
+                return false;
+            m_p = p + 3;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool Reader::name(std::string_view *out)
+{
+    const char *start = m_p;
+    if (m_p >= m_end || !isNameStart(*m_p))
+        return false;
+    while (m_p < m_end && isNameChar(*m_p))
+        ++m_p;
+    *out = std::string_view(start, std::size_t(m_p - start));
+    return true;
+}
+
+bool Reader::quotedValue(std::string_view *out)
+{
+    if (m_p >= m_end || (*m_p != '"' && *m_p != '\''))
+        return false;
+    const char quote = *m_p++;
+    const auto *close = static_cast<const char *>(std::memchr(m_p, quote, std::size_t(m_end - m_p)));
+    if (!close)
+        return false;
+    *out = std::string_view(m_p, std::size_t(close - m_p));
+    m_p = close + 1;
+    return true;
+}
+
+// A file of thousands of different names is no outline; the full reader
+// takes it rather than this short list growing long.
+bool Reader::nameText(std::string_view name, QStringView *text)
+{
+    for (const auto &[bytes, known] : m_names) {
+        if (bytes == name) {
+            *text = known;
+            return true;
+        }
+    }
+    if (m_names.size() >= 64)
+        return false;
+    m_names.emplace_back(std::string(name), QString::fromLatin1(name.data(), qsizetype(name.size())));
+    *text = m_names.back().second;
+    return true;
+}
+
+bool Reader::startTag()
+{
+    if (m_rootClosed)
+        return false;
+    ++m_p;
+    std::string_view element;
+    if (!name(&element))
+        return false;
+
+    m_attributeNames.clear();
+    m_values.clear();
+    bool selfClosing = false;
+    while (true) {
+        const char *before = m_p;
+        skipBlanks();
+        if (m_p >= m_end)
+            return false;
+        if (*m_p == '>') {
+            ++m_p;
+            break;
+        }
+        if (startsWith("/>")) {
+            m_p += 2;
+            selfClosing = true;
+            break;
+        }
+        std::string_view attribute;
+        if (m_p == before || !name(&attribute))
+            return false;
+        skipBlanks();
+        if (m_p >= m_end || *m_p != '=')
+            return false;
+        ++m_p;
+        skipBlanks();
+        std::string_view raw;
+        if (!quotedValue(&raw))
+            return false;
+        for (std::string_view seen : m_attributeNames) {
+            if (seen == attribute)
+                return false;
+        }
+        m_attributeNames.push_back(attribute);
+        m_values.emplace_back();
+        if (!decodeValue(raw, true, &m_values.back()))
+            return false;
+    }
+
+    m_attributes.clear();
+    for (std::size_t i = 0; i < m_values.size(); ++i) {
+        QStringView attributeText;
+        if (!nameText(m_attributeNames[i], &attributeText))
+            return false;
+        m_attributes.emplace_back(attributeText, m_values[i]);
+    }
+    QStringView elementText;
+    if (!nameText(element, &elementText))
+        return false;
+    m_builder.startElement(elementText, m_attributes);
+    if (selfClosing) {
+        m_builder.endElement(elementText);
+        m_rootClosed = m_open.empty();
+    } else {
+        m_open.push_back(element);
+    }
+    return true;
+}
+
+bool Reader::endTag()
+{
+    m_p += 2;
+    std::string_view element;
+    if (!name(&element))
+        return false;
+    skipBlanks();
+    if (m_p >= m_end || *m_p != '>' || m_open.empty() || m_open.back() != element)
+        return false;
+    ++m_p;
+    m_open.pop_back();
+    QStringView elementText;
+    if (!nameText(element, &elementText))
+        return false;
+    m_builder.endElement(elementText);
+    m_rootClosed = m_open.empty();
+    return true;
+}
+
+bool Reader::characters(const char *from, const char *to)
+{
+    if (m_open.empty()) {
+        // Outside the root element only blanks may stand.
+        for (const char *p = from; p < to; ++p) {
+            if (!isBlank(*p))
+                return false;
+        }
+        return true;
+    }
+    const std::string_view raw(from, std::size_t(to - from));
+    if (raw.find("]]>") != std::string_view::npos)
+        return false;
+    // The blanks between elements are checked, not kept.
+    const bool wanted = m_builder.wantsCharacters();
+    QString text;
+    if (!decodeValue(raw, false, wanted ? &text : nullptr))
+        return false;
+    if (wanted)
+        m_builder.characters(text);
+    return true;
+}
+
+// An attribute's blanks read as spaces; a carriage return would need the
+// line-end rules, which the full reader applies. Without `out` the text is
+// only checked.
+bool Reader::decodeValue(std::string_view raw, bool isAttribute, QString *out)
+{
+    bool plain = true;
+    bool ascii = true;
+    for (const char c : raw) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x80) {
+            ascii = false;
+        } else if (c == '&') {
+            plain = false;
+        } else if (byte < 0x20) {
+            if (c != '\t' && c != '\n')
+                return false;
+            plain = plain && !isAttribute;
+        } else if (c == '<') {
+            return false;
+        }
+    }
+    QString decoded;
+    if (plain) {
+        if (ascii) {
+            if (out)
+                *out = QString::fromLatin1(raw.data(), qsizetype(raw.size()));
+            return true;
+        }
+        if (!decodeUtf8(raw.data(), qsizetype(raw.size()), &decoded))
+            return false;
+    } else {
+        m_scratch.clear();
+        const char *p = raw.data();
+        const char *end = p + raw.size();
+        while (p < end) {
+            const char c = *p;
+            if (c == '&') {
+                if (!reference(p, end, m_scratch))
+                    return false;
+            } else {
+                m_scratch.append(isAttribute && (c == '\t' || c == '\n') ? ' ' : c);
+                ++p;
+            }
+        }
+        if (!decodeUtf8(m_scratch.constData(), m_scratch.size(), &decoded))
+            return false;
+    }
+    if (out)
+        *out = std::move(decoded);
+    return true;
+}
+
+// "&amp;" and its four siblings, "&#10;" and "&#x1F600;". Any other name
+// would need a document type, which only the full reader reads.
+bool Reader::reference(const char *&p, const char *end, QByteArray &out)
+{
+    const char *start = p + 1;
+    const char *semicolon = start;
+    while (semicolon < end && semicolon - start < 12 && *semicolon != ';')
+        ++semicolon;
+    if (semicolon >= end || *semicolon != ';')
+        return false;
+    const std::string_view body(start, std::size_t(semicolon - start));
+    p = semicolon + 1;
+    if (body == "amp")
+        return out.append('&'), true;
+    if (body == "lt")
+        return out.append('<'), true;
+    if (body == "gt")
+        return out.append('>'), true;
+    if (body == "quot")
+        return out.append('"'), true;
+    if (body == "apos")
+        return out.append('\''), true;
+    if (body.size() < 2 || body[0] != '#')
+        return false;
+    const bool hex = body[1] == 'x';
+    const std::string_view digits = body.substr(hex ? 2 : 1);
+    if (digits.empty() || digits.size() > 8)
+        return false;
+    char32_t value = 0;
+    for (const char c : digits) {
+        int digit = -1;
+        if (c >= '0' && c <= '9')
+            digit = c - '0';
+        else if (hex && c >= 'a' && c <= 'f')
+            digit = c - 'a' + 10;
+        else if (hex && c >= 'A' && c <= 'F')
+            digit = c - 'A' + 10;
+        if (digit < 0)
+            return false;
+        value = value * (hex ? 16 : 10) + char32_t(digit);
+    }
+    if (!isXmlChar(value))
+        return false;
+    appendUtf8(out, value);
+    return true;
+}
+
+} // namespace
+
+Result read(const QByteArray &bytes, OutlineBuilder &builder)
+{
+    return Reader(bytes, builder).run() ? Result::read : Result::unsure;
+}
+
+} // namespace fenrow::OPMLCodec::OPMLDirectReader
