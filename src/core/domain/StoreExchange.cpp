@@ -7,8 +7,11 @@
 #include "formats/FlowMarkdown.h"
 #include "formats/OPMLCodec.h"
 
+#include <QHash>
 #include <QSet>
 
+#include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace fenrow {
@@ -79,6 +82,45 @@ private:
     QSet<quint64> m_pairs;
 };
 
+// Where each "fenrowId" of a file went. This program writes upper-case
+// UUIDs there: those are matched as numbers, which spares a visit to each
+// key's characters, scattered over the heap, on every look-up of a large
+// file. Any other text is matched as it stands.
+class FileIDs {
+public:
+    explicit FileIDs(std::size_t expected) { m_uuids.reserve(qsizetype(expected)); }
+
+    void insert(const QString &id, std::size_t index)
+    {
+        if (const QUuid uuid = asUuid(id); !uuid.isNull())
+            m_uuids.insert(uuid, index);
+        else
+            m_others.insert(id, index);
+    }
+
+    std::optional<std::size_t> find(const QString &id) const
+    {
+        if (const QUuid uuid = asUuid(id); !uuid.isNull()) {
+            const auto found = m_uuids.constFind(uuid);
+            return found == m_uuids.cend() ? std::nullopt : std::optional(*found);
+        }
+        const auto found = m_others.constFind(id);
+        return found == m_others.cend() ? std::nullopt : std::optional(*found);
+    }
+
+private:
+    // Only the form this program writes, so that matching stays exact.
+    static QUuid asUuid(const QString &id)
+    {
+        if (id.size() != 36 || std::any_of(id.begin(), id.end(), [](QChar c) { return c.isLower(); }))
+            return {};
+        return QUuid::fromString(id);
+    }
+
+    QHash<QUuid, std::size_t> m_uuids;
+    QHash<QString, std::size_t> m_others;
+};
+
 } // namespace
 
 QString FenrowStore::markdown(const TaskFlow &flow) const
@@ -117,8 +159,11 @@ FenrowStore::ImportedFlow FenrowStore::importOPML(const QString &title, const QL
     flow->createdAt = now;
 
     // Depth first in document order; `order` counts up as tasks are made.
+    const std::size_t outlines = std::size_t(OPMLCodec::outlineCount(roots));
     std::vector<FlowNode *> nodes;
-    QHash<QString, std::size_t> byFileID;
+    nodes.reserve(outlines);
+    flow->items().reserve(outlines);
+    FileIDs byFileID(outlines);
     std::vector<std::pair<std::size_t, std::size_t>> subtaskPairs;
     std::vector<std::pair<std::size_t, const QStringList *>> afterLists;
     struct Pending {
@@ -167,8 +212,8 @@ FenrowStore::ImportedFlow FenrowStore::importOPML(const QString &title, const QL
     bool hasDependencies = false;
     for (const auto &[index, after] : afterLists) {
         for (const QString &id : *after) {
-            const auto source = byFileID.constFind(id);
-            if (source != byFileID.cend() && graph.add(*source, index, EdgeKind::dependency))
+            const std::optional<std::size_t> source = byFileID.find(id);
+            if (source && graph.add(*source, index, EdgeKind::dependency))
                 hasDependencies = true;
         }
     }

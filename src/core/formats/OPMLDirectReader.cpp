@@ -4,8 +4,10 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <cstring>
 #include <deque>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -35,33 +37,34 @@ bool isXmlChar(char32_t c)
         || (c >= 0x10000 && c <= 0x10FFFF);
 }
 
-void appendUtf8(QByteArray &out, char32_t c)
+void appendUtf8(std::string &out, char32_t c)
 {
     if (c < 0x80) {
-        out.append(char(c));
+        out.push_back(char(c));
     } else if (c < 0x800) {
-        out.append(char(0xC0 | (c >> 6)));
-        out.append(char(0x80 | (c & 0x3F)));
+        out.push_back(char(0xC0 | (c >> 6)));
+        out.push_back(char(0x80 | (c & 0x3F)));
     } else if (c < 0x10000) {
-        out.append(char(0xE0 | (c >> 12)));
-        out.append(char(0x80 | ((c >> 6) & 0x3F)));
-        out.append(char(0x80 | (c & 0x3F)));
+        out.push_back(char(0xE0 | (c >> 12)));
+        out.push_back(char(0x80 | ((c >> 6) & 0x3F)));
+        out.push_back(char(0x80 | (c & 0x3F)));
     } else {
-        out.append(char(0xF0 | (c >> 18)));
-        out.append(char(0x80 | ((c >> 12) & 0x3F)));
-        out.append(char(0x80 | ((c >> 6) & 0x3F)));
-        out.append(char(0x80 | (c & 0x3F)));
+        out.push_back(char(0xF0 | (c >> 18)));
+        out.push_back(char(0x80 | ((c >> 12) & 0x3F)));
+        out.push_back(char(0x80 | ((c >> 6) & 0x3F)));
+        out.push_back(char(0x80 | (c & 0x3F)));
     }
 }
 
 // Text from UTF-8 that was not ASCII throughout: malformed bytes come back
-// as replacement characters, and so do the two non-characters XML forbids
-// checked here; either leaves the verdict to the full reader.
+// as replacement characters (U+FFFD), and the two non-characters XML
+// forbids sit just above it; any of the three leaves the verdict to the
+// full reader.
 bool decodeUtf8(const char *data, qsizetype size, QString *out)
 {
     *out = QString::fromUtf8(data, size);
-    return !out->contains(QChar(QChar::ReplacementCharacter)) && !out->contains(QChar(0xFFFE))
-        && !out->contains(QChar(0xFFFF));
+    const QStringView text(*out);
+    return std::none_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0xFFFD; });
 }
 
 class Reader {
@@ -92,7 +95,7 @@ private:
     bool name(std::string_view *out);
     bool quotedValue(std::string_view *out);
     bool decodeValue(std::string_view raw, bool isAttribute, QString *out);
-    bool reference(const char *&p, const char *end, QByteArray &out);
+    bool reference(const char *&p, const char *end, std::string &out);
     bool nameText(std::string_view name, QStringView *text);
 
     const char *m_p;
@@ -105,7 +108,7 @@ private:
     std::vector<std::string_view> m_attributeNames;
     std::vector<QString> m_values;
     ElementAttributes m_attributes;
-    QByteArray m_scratch;
+    std::string m_scratch;
 };
 
 bool Reader::run()
@@ -377,20 +380,27 @@ bool Reader::decodeValue(std::string_view raw, bool isAttribute, QString *out)
         if (!decodeUtf8(raw.data(), qsizetype(raw.size()), &decoded))
             return false;
     } else {
+        // Runs between references are copied whole; the buffer keeps its
+        // room from one value to the next.
         m_scratch.clear();
         const char *p = raw.data();
         const char *end = p + raw.size();
         while (p < end) {
-            const char c = *p;
-            if (c == '&') {
+            const char *run = p;
+            while (p < end && *p != '&' && !(isAttribute && (*p == '\t' || *p == '\n')))
+                ++p;
+            m_scratch.append(run, std::size_t(p - run));
+            if (p == end)
+                break;
+            if (*p == '&') {
                 if (!reference(p, end, m_scratch))
                     return false;
             } else {
-                m_scratch.append(isAttribute && (c == '\t' || c == '\n') ? ' ' : c);
+                m_scratch.push_back(' ');
                 ++p;
             }
         }
-        if (!decodeUtf8(m_scratch.constData(), m_scratch.size(), &decoded))
+        if (!decodeUtf8(m_scratch.data(), qsizetype(m_scratch.size()), &decoded))
             return false;
     }
     if (out)
@@ -400,7 +410,7 @@ bool Reader::decodeValue(std::string_view raw, bool isAttribute, QString *out)
 
 // "&amp;" and its four siblings, "&#10;" and "&#x1F600;". Any other name
 // would need a document type, which only the full reader reads.
-bool Reader::reference(const char *&p, const char *end, QByteArray &out)
+bool Reader::reference(const char *&p, const char *end, std::string &out)
 {
     const char *start = p + 1;
     const char *semicolon = start;
@@ -410,16 +420,14 @@ bool Reader::reference(const char *&p, const char *end, QByteArray &out)
         return false;
     const std::string_view body(start, std::size_t(semicolon - start));
     p = semicolon + 1;
-    if (body == "amp")
-        return out.append('&'), true;
-    if (body == "lt")
-        return out.append('<'), true;
-    if (body == "gt")
-        return out.append('>'), true;
-    if (body == "quot")
-        return out.append('"'), true;
-    if (body == "apos")
-        return out.append('\''), true;
+    static constexpr std::pair<std::string_view, char> named[]{
+        {"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}};
+    for (const auto &[entity, character] : named) {
+        if (body == entity) {
+            out.push_back(character);
+            return true;
+        }
+    }
     if (body.size() < 2 || body[0] != '#')
         return false;
     const bool hex = body[1] == 'x';

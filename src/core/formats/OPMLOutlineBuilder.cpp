@@ -95,8 +95,11 @@ Outline outlineFrom(const ElementAttributes &attributes, const LocalCalendar &ca
         outline.startDate = parseDay(*start, calendar);
     if (due)
         outline.dueDate = parseDay(*due, calendar);
-    if (checklist && !ChecklistCodec::decode(checklist->toString()).isEmpty())
-        outline.checklistData = checklist->toString();
+    if (checklist) {
+        QString data = checklist->toString();
+        if (!ChecklistCodec::decode(data).isEmpty())
+            outline.checklistData = std::move(data);
+    }
     return outline;
 }
 
