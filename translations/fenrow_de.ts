@@ -1079,5 +1079,45 @@
         <source>Keep as Is</source>
         <translation>So lassen</translation>
     </message>
+    <message id="quickCapture.window.title">
+        <source>Quick Capture</source>
+        <translation>Schnell erfassen</translation>
+    </message>
+    <message id="quickCapture.field.placeholder">
+        <source>What needs doing? Try “call the bank tomorrow”</source>
+        <translation>Was steht an? Etwa „morgen die Bank anrufen“</translation>
+    </message>
+    <message id="quickCapture.picker.label">
+        <source>Flow</source>
+        <translation>Flow</translation>
+    </message>
+    <message id="quickCapture.date.due %@">
+        <source>Due %1</source>
+        <translation>Fällig: %1</translation>
+    </message>
+    <message id="quickCapture.date.help %@">
+        <source>Read from your text: due %1. Remove it to keep those words in the title.</source>
+        <translation>Aus deinem Text gelesen: fällig %1. Entfernst du es, bleiben die Wörter im Titel.</translation>
+    </message>
+    <message id="quickCapture.date.dismiss">
+        <source>Remove date</source>
+        <translation>Datum entfernen</translation>
+    </message>
+    <message id="quickCapture.action.save">
+        <source>Add task</source>
+        <translation>Aufgabe hinzufügen</translation>
+    </message>
+    <message id="quickCapture.action.cancel">
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message id="quickCapture.hint">
+        <source>Return adds · Esc closes</source>
+        <translation>Eingabe fügt hinzu · Esc schließt</translation>
+    </message>
+    <message id="quickCapture.date.format">
+        <source>ddd, MMM d</source>
+        <translation>ddd, d. MMM</translation>
+    </message>
 </context>
 </TS>

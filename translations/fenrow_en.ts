@@ -1079,5 +1079,45 @@
         <source>Keep as Is</source>
         <translation>Keep as Is</translation>
     </message>
+    <message id="quickCapture.window.title">
+        <source>Quick Capture</source>
+        <translation>Quick Capture</translation>
+    </message>
+    <message id="quickCapture.field.placeholder">
+        <source>What needs doing? Try “call the bank tomorrow”</source>
+        <translation>What needs doing? Try “call the bank tomorrow”</translation>
+    </message>
+    <message id="quickCapture.picker.label">
+        <source>Flow</source>
+        <translation>Flow</translation>
+    </message>
+    <message id="quickCapture.date.due %@">
+        <source>Due %1</source>
+        <translation>Due %1</translation>
+    </message>
+    <message id="quickCapture.date.help %@">
+        <source>Read from your text: due %1. Remove it to keep those words in the title.</source>
+        <translation>Read from your text: due %1. Remove it to keep those words in the title.</translation>
+    </message>
+    <message id="quickCapture.date.dismiss">
+        <source>Remove date</source>
+        <translation>Remove date</translation>
+    </message>
+    <message id="quickCapture.action.save">
+        <source>Add task</source>
+        <translation>Add task</translation>
+    </message>
+    <message id="quickCapture.action.cancel">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="quickCapture.hint">
+        <source>Return adds · Esc closes</source>
+        <translation>Return adds · Esc closes</translation>
+    </message>
+    <message id="quickCapture.date.format">
+        <source>ddd, MMM d</source>
+        <translation>ddd, MMM d</translation>
+    </message>
 </context>
 </TS>

@@ -1079,5 +1079,45 @@
         <source>Keep as Is</source>
         <translation>Dejar así</translation>
     </message>
+    <message id="quickCapture.window.title">
+        <source>Quick Capture</source>
+        <translation>Captura rápida</translation>
+    </message>
+    <message id="quickCapture.field.placeholder">
+        <source>What needs doing? Try “call the bank tomorrow”</source>
+        <translation>¿Qué hay que hacer? Prueba «llamar al banco mañana»</translation>
+    </message>
+    <message id="quickCapture.picker.label">
+        <source>Flow</source>
+        <translation>Flujo</translation>
+    </message>
+    <message id="quickCapture.date.due %@">
+        <source>Due %1</source>
+        <translation>Vence: %1</translation>
+    </message>
+    <message id="quickCapture.date.help %@">
+        <source>Read from your text: due %1. Remove it to keep those words in the title.</source>
+        <translation>Leído de tu texto: vence %1. Si lo quitas, esas palabras se quedan en el título.</translation>
+    </message>
+    <message id="quickCapture.date.dismiss">
+        <source>Remove date</source>
+        <translation>Quitar fecha</translation>
+    </message>
+    <message id="quickCapture.action.save">
+        <source>Add task</source>
+        <translation>Añadir tarea</translation>
+    </message>
+    <message id="quickCapture.action.cancel">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="quickCapture.hint">
+        <source>Return adds · Esc closes</source>
+        <translation>Intro añade · Esc cierra</translation>
+    </message>
+    <message id="quickCapture.date.format">
+        <source>ddd, MMM d</source>
+        <translation>ddd d MMM</translation>
+    </message>
 </context>
 </TS>

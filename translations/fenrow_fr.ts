@@ -1079,5 +1079,45 @@
         <source>Keep as Is</source>
         <translation>Laisser ainsi</translation>
     </message>
+    <message id="quickCapture.window.title">
+        <source>Quick Capture</source>
+        <translation>Saisie rapide</translation>
+    </message>
+    <message id="quickCapture.field.placeholder">
+        <source>What needs doing? Try “call the bank tomorrow”</source>
+        <translation>Que faut-il faire ? Essayez « appeler la banque demain »</translation>
+    </message>
+    <message id="quickCapture.picker.label">
+        <source>Flow</source>
+        <translation>Flux</translation>
+    </message>
+    <message id="quickCapture.date.due %@">
+        <source>Due %1</source>
+        <translation>Échéance : %1</translation>
+    </message>
+    <message id="quickCapture.date.help %@">
+        <source>Read from your text: due %1. Remove it to keep those words in the title.</source>
+        <translation>Lu dans votre texte : échéance %1. Retirez-la pour garder ces mots dans le titre.</translation>
+    </message>
+    <message id="quickCapture.date.dismiss">
+        <source>Remove date</source>
+        <translation>Retirer la date</translation>
+    </message>
+    <message id="quickCapture.action.save">
+        <source>Add task</source>
+        <translation>Ajouter la tâche</translation>
+    </message>
+    <message id="quickCapture.action.cancel">
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message id="quickCapture.hint">
+        <source>Return adds · Esc closes</source>
+        <translation>Entrée ajoute · Échap ferme</translation>
+    </message>
+    <message id="quickCapture.date.format">
+        <source>ddd, MMM d</source>
+        <translation>ddd d MMM</translation>
+    </message>
 </context>
 </TS>

@@ -1079,5 +1079,45 @@
         <source>Keep as Is</source>
         <translation>Olduğu gibi bırak</translation>
     </message>
+    <message id="quickCapture.window.title">
+        <source>Quick Capture</source>
+        <translation>Hızlı Ekle</translation>
+    </message>
+    <message id="quickCapture.field.placeholder">
+        <source>What needs doing? Try “call the bank tomorrow”</source>
+        <translation>Ne yapılacak? Örneğin “yarın bankayı ara”</translation>
+    </message>
+    <message id="quickCapture.picker.label">
+        <source>Flow</source>
+        <translation>Akış</translation>
+    </message>
+    <message id="quickCapture.date.due %@">
+        <source>Due %1</source>
+        <translation>Son gün: %1</translation>
+    </message>
+    <message id="quickCapture.date.help %@">
+        <source>Read from your text: due %1. Remove it to keep those words in the title.</source>
+        <translation>Metninden okundu: son gün %1. Kaldırırsan bu sözcükler başlıkta kalır.</translation>
+    </message>
+    <message id="quickCapture.date.dismiss">
+        <source>Remove date</source>
+        <translation>Tarihi kaldır</translation>
+    </message>
+    <message id="quickCapture.action.save">
+        <source>Add task</source>
+        <translation>Görevi ekle</translation>
+    </message>
+    <message id="quickCapture.action.cancel">
+        <source>Cancel</source>
+        <translation>Vazgeç</translation>
+    </message>
+    <message id="quickCapture.hint">
+        <source>Return adds · Esc closes</source>
+        <translation>Enter ekler · Esc kapatır</translation>
+    </message>
+    <message id="quickCapture.date.format">
+        <source>ddd, MMM d</source>
+        <translation>d MMMM ddd</translation>
+    </message>
 </context>
 </TS>

@@ -1,0 +1,160 @@
+#include "AppTestSupport.h"
+
+#include "QuickCaptureContent.h"
+#include "QuickCapturePanel.h"
+#include "capture/QuickCaptureModel.h"
+
+#include <QCursor>
+#include <QDir>
+#include <QLabel>
+#include <QScreen>
+#include <QToolButton>
+
+namespace fenrow::testing {
+namespace {
+
+// A panel over the fixture's store, opened with the pointer in the middle
+// of the screen, as the menu command or the hot key opens it.
+class QuickCapturePanelTest : public WindowFixture {
+protected:
+    QuickCapturePanel &openPanel()
+    {
+        if (!panel)
+            panel = std::make_unique<QuickCapturePanel>(*store, history.get(), &activeFlow, *preferences,
+                                                        environment);
+        QCursor::setPos(screen().availableGeometry().center());
+        panel->open();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(panel.get()));
+        return *panel;
+    }
+    QScreen &screen() const { return *QGuiApplication::primaryScreen(); }
+    QLineEdit &field() const { return *panel->content()->field(); }
+    QWidget *chip() const { return panel->findChild<QWidget *>("quickCapture.dateChip"); }
+    QString chipText() const { return panel->findChild<QLabel *>("quickCapture.dateChip.text")->text(); }
+    QString pickerText() const { return panel->findChild<QToolButton *>("quickCapture.flowPicker")->text(); }
+    void type(const QString &text) { QTest::keyClicks(&field(), text); }
+    const FlowNode *newestIn(const TaskFlow &flow) const
+    {
+        return flow.orderedItems().isEmpty() ? nullptr : flow.orderedItems().last();
+    }
+
+    std::unique_ptr<QuickCapturePanel> panel;
+};
+
+TEST_F(QuickCapturePanelTest, OpensCentredAndFramelessAboveOtherWindowsAndEscapeDropsWhatWasTyped)
+{
+    addFlow("Home");
+    QuickCapturePanel &shown = openPanel();
+    EXPECT_TRUE(shown.windowFlags() & Qt::FramelessWindowHint);
+    EXPECT_TRUE(shown.windowFlags() & Qt::WindowStaysOnTopHint);
+    EXPECT_EQ(shown.width(), 520);
+    EXPECT_GE(shown.height(), 168);
+    const QRect visible = screen().availableGeometry();
+    EXPECT_LE((shown.frameGeometry().center() - visible.center()).manhattanLength(), 2);
+    EXPECT_TRUE(field().hasFocus());
+    EXPECT_EQ(pickerText().section("  ", 0, 0), "Home");
+
+    type("Buy stamps");
+    QTest::keyClick(&field(), Qt::Key_Escape);
+    EXPECT_FALSE(shown.isVisible());
+    EXPECT_EQ(shown.content(), nullptr);
+    EXPECT_TRUE(store->flows().first()->orderedItems().isEmpty()) << "Escape saves nothing";
+
+    // The next opening starts empty; toggling closes it again.
+    openPanel();
+    EXPECT_TRUE(field().text().isEmpty());
+    shown.toggle();
+    EXPECT_FALSE(shown.isVisible());
+}
+
+TEST_F(QuickCapturePanelTest, ReturnSavesIntoTheChosenFlowWithTheDateFromTheText)
+{
+    const TaskFlow &home = addFlow("Home");
+    const TaskFlow &work = addFlow("Work");
+    openPanel();
+    auto *save = panel->findChild<QPushButton *>("quickCapture.saveButton");
+    ASSERT_NE(save, nullptr);
+    EXPECT_FALSE(save->isEnabled()) << "nothing to save yet";
+    QTest::keyClick(&field(), Qt::Key_Return);
+    EXPECT_TRUE(panel->isVisible()) << "a blank line keeps the panel open";
+
+    // Another flow from the picker's menu.
+    auto *picker = panel->findChild<QToolButton *>("quickCapture.flowPicker");
+    QMenu *menu = picker->menu();
+    emit menu->aboutToShow();
+    QAction *workEntry = nullptr;
+    for (QAction *entry : menu->actions())
+        if (entry->text() == "Work")
+            workEntry = entry;
+    ASSERT_NE(workEntry, nullptr);
+    workEntry->trigger();
+    EXPECT_EQ(pickerText().section("  ", 0, 0), "Work");
+
+    type("Send the invoice tomorrow");
+    EXPECT_TRUE(save->isEnabled());
+    ASSERT_TRUE(chip()->isVisible());
+    EXPECT_EQ(chipText(), "Due Thu, Jun 11");
+    QTest::keyClick(&field(), Qt::Key_Return);
+
+    EXPECT_FALSE(panel->isVisible());
+    EXPECT_TRUE(home.orderedItems().isEmpty());
+    const FlowNode *task = newestIn(work);
+    ASSERT_NE(task, nullptr);
+    EXPECT_EQ(task->title, "Send the invoice");
+    ASSERT_TRUE(task->dueDate.has_value());
+    EXPECT_EQ(store->calendar().dayOf(*task->dueDate), QDate(2026, 6, 11));
+    ASSERT_FALSE(history->undoStack(work.id).isEmpty());
+    EXPECT_EQ(history->undoStack(work.id).last().name, "Capture task");
+    EXPECT_EQ(preferences->lastCaptureFlowID(), work.id) << "the next capture starts there";
+}
+
+TEST_F(QuickCapturePanelTest, ARefusedDateStaysInTheTitleAndTheButtonSaves)
+{
+    const TaskFlow &home = addFlow("Home");
+    openPanel();
+    type("Plan the trip next monday");
+    ASSERT_TRUE(chip()->isVisible());
+    QTest::mouseClick(panel->findChild<QToolButton *>("quickCapture.date.dismiss"), Qt::LeftButton);
+    EXPECT_FALSE(chip()->isVisible());
+    EXPECT_TRUE(field().hasFocus()) << "typing goes on where it was";
+
+    QTest::mouseClick(panel->findChild<QPushButton *>("quickCapture.saveButton"), Qt::LeftButton);
+    const FlowNode *task = newestIn(home);
+    ASSERT_NE(task, nullptr);
+    EXPECT_EQ(task->title, "Plan the trip next monday");
+    EXPECT_FALSE(task->dueDate.has_value());
+}
+
+TEST_F(QuickCapturePanelTest, AClickElsewhereClosesThePanel)
+{
+    show();
+    addFlow("Home");
+    openPanel();
+    type("Something half typed");
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !panel->isVisible(); }));
+    EXPECT_EQ(panel->content(), nullptr);
+    EXPECT_TRUE(store->flows().first()->orderedItems().isEmpty());
+}
+
+// Not a check: pictures of the panel for a reviewer, light and dark.
+TEST_F(QuickCapturePanelTest, Screenshots)
+{
+    const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
+    ASSERT_TRUE(folder.mkpath("."));
+    addFlow("Move to Leipzig");
+    for (const char *theme : {"light", "dark"}) {
+        preferences->setThemeRaw(theme);
+        openPanel();
+        type("Book the movers next friday");
+        QApplication::processEvents();
+        EXPECT_TRUE(panel->grab().save(folder.filePath(QStringLiteral("quick-capture-%1.png").arg(theme))));
+        panel->dismiss();
+    }
+    openPanel();
+    QApplication::processEvents();
+    EXPECT_TRUE(panel->grab().save(folder.filePath("quick-capture-empty.png")));
+}
+
+} // namespace
+} // namespace fenrow::testing
