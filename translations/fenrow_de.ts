@@ -1119,5 +1119,373 @@
         <source>ddd, MMM d</source>
         <translation>ddd, d. MMM</translation>
     </message>
+    <message id="sidebar.action.settings">
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message id="menu.settings">
+        <source>Settings…</source>
+        <translation>Einstellungen…</translation>
+    </message>
+    <message id="settings.title">
+        <source>Fenrow Settings</source>
+        <translation>Fenrow-Einstellungen</translation>
+    </message>
+    <message id="settings.page.general">
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message id="settings.page.shortcuts">
+        <source>Shortcuts</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message id="settings.page.appearance">
+        <source>Appearance</source>
+        <translation>Darstellung</translation>
+    </message>
+    <message id="settings.page.language">
+        <source>Language</source>
+        <translation>Sprache</translation>
+    </message>
+    <message id="settings.page.data">
+        <source>Data</source>
+        <translation>Daten</translation>
+    </message>
+    <message id="settings.page.about">
+        <source>About</source>
+        <translation>Über Fenrow</translation>
+    </message>
+    <message id="settings.general.startup.title">
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message id="settings.general.launchAtLogin">
+        <source>Open Fenrow when I log in</source>
+        <translation>Fenrow beim Anmelden öffnen</translation>
+    </message>
+    <message id="settings.general.reminders.title">
+        <source>Reminders</source>
+        <translation>Erinnerungen</translation>
+    </message>
+    <message id="settings.general.dueReminders">
+        <source>Remind me of tasks on their due day</source>
+        <translation>An Aufgaben am Fälligkeitstag erinnern</translation>
+    </message>
+    <message id="settings.general.dueReminderHour">
+        <source>Time of the reminder</source>
+        <translation>Uhrzeit der Erinnerung</translation>
+    </message>
+    <message id="settings.general.morningDigest">
+        <source>Send a morning summary of the day's tasks</source>
+        <translation>Morgens eine Übersicht der Aufgaben des Tages senden</translation>
+    </message>
+    <message id="settings.general.planDay.title">
+        <source>Plan Day</source>
+        <translation>Tag planen</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget">
+        <source>Time available per day</source>
+        <translation>Verfügbare Zeit pro Tag</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget.minutes">
+        <source>minutes</source>
+        <translation>Minuten</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget.hours">
+        <source>hours</source>
+        <translation>Stunden</translation>
+    </message>
+    <message id="settings.general.filter.title">
+        <source>Filters</source>
+        <translation>Filter</translation>
+    </message>
+    <message id="settings.general.filterMode">
+        <source>Tasks a filter leaves out</source>
+        <translation>Vom Filter ausgeschlossene Aufgaben</translation>
+    </message>
+    <message id="settings.general.filterMode.dim">
+        <source>Dim them</source>
+        <translation>Abblenden</translation>
+    </message>
+    <message id="settings.general.filterMode.hide">
+        <source>Hide them</source>
+        <translation>Ausblenden</translation>
+    </message>
+    <message id="settings.general.quickCapture.title">
+        <source>Quick capture</source>
+        <translation>Schnellerfassung</translation>
+    </message>
+    <message id="settings.general.quickCapture.subtitle">
+        <source>Opens the capture panel from any application.</source>
+        <translation>Öffnet das Erfassungsfeld aus jeder Anwendung.</translation>
+    </message>
+    <message id="shortcut.recorder.recording">
+        <source>Press keys…</source>
+        <translation>Tasten drücken…</translation>
+    </message>
+    <message id="settings.shortcuts.needsModifier">
+        <source>A shortcut needs Ctrl, Alt, Shift or Meta. Try again, or press Esc to keep the old one.</source>
+        <translation>Ein Tastenkürzel braucht Strg, Alt, Umschalt oder Meta. Erneut versuchen oder mit Esc das alte behalten.</translation>
+    </message>
+    <message id="settings.shortcuts.unsupportedKey">
+        <source>This key can't be part of a shortcut. Try a letter, a digit or a punctuation key, or press Esc.</source>
+        <translation>Diese Taste kann nicht Teil eines Kürzels sein. Einen Buchstaben, eine Ziffer oder ein Satzzeichen versuchen oder Esc drücken.</translation>
+    </message>
+    <message id="settings.shortcuts.conflict">
+        <source>Also used by: %1</source>
+        <translation>Auch belegt durch: %1</translation>
+    </message>
+    <message id="settings.shortcuts.action.undo">
+        <source>Undo</source>
+        <translation>Widerrufen</translation>
+    </message>
+    <message id="settings.shortcuts.action.redo">
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message id="settings.shortcuts.action.newFlowFromText">
+        <source>New flow from text</source>
+        <translation>Neuer Flow aus Text</translation>
+    </message>
+    <message id="settings.shortcuts.action.findInFlow">
+        <source>Find in flow</source>
+        <translation>Im Flow suchen</translation>
+    </message>
+    <message id="settings.shortcuts.action.exportMarkdown">
+        <source>Export as Markdown</source>
+        <translation>Als Markdown exportieren</translation>
+    </message>
+    <message id="settings.shortcuts.action.copyMarkdown">
+        <source>Copy as Markdown</source>
+        <translation>Als Markdown kopieren</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomIn">
+        <source>Zoom in</source>
+        <translation>Vergrößern</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomOut">
+        <source>Zoom out</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomToFit">
+        <source>Zoom to fit</source>
+        <translation>An Fenster anpassen</translation>
+    </message>
+    <message id="settings.shortcuts.reset">
+        <source>Restore default shortcuts</source>
+        <translation>Standardkürzel wiederherstellen</translation>
+    </message>
+    <message id="settings.shortcuts.reference.title">
+        <source>On the canvas</source>
+        <translation>Auf der Arbeitsfläche</translation>
+    </message>
+    <message id="settings.shortcuts.reference.rename">
+        <source>Rename the selected task</source>
+        <translation>Ausgewählte Aufgabe umbenennen</translation>
+    </message>
+    <message id="settings.shortcuts.reference.toggleDone">
+        <source>Mark done or not done</source>
+        <translation>Als erledigt markieren oder zurücksetzen</translation>
+    </message>
+    <message id="settings.shortcuts.reference.addAfter">
+        <source>Add the next task</source>
+        <translation>Nächste Aufgabe hinzufügen</translation>
+    </message>
+    <message id="settings.shortcuts.reference.addBefore">
+        <source>Add a task before</source>
+        <translation>Aufgabe davor hinzufügen</translation>
+    </message>
+    <message id="settings.shortcuts.reference.delete">
+        <source>Delete the selection</source>
+        <translation>Auswahl löschen</translation>
+    </message>
+    <message id="settings.shortcuts.reference.delete.keys">
+        <source>Delete or Backspace</source>
+        <translation>Entf oder Rücktaste</translation>
+    </message>
+    <message id="settings.shortcuts.reference.deselect">
+        <source>Clear the selection</source>
+        <translation>Auswahl aufheben</translation>
+    </message>
+    <message id="settings.shortcuts.reference.move">
+        <source>Select the nearest task in that direction</source>
+        <translation>Nächste Aufgabe in dieser Richtung auswählen</translation>
+    </message>
+    <message id="settings.shortcuts.reference.follow">
+        <source>Follow a connection</source>
+        <translation>Einer Verbindung folgen</translation>
+    </message>
+    <message id="settings.shortcuts.reference.multiSelect">
+        <source>Add to the selection</source>
+        <translation>Zur Auswahl hinzufügen</translation>
+    </message>
+    <message id="settings.shortcuts.reference.multiSelect.keys">
+        <source>Shift+click</source>
+        <translation>Umschalt+Klick</translation>
+    </message>
+    <message id="settings.shortcuts.reference.pan">
+        <source>Move the canvas</source>
+        <translation>Arbeitsfläche verschieben</translation>
+    </message>
+    <message id="settings.shortcuts.reference.pan.keys">
+        <source>Space+drag</source>
+        <translation>Leertaste+Ziehen</translation>
+    </message>
+    <message id="settings.shortcuts.reference.caption">
+        <source>These keys work while the canvas has the focus and can't be changed.</source>
+        <translation>Diese Tasten wirken, solange die Arbeitsfläche den Fokus hat, und lassen sich nicht ändern.</translation>
+    </message>
+    <message id="settings.appearance.theme.title">
+        <source>Theme</source>
+        <translation>Erscheinungsbild</translation>
+    </message>
+    <message id="settings.appearance.theme.auto">
+        <source>Same as the system</source>
+        <translation>Wie das System</translation>
+    </message>
+    <message id="settings.appearance.theme.light">
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message id="settings.appearance.theme.dark">
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message id="settings.appearance.theme.caption">
+        <source>“Same as the system” follows the dark or light choice of your desktop.</source>
+        <translation>„Wie das System“ folgt der hellen oder dunklen Einstellung Ihres Desktops.</translation>
+    </message>
+    <message id="settings.appearance.palette.title">
+        <source>Accent colour</source>
+        <translation>Akzentfarbe</translation>
+    </message>
+    <message id="settings.appearance.palette.violet">
+        <source>Violet</source>
+        <translation>Violett</translation>
+    </message>
+    <message id="settings.appearance.palette.blue">
+        <source>Blue</source>
+        <translation>Blau</translation>
+    </message>
+    <message id="settings.appearance.palette.green">
+        <source>Green</source>
+        <translation>Grün</translation>
+    </message>
+    <message id="settings.appearance.palette.orange">
+        <source>Orange</source>
+        <translation>Orange</translation>
+    </message>
+    <message id="settings.appearance.palette.pink">
+        <source>Pink</source>
+        <translation>Rosa</translation>
+    </message>
+    <message id="settings.appearance.palette.graphite">
+        <source>Graphite</source>
+        <translation>Graphit</translation>
+    </message>
+    <message id="settings.appearance.canvas.title">
+        <source>Canvas</source>
+        <translation>Arbeitsfläche</translation>
+    </message>
+    <message id="settings.appearance.grid">
+        <source>Show the dot grid</source>
+        <translation>Punktraster anzeigen</translation>
+    </message>
+    <message id="settings.appearance.sizeByEstimate">
+        <source>Size cards by their estimate</source>
+        <translation>Kartengröße nach Schätzung</translation>
+    </message>
+    <message id="settings.language.caption">
+        <source>Fenrow switches language at once, without a restart.</source>
+        <translation>Fenrow wechselt die Sprache sofort, ohne Neustart.</translation>
+    </message>
+    <message id="settings.language.system">
+        <source>Same as the system</source>
+        <translation>Wie das System</translation>
+    </message>
+    <message id="settings.about.version">
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message id="settings.about.tagline">
+        <source>Plan projects as flows of tasks and work from what is ready.</source>
+        <translation>Projekte als Flows von Aufgaben planen und mit dem arbeiten, was bereit ist.</translation>
+    </message>
+    <message id="settings.about.files.title">
+        <source>Your files</source>
+        <translation>Ihre Dateien</translation>
+    </message>
+    <message id="settings.about.dataFolder">
+        <source>Open the data folder</source>
+        <translation>Datenordner öffnen</translation>
+    </message>
+    <message id="settings.about.settingsFile">
+        <source>Open the settings file</source>
+        <translation>Einstellungsdatei öffnen</translation>
+    </message>
+    <message id="settings.data.autoArchive.title">
+        <source>Archive</source>
+        <translation>Archiv</translation>
+    </message>
+    <message id="settings.data.autoArchive.label">
+        <source>Move done tasks to the archive</source>
+        <translation>Erledigte Aufgaben ins Archiv verschieben</translation>
+    </message>
+    <message id="settings.data.autoArchive.caption">
+        <source>Tasks done longer ago than this leave their flow and wait in the archive.</source>
+        <translation>Aufgaben, die länger als das erledigt sind, verlassen ihren Flow und liegen im Archiv.</translation>
+    </message>
+    <message id="settings.data.autoArchive.off">
+        <source>Never</source>
+        <translation>Nie</translation>
+    </message>
+    <message id="settings.data.autoArchive.oneDay">
+        <source>After 1 day</source>
+        <translation>Nach 1 Tag</translation>
+    </message>
+    <message id="settings.data.autoArchive.days">
+        <source>After %1 days</source>
+        <translation>Nach %1 Tagen</translation>
+    </message>
+    <message id="settings.data.autoBackup.title">
+        <source>Automatic backup</source>
+        <translation>Automatische Sicherung</translation>
+    </message>
+    <message id="settings.data.autoBackup.choose">
+        <source>Choose Folder…</source>
+        <translation>Ordner wählen…</translation>
+    </message>
+    <message id="settings.data.autoBackup.off">
+        <source>Turn Off</source>
+        <translation>Ausschalten</translation>
+    </message>
+    <message id="settings.data.autoBackup.caption">
+        <source>Once a week Fenrow writes a backup into this folder and keeps the five newest.</source>
+        <translation>Einmal pro Woche schreibt Fenrow eine Sicherung in diesen Ordner und behält die fünf neuesten.</translation>
+    </message>
+    <message id="settings.data.autoBackup.none">
+        <source>No folder chosen: automatic backups are off.</source>
+        <translation>Kein Ordner gewählt: automatische Sicherungen sind aus.</translation>
+    </message>
+    <message id="settings.data.autoBackup.last">
+        <source>Last backup: %1</source>
+        <translation>Letzte Sicherung: %1</translation>
+    </message>
+    <message id="settings.data.autoBackup.never">
+        <source>No backup written yet.</source>
+        <translation>Noch keine Sicherung geschrieben.</translation>
+    </message>
+    <message id="settings.data.templates.title">
+        <source>Templates</source>
+        <translation>Vorlagen</translation>
+    </message>
+    <message id="settings.data.templates.empty">
+        <source>No templates yet. Save a flow as a template from its menu in the sidebar.</source>
+        <translation>Noch keine Vorlagen. Einen Flow über sein Menü in der Seitenleiste als Vorlage sichern.</translation>
+    </message>
+    <message id="settings.data.templates.delete">
+        <source>Delete template</source>
+        <translation>Vorlage löschen</translation>
+    </message>
 </context>
 </TS>

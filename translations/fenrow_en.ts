@@ -1119,5 +1119,373 @@
         <source>ddd, MMM d</source>
         <translation>ddd, MMM d</translation>
     </message>
+    <message id="sidebar.action.settings">
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message id="menu.settings">
+        <source>Settings…</source>
+        <translation>Settings…</translation>
+    </message>
+    <message id="settings.title">
+        <source>Fenrow Settings</source>
+        <translation>Fenrow Settings</translation>
+    </message>
+    <message id="settings.page.general">
+        <source>General</source>
+        <translation>General</translation>
+    </message>
+    <message id="settings.page.shortcuts">
+        <source>Shortcuts</source>
+        <translation>Shortcuts</translation>
+    </message>
+    <message id="settings.page.appearance">
+        <source>Appearance</source>
+        <translation>Appearance</translation>
+    </message>
+    <message id="settings.page.language">
+        <source>Language</source>
+        <translation>Language</translation>
+    </message>
+    <message id="settings.page.data">
+        <source>Data</source>
+        <translation>Data</translation>
+    </message>
+    <message id="settings.page.about">
+        <source>About</source>
+        <translation>About</translation>
+    </message>
+    <message id="settings.general.startup.title">
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message id="settings.general.launchAtLogin">
+        <source>Open Fenrow when I log in</source>
+        <translation>Open Fenrow when I log in</translation>
+    </message>
+    <message id="settings.general.reminders.title">
+        <source>Reminders</source>
+        <translation>Reminders</translation>
+    </message>
+    <message id="settings.general.dueReminders">
+        <source>Remind me of tasks on their due day</source>
+        <translation>Remind me of tasks on their due day</translation>
+    </message>
+    <message id="settings.general.dueReminderHour">
+        <source>Time of the reminder</source>
+        <translation>Time of the reminder</translation>
+    </message>
+    <message id="settings.general.morningDigest">
+        <source>Send a morning summary of the day's tasks</source>
+        <translation>Send a morning summary of the day's tasks</translation>
+    </message>
+    <message id="settings.general.planDay.title">
+        <source>Plan Day</source>
+        <translation>Plan Day</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget">
+        <source>Time available per day</source>
+        <translation>Time available per day</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget.minutes">
+        <source>minutes</source>
+        <translation>minutes</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget.hours">
+        <source>hours</source>
+        <translation>hours</translation>
+    </message>
+    <message id="settings.general.filter.title">
+        <source>Filters</source>
+        <translation>Filters</translation>
+    </message>
+    <message id="settings.general.filterMode">
+        <source>Tasks a filter leaves out</source>
+        <translation>Tasks a filter leaves out</translation>
+    </message>
+    <message id="settings.general.filterMode.dim">
+        <source>Dim them</source>
+        <translation>Dim them</translation>
+    </message>
+    <message id="settings.general.filterMode.hide">
+        <source>Hide them</source>
+        <translation>Hide them</translation>
+    </message>
+    <message id="settings.general.quickCapture.title">
+        <source>Quick capture</source>
+        <translation>Quick capture</translation>
+    </message>
+    <message id="settings.general.quickCapture.subtitle">
+        <source>Opens the capture panel from any application.</source>
+        <translation>Opens the capture panel from any application.</translation>
+    </message>
+    <message id="shortcut.recorder.recording">
+        <source>Press keys…</source>
+        <translation>Press keys…</translation>
+    </message>
+    <message id="settings.shortcuts.needsModifier">
+        <source>A shortcut needs Ctrl, Alt, Shift or Meta. Try again, or press Esc to keep the old one.</source>
+        <translation>A shortcut needs Ctrl, Alt, Shift or Meta. Try again, or press Esc to keep the old one.</translation>
+    </message>
+    <message id="settings.shortcuts.unsupportedKey">
+        <source>This key can't be part of a shortcut. Try a letter, a digit or a punctuation key, or press Esc.</source>
+        <translation>This key can't be part of a shortcut. Try a letter, a digit or a punctuation key, or press Esc.</translation>
+    </message>
+    <message id="settings.shortcuts.conflict">
+        <source>Also used by: %1</source>
+        <translation>Also used by: %1</translation>
+    </message>
+    <message id="settings.shortcuts.action.undo">
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message id="settings.shortcuts.action.redo">
+        <source>Redo</source>
+        <translation>Redo</translation>
+    </message>
+    <message id="settings.shortcuts.action.newFlowFromText">
+        <source>New flow from text</source>
+        <translation>New flow from text</translation>
+    </message>
+    <message id="settings.shortcuts.action.findInFlow">
+        <source>Find in flow</source>
+        <translation>Find in flow</translation>
+    </message>
+    <message id="settings.shortcuts.action.exportMarkdown">
+        <source>Export as Markdown</source>
+        <translation>Export as Markdown</translation>
+    </message>
+    <message id="settings.shortcuts.action.copyMarkdown">
+        <source>Copy as Markdown</source>
+        <translation>Copy as Markdown</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomIn">
+        <source>Zoom in</source>
+        <translation>Zoom in</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomOut">
+        <source>Zoom out</source>
+        <translation>Zoom out</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomToFit">
+        <source>Zoom to fit</source>
+        <translation>Zoom to fit</translation>
+    </message>
+    <message id="settings.shortcuts.reset">
+        <source>Restore default shortcuts</source>
+        <translation>Restore default shortcuts</translation>
+    </message>
+    <message id="settings.shortcuts.reference.title">
+        <source>On the canvas</source>
+        <translation>On the canvas</translation>
+    </message>
+    <message id="settings.shortcuts.reference.rename">
+        <source>Rename the selected task</source>
+        <translation>Rename the selected task</translation>
+    </message>
+    <message id="settings.shortcuts.reference.toggleDone">
+        <source>Mark done or not done</source>
+        <translation>Mark done or not done</translation>
+    </message>
+    <message id="settings.shortcuts.reference.addAfter">
+        <source>Add the next task</source>
+        <translation>Add the next task</translation>
+    </message>
+    <message id="settings.shortcuts.reference.addBefore">
+        <source>Add a task before</source>
+        <translation>Add a task before</translation>
+    </message>
+    <message id="settings.shortcuts.reference.delete">
+        <source>Delete the selection</source>
+        <translation>Delete the selection</translation>
+    </message>
+    <message id="settings.shortcuts.reference.delete.keys">
+        <source>Delete or Backspace</source>
+        <translation>Delete or Backspace</translation>
+    </message>
+    <message id="settings.shortcuts.reference.deselect">
+        <source>Clear the selection</source>
+        <translation>Clear the selection</translation>
+    </message>
+    <message id="settings.shortcuts.reference.move">
+        <source>Select the nearest task in that direction</source>
+        <translation>Select the nearest task in that direction</translation>
+    </message>
+    <message id="settings.shortcuts.reference.follow">
+        <source>Follow a connection</source>
+        <translation>Follow a connection</translation>
+    </message>
+    <message id="settings.shortcuts.reference.multiSelect">
+        <source>Add to the selection</source>
+        <translation>Add to the selection</translation>
+    </message>
+    <message id="settings.shortcuts.reference.multiSelect.keys">
+        <source>Shift+click</source>
+        <translation>Shift+click</translation>
+    </message>
+    <message id="settings.shortcuts.reference.pan">
+        <source>Move the canvas</source>
+        <translation>Move the canvas</translation>
+    </message>
+    <message id="settings.shortcuts.reference.pan.keys">
+        <source>Space+drag</source>
+        <translation>Space+drag</translation>
+    </message>
+    <message id="settings.shortcuts.reference.caption">
+        <source>These keys work while the canvas has the focus and can't be changed.</source>
+        <translation>These keys work while the canvas has the focus and can't be changed.</translation>
+    </message>
+    <message id="settings.appearance.theme.title">
+        <source>Theme</source>
+        <translation>Theme</translation>
+    </message>
+    <message id="settings.appearance.theme.auto">
+        <source>Same as the system</source>
+        <translation>Same as the system</translation>
+    </message>
+    <message id="settings.appearance.theme.light">
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
+    <message id="settings.appearance.theme.dark">
+        <source>Dark</source>
+        <translation>Dark</translation>
+    </message>
+    <message id="settings.appearance.theme.caption">
+        <source>“Same as the system” follows the dark or light choice of your desktop.</source>
+        <translation>“Same as the system” follows the dark or light choice of your desktop.</translation>
+    </message>
+    <message id="settings.appearance.palette.title">
+        <source>Accent colour</source>
+        <translation>Accent colour</translation>
+    </message>
+    <message id="settings.appearance.palette.violet">
+        <source>Violet</source>
+        <translation>Violet</translation>
+    </message>
+    <message id="settings.appearance.palette.blue">
+        <source>Blue</source>
+        <translation>Blue</translation>
+    </message>
+    <message id="settings.appearance.palette.green">
+        <source>Green</source>
+        <translation>Green</translation>
+    </message>
+    <message id="settings.appearance.palette.orange">
+        <source>Orange</source>
+        <translation>Orange</translation>
+    </message>
+    <message id="settings.appearance.palette.pink">
+        <source>Pink</source>
+        <translation>Pink</translation>
+    </message>
+    <message id="settings.appearance.palette.graphite">
+        <source>Graphite</source>
+        <translation>Graphite</translation>
+    </message>
+    <message id="settings.appearance.canvas.title">
+        <source>Canvas</source>
+        <translation>Canvas</translation>
+    </message>
+    <message id="settings.appearance.grid">
+        <source>Show the dot grid</source>
+        <translation>Show the dot grid</translation>
+    </message>
+    <message id="settings.appearance.sizeByEstimate">
+        <source>Size cards by their estimate</source>
+        <translation>Size cards by their estimate</translation>
+    </message>
+    <message id="settings.language.caption">
+        <source>Fenrow switches language at once, without a restart.</source>
+        <translation>Fenrow switches language at once, without a restart.</translation>
+    </message>
+    <message id="settings.language.system">
+        <source>Same as the system</source>
+        <translation>Same as the system</translation>
+    </message>
+    <message id="settings.about.version">
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message id="settings.about.tagline">
+        <source>Plan projects as flows of tasks and work from what is ready.</source>
+        <translation>Plan projects as flows of tasks and work from what is ready.</translation>
+    </message>
+    <message id="settings.about.files.title">
+        <source>Your files</source>
+        <translation>Your files</translation>
+    </message>
+    <message id="settings.about.dataFolder">
+        <source>Open the data folder</source>
+        <translation>Open the data folder</translation>
+    </message>
+    <message id="settings.about.settingsFile">
+        <source>Open the settings file</source>
+        <translation>Open the settings file</translation>
+    </message>
+    <message id="settings.data.autoArchive.title">
+        <source>Archive</source>
+        <translation>Archive</translation>
+    </message>
+    <message id="settings.data.autoArchive.label">
+        <source>Move done tasks to the archive</source>
+        <translation>Move done tasks to the archive</translation>
+    </message>
+    <message id="settings.data.autoArchive.caption">
+        <source>Tasks done longer ago than this leave their flow and wait in the archive.</source>
+        <translation>Tasks done longer ago than this leave their flow and wait in the archive.</translation>
+    </message>
+    <message id="settings.data.autoArchive.off">
+        <source>Never</source>
+        <translation>Never</translation>
+    </message>
+    <message id="settings.data.autoArchive.oneDay">
+        <source>After 1 day</source>
+        <translation>After 1 day</translation>
+    </message>
+    <message id="settings.data.autoArchive.days">
+        <source>After %1 days</source>
+        <translation>After %1 days</translation>
+    </message>
+    <message id="settings.data.autoBackup.title">
+        <source>Automatic backup</source>
+        <translation>Automatic backup</translation>
+    </message>
+    <message id="settings.data.autoBackup.choose">
+        <source>Choose Folder…</source>
+        <translation>Choose Folder…</translation>
+    </message>
+    <message id="settings.data.autoBackup.off">
+        <source>Turn Off</source>
+        <translation>Turn Off</translation>
+    </message>
+    <message id="settings.data.autoBackup.caption">
+        <source>Once a week Fenrow writes a backup into this folder and keeps the five newest.</source>
+        <translation>Once a week Fenrow writes a backup into this folder and keeps the five newest.</translation>
+    </message>
+    <message id="settings.data.autoBackup.none">
+        <source>No folder chosen: automatic backups are off.</source>
+        <translation>No folder chosen: automatic backups are off.</translation>
+    </message>
+    <message id="settings.data.autoBackup.last">
+        <source>Last backup: %1</source>
+        <translation>Last backup: %1</translation>
+    </message>
+    <message id="settings.data.autoBackup.never">
+        <source>No backup written yet.</source>
+        <translation>No backup written yet.</translation>
+    </message>
+    <message id="settings.data.templates.title">
+        <source>Templates</source>
+        <translation>Templates</translation>
+    </message>
+    <message id="settings.data.templates.empty">
+        <source>No templates yet. Save a flow as a template from its menu in the sidebar.</source>
+        <translation>No templates yet. Save a flow as a template from its menu in the sidebar.</translation>
+    </message>
+    <message id="settings.data.templates.delete">
+        <source>Delete template</source>
+        <translation>Delete template</translation>
+    </message>
 </context>
 </TS>

@@ -1119,5 +1119,373 @@
         <source>ddd, MMM d</source>
         <translation>ddd d MMM</translation>
     </message>
+    <message id="sidebar.action.settings">
+        <source>Settings</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message id="menu.settings">
+        <source>Settings…</source>
+        <translation>Ajustes…</translation>
+    </message>
+    <message id="settings.title">
+        <source>Fenrow Settings</source>
+        <translation>Ajustes de Fenrow</translation>
+    </message>
+    <message id="settings.page.general">
+        <source>General</source>
+        <translation>General</translation>
+    </message>
+    <message id="settings.page.shortcuts">
+        <source>Shortcuts</source>
+        <translation>Atajos</translation>
+    </message>
+    <message id="settings.page.appearance">
+        <source>Appearance</source>
+        <translation>Apariencia</translation>
+    </message>
+    <message id="settings.page.language">
+        <source>Language</source>
+        <translation>Idioma</translation>
+    </message>
+    <message id="settings.page.data">
+        <source>Data</source>
+        <translation>Datos</translation>
+    </message>
+    <message id="settings.page.about">
+        <source>About</source>
+        <translation>Acerca de</translation>
+    </message>
+    <message id="settings.general.startup.title">
+        <source>Start</source>
+        <translation>Inicio</translation>
+    </message>
+    <message id="settings.general.launchAtLogin">
+        <source>Open Fenrow when I log in</source>
+        <translation>Abrir Fenrow al iniciar sesión</translation>
+    </message>
+    <message id="settings.general.reminders.title">
+        <source>Reminders</source>
+        <translation>Recordatorios</translation>
+    </message>
+    <message id="settings.general.dueReminders">
+        <source>Remind me of tasks on their due day</source>
+        <translation>Recordarme las tareas el día de su vencimiento</translation>
+    </message>
+    <message id="settings.general.dueReminderHour">
+        <source>Time of the reminder</source>
+        <translation>Hora del recordatorio</translation>
+    </message>
+    <message id="settings.general.morningDigest">
+        <source>Send a morning summary of the day's tasks</source>
+        <translation>Enviar por la mañana un resumen de las tareas del día</translation>
+    </message>
+    <message id="settings.general.planDay.title">
+        <source>Plan Day</source>
+        <translation>Planificar el día</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget">
+        <source>Time available per day</source>
+        <translation>Tiempo disponible al día</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget.minutes">
+        <source>minutes</source>
+        <translation>minutos</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget.hours">
+        <source>hours</source>
+        <translation>horas</translation>
+    </message>
+    <message id="settings.general.filter.title">
+        <source>Filters</source>
+        <translation>Filtros</translation>
+    </message>
+    <message id="settings.general.filterMode">
+        <source>Tasks a filter leaves out</source>
+        <translation>Tareas que el filtro deja fuera</translation>
+    </message>
+    <message id="settings.general.filterMode.dim">
+        <source>Dim them</source>
+        <translation>Atenuarlas</translation>
+    </message>
+    <message id="settings.general.filterMode.hide">
+        <source>Hide them</source>
+        <translation>Ocultarlas</translation>
+    </message>
+    <message id="settings.general.quickCapture.title">
+        <source>Quick capture</source>
+        <translation>Captura rápida</translation>
+    </message>
+    <message id="settings.general.quickCapture.subtitle">
+        <source>Opens the capture panel from any application.</source>
+        <translation>Abre el panel de captura desde cualquier aplicación.</translation>
+    </message>
+    <message id="shortcut.recorder.recording">
+        <source>Press keys…</source>
+        <translation>Pulsa las teclas…</translation>
+    </message>
+    <message id="settings.shortcuts.needsModifier">
+        <source>A shortcut needs Ctrl, Alt, Shift or Meta. Try again, or press Esc to keep the old one.</source>
+        <translation>Un atajo necesita Ctrl, Alt, Mayús o Meta. Inténtalo de nuevo o pulsa Esc para conservar el anterior.</translation>
+    </message>
+    <message id="settings.shortcuts.unsupportedKey">
+        <source>This key can't be part of a shortcut. Try a letter, a digit or a punctuation key, or press Esc.</source>
+        <translation>Esta tecla no puede formar parte de un atajo. Prueba una letra, un dígito o un signo de puntuación, o pulsa Esc.</translation>
+    </message>
+    <message id="settings.shortcuts.conflict">
+        <source>Also used by: %1</source>
+        <translation>También lo usa: %1</translation>
+    </message>
+    <message id="settings.shortcuts.action.undo">
+        <source>Undo</source>
+        <translation>Deshacer</translation>
+    </message>
+    <message id="settings.shortcuts.action.redo">
+        <source>Redo</source>
+        <translation>Rehacer</translation>
+    </message>
+    <message id="settings.shortcuts.action.newFlowFromText">
+        <source>New flow from text</source>
+        <translation>Nuevo flujo desde texto</translation>
+    </message>
+    <message id="settings.shortcuts.action.findInFlow">
+        <source>Find in flow</source>
+        <translation>Buscar en el flujo</translation>
+    </message>
+    <message id="settings.shortcuts.action.exportMarkdown">
+        <source>Export as Markdown</source>
+        <translation>Exportar como Markdown</translation>
+    </message>
+    <message id="settings.shortcuts.action.copyMarkdown">
+        <source>Copy as Markdown</source>
+        <translation>Copiar como Markdown</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomIn">
+        <source>Zoom in</source>
+        <translation>Acercar</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomOut">
+        <source>Zoom out</source>
+        <translation>Alejar</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomToFit">
+        <source>Zoom to fit</source>
+        <translation>Ajustar a la ventana</translation>
+    </message>
+    <message id="settings.shortcuts.reset">
+        <source>Restore default shortcuts</source>
+        <translation>Restaurar los atajos predeterminados</translation>
+    </message>
+    <message id="settings.shortcuts.reference.title">
+        <source>On the canvas</source>
+        <translation>En el lienzo</translation>
+    </message>
+    <message id="settings.shortcuts.reference.rename">
+        <source>Rename the selected task</source>
+        <translation>Renombrar la tarea seleccionada</translation>
+    </message>
+    <message id="settings.shortcuts.reference.toggleDone">
+        <source>Mark done or not done</source>
+        <translation>Marcar como hecha o no hecha</translation>
+    </message>
+    <message id="settings.shortcuts.reference.addAfter">
+        <source>Add the next task</source>
+        <translation>Añadir la tarea siguiente</translation>
+    </message>
+    <message id="settings.shortcuts.reference.addBefore">
+        <source>Add a task before</source>
+        <translation>Añadir una tarea antes</translation>
+    </message>
+    <message id="settings.shortcuts.reference.delete">
+        <source>Delete the selection</source>
+        <translation>Eliminar la selección</translation>
+    </message>
+    <message id="settings.shortcuts.reference.delete.keys">
+        <source>Delete or Backspace</source>
+        <translation>Supr o Retroceso</translation>
+    </message>
+    <message id="settings.shortcuts.reference.deselect">
+        <source>Clear the selection</source>
+        <translation>Quitar la selección</translation>
+    </message>
+    <message id="settings.shortcuts.reference.move">
+        <source>Select the nearest task in that direction</source>
+        <translation>Seleccionar la tarea más cercana en esa dirección</translation>
+    </message>
+    <message id="settings.shortcuts.reference.follow">
+        <source>Follow a connection</source>
+        <translation>Seguir una conexión</translation>
+    </message>
+    <message id="settings.shortcuts.reference.multiSelect">
+        <source>Add to the selection</source>
+        <translation>Añadir a la selección</translation>
+    </message>
+    <message id="settings.shortcuts.reference.multiSelect.keys">
+        <source>Shift+click</source>
+        <translation>Mayús+clic</translation>
+    </message>
+    <message id="settings.shortcuts.reference.pan">
+        <source>Move the canvas</source>
+        <translation>Desplazar el lienzo</translation>
+    </message>
+    <message id="settings.shortcuts.reference.pan.keys">
+        <source>Space+drag</source>
+        <translation>Espacio+arrastrar</translation>
+    </message>
+    <message id="settings.shortcuts.reference.caption">
+        <source>These keys work while the canvas has the focus and can't be changed.</source>
+        <translation>Estas teclas funcionan cuando el lienzo tiene el foco y no se pueden cambiar.</translation>
+    </message>
+    <message id="settings.appearance.theme.title">
+        <source>Theme</source>
+        <translation>Tema</translation>
+    </message>
+    <message id="settings.appearance.theme.auto">
+        <source>Same as the system</source>
+        <translation>Igual que el sistema</translation>
+    </message>
+    <message id="settings.appearance.theme.light">
+        <source>Light</source>
+        <translation>Claro</translation>
+    </message>
+    <message id="settings.appearance.theme.dark">
+        <source>Dark</source>
+        <translation>Oscuro</translation>
+    </message>
+    <message id="settings.appearance.theme.caption">
+        <source>“Same as the system” follows the dark or light choice of your desktop.</source>
+        <translation>«Igual que el sistema» sigue la elección de claro u oscuro de tu escritorio.</translation>
+    </message>
+    <message id="settings.appearance.palette.title">
+        <source>Accent colour</source>
+        <translation>Color de acento</translation>
+    </message>
+    <message id="settings.appearance.palette.violet">
+        <source>Violet</source>
+        <translation>Violeta</translation>
+    </message>
+    <message id="settings.appearance.palette.blue">
+        <source>Blue</source>
+        <translation>Azul</translation>
+    </message>
+    <message id="settings.appearance.palette.green">
+        <source>Green</source>
+        <translation>Verde</translation>
+    </message>
+    <message id="settings.appearance.palette.orange">
+        <source>Orange</source>
+        <translation>Naranja</translation>
+    </message>
+    <message id="settings.appearance.palette.pink">
+        <source>Pink</source>
+        <translation>Rosa</translation>
+    </message>
+    <message id="settings.appearance.palette.graphite">
+        <source>Graphite</source>
+        <translation>Grafito</translation>
+    </message>
+    <message id="settings.appearance.canvas.title">
+        <source>Canvas</source>
+        <translation>Lienzo</translation>
+    </message>
+    <message id="settings.appearance.grid">
+        <source>Show the dot grid</source>
+        <translation>Mostrar la cuadrícula de puntos</translation>
+    </message>
+    <message id="settings.appearance.sizeByEstimate">
+        <source>Size cards by their estimate</source>
+        <translation>Tamaño de las tarjetas según la estimación</translation>
+    </message>
+    <message id="settings.language.caption">
+        <source>Fenrow switches language at once, without a restart.</source>
+        <translation>Fenrow cambia de idioma al momento, sin reiniciar.</translation>
+    </message>
+    <message id="settings.language.system">
+        <source>Same as the system</source>
+        <translation>Igual que el sistema</translation>
+    </message>
+    <message id="settings.about.version">
+        <source>Version %1</source>
+        <translation>Versión %1</translation>
+    </message>
+    <message id="settings.about.tagline">
+        <source>Plan projects as flows of tasks and work from what is ready.</source>
+        <translation>Planifica proyectos como flujos de tareas y trabaja con lo que está listo.</translation>
+    </message>
+    <message id="settings.about.files.title">
+        <source>Your files</source>
+        <translation>Tus archivos</translation>
+    </message>
+    <message id="settings.about.dataFolder">
+        <source>Open the data folder</source>
+        <translation>Abrir la carpeta de datos</translation>
+    </message>
+    <message id="settings.about.settingsFile">
+        <source>Open the settings file</source>
+        <translation>Abrir el archivo de ajustes</translation>
+    </message>
+    <message id="settings.data.autoArchive.title">
+        <source>Archive</source>
+        <translation>Archivo</translation>
+    </message>
+    <message id="settings.data.autoArchive.label">
+        <source>Move done tasks to the archive</source>
+        <translation>Mover las tareas hechas al archivo</translation>
+    </message>
+    <message id="settings.data.autoArchive.caption">
+        <source>Tasks done longer ago than this leave their flow and wait in the archive.</source>
+        <translation>Las tareas hechas hace más tiempo salen de su flujo y quedan en el archivo.</translation>
+    </message>
+    <message id="settings.data.autoArchive.off">
+        <source>Never</source>
+        <translation>Nunca</translation>
+    </message>
+    <message id="settings.data.autoArchive.oneDay">
+        <source>After 1 day</source>
+        <translation>Después de 1 día</translation>
+    </message>
+    <message id="settings.data.autoArchive.days">
+        <source>After %1 days</source>
+        <translation>Después de %1 días</translation>
+    </message>
+    <message id="settings.data.autoBackup.title">
+        <source>Automatic backup</source>
+        <translation>Copia de seguridad automática</translation>
+    </message>
+    <message id="settings.data.autoBackup.choose">
+        <source>Choose Folder…</source>
+        <translation>Elegir carpeta…</translation>
+    </message>
+    <message id="settings.data.autoBackup.off">
+        <source>Turn Off</source>
+        <translation>Desactivar</translation>
+    </message>
+    <message id="settings.data.autoBackup.caption">
+        <source>Once a week Fenrow writes a backup into this folder and keeps the five newest.</source>
+        <translation>Una vez por semana Fenrow guarda una copia en esta carpeta y conserva las cinco más recientes.</translation>
+    </message>
+    <message id="settings.data.autoBackup.none">
+        <source>No folder chosen: automatic backups are off.</source>
+        <translation>Ninguna carpeta elegida: las copias automáticas están desactivadas.</translation>
+    </message>
+    <message id="settings.data.autoBackup.last">
+        <source>Last backup: %1</source>
+        <translation>Última copia: %1</translation>
+    </message>
+    <message id="settings.data.autoBackup.never">
+        <source>No backup written yet.</source>
+        <translation>Todavía no hay ninguna copia.</translation>
+    </message>
+    <message id="settings.data.templates.title">
+        <source>Templates</source>
+        <translation>Plantillas</translation>
+    </message>
+    <message id="settings.data.templates.empty">
+        <source>No templates yet. Save a flow as a template from its menu in the sidebar.</source>
+        <translation>Aún no hay plantillas. Guarda un flujo como plantilla desde su menú en la barra lateral.</translation>
+    </message>
+    <message id="settings.data.templates.delete">
+        <source>Delete template</source>
+        <translation>Eliminar plantilla</translation>
+    </message>
 </context>
 </TS>

@@ -1119,5 +1119,373 @@
         <source>ddd, MMM d</source>
         <translation>ddd d MMM</translation>
     </message>
+    <message id="sidebar.action.settings">
+        <source>Settings</source>
+        <translation>Réglages</translation>
+    </message>
+    <message id="menu.settings">
+        <source>Settings…</source>
+        <translation>Réglages…</translation>
+    </message>
+    <message id="settings.title">
+        <source>Fenrow Settings</source>
+        <translation>Réglages de Fenrow</translation>
+    </message>
+    <message id="settings.page.general">
+        <source>General</source>
+        <translation>Général</translation>
+    </message>
+    <message id="settings.page.shortcuts">
+        <source>Shortcuts</source>
+        <translation>Raccourcis</translation>
+    </message>
+    <message id="settings.page.appearance">
+        <source>Appearance</source>
+        <translation>Apparence</translation>
+    </message>
+    <message id="settings.page.language">
+        <source>Language</source>
+        <translation>Langue</translation>
+    </message>
+    <message id="settings.page.data">
+        <source>Data</source>
+        <translation>Données</translation>
+    </message>
+    <message id="settings.page.about">
+        <source>About</source>
+        <translation>À propos</translation>
+    </message>
+    <message id="settings.general.startup.title">
+        <source>Start</source>
+        <translation>Démarrage</translation>
+    </message>
+    <message id="settings.general.launchAtLogin">
+        <source>Open Fenrow when I log in</source>
+        <translation>Ouvrir Fenrow à l'ouverture de session</translation>
+    </message>
+    <message id="settings.general.reminders.title">
+        <source>Reminders</source>
+        <translation>Rappels</translation>
+    </message>
+    <message id="settings.general.dueReminders">
+        <source>Remind me of tasks on their due day</source>
+        <translation>Me rappeler les tâches le jour de leur échéance</translation>
+    </message>
+    <message id="settings.general.dueReminderHour">
+        <source>Time of the reminder</source>
+        <translation>Heure du rappel</translation>
+    </message>
+    <message id="settings.general.morningDigest">
+        <source>Send a morning summary of the day's tasks</source>
+        <translation>Envoyer le matin un résumé des tâches du jour</translation>
+    </message>
+    <message id="settings.general.planDay.title">
+        <source>Plan Day</source>
+        <translation>Planifier la journée</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget">
+        <source>Time available per day</source>
+        <translation>Temps disponible par jour</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget.minutes">
+        <source>minutes</source>
+        <translation>minutes</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget.hours">
+        <source>hours</source>
+        <translation>heures</translation>
+    </message>
+    <message id="settings.general.filter.title">
+        <source>Filters</source>
+        <translation>Filtres</translation>
+    </message>
+    <message id="settings.general.filterMode">
+        <source>Tasks a filter leaves out</source>
+        <translation>Tâches exclues par le filtre</translation>
+    </message>
+    <message id="settings.general.filterMode.dim">
+        <source>Dim them</source>
+        <translation>Les estomper</translation>
+    </message>
+    <message id="settings.general.filterMode.hide">
+        <source>Hide them</source>
+        <translation>Les masquer</translation>
+    </message>
+    <message id="settings.general.quickCapture.title">
+        <source>Quick capture</source>
+        <translation>Saisie rapide</translation>
+    </message>
+    <message id="settings.general.quickCapture.subtitle">
+        <source>Opens the capture panel from any application.</source>
+        <translation>Ouvre le panneau de saisie depuis n'importe quelle application.</translation>
+    </message>
+    <message id="shortcut.recorder.recording">
+        <source>Press keys…</source>
+        <translation>Appuyez sur les touches…</translation>
+    </message>
+    <message id="settings.shortcuts.needsModifier">
+        <source>A shortcut needs Ctrl, Alt, Shift or Meta. Try again, or press Esc to keep the old one.</source>
+        <translation>Un raccourci doit comporter Ctrl, Alt, Maj ou Méta. Réessayez, ou appuyez sur Échap pour garder l'ancien.</translation>
+    </message>
+    <message id="settings.shortcuts.unsupportedKey">
+        <source>This key can't be part of a shortcut. Try a letter, a digit or a punctuation key, or press Esc.</source>
+        <translation>Cette touche ne peut pas faire partie d'un raccourci. Essayez une lettre, un chiffre ou une ponctuation, ou appuyez sur Échap.</translation>
+    </message>
+    <message id="settings.shortcuts.conflict">
+        <source>Also used by: %1</source>
+        <translation>Également utilisé par : %1</translation>
+    </message>
+    <message id="settings.shortcuts.action.undo">
+        <source>Undo</source>
+        <translation>Annuler</translation>
+    </message>
+    <message id="settings.shortcuts.action.redo">
+        <source>Redo</source>
+        <translation>Rétablir</translation>
+    </message>
+    <message id="settings.shortcuts.action.newFlowFromText">
+        <source>New flow from text</source>
+        <translation>Nouveau flux à partir d'un texte</translation>
+    </message>
+    <message id="settings.shortcuts.action.findInFlow">
+        <source>Find in flow</source>
+        <translation>Rechercher dans le flux</translation>
+    </message>
+    <message id="settings.shortcuts.action.exportMarkdown">
+        <source>Export as Markdown</source>
+        <translation>Exporter en Markdown</translation>
+    </message>
+    <message id="settings.shortcuts.action.copyMarkdown">
+        <source>Copy as Markdown</source>
+        <translation>Copier en Markdown</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomIn">
+        <source>Zoom in</source>
+        <translation>Zoom avant</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomOut">
+        <source>Zoom out</source>
+        <translation>Zoom arrière</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomToFit">
+        <source>Zoom to fit</source>
+        <translation>Ajuster à la fenêtre</translation>
+    </message>
+    <message id="settings.shortcuts.reset">
+        <source>Restore default shortcuts</source>
+        <translation>Rétablir les raccourcis par défaut</translation>
+    </message>
+    <message id="settings.shortcuts.reference.title">
+        <source>On the canvas</source>
+        <translation>Sur le canevas</translation>
+    </message>
+    <message id="settings.shortcuts.reference.rename">
+        <source>Rename the selected task</source>
+        <translation>Renommer la tâche sélectionnée</translation>
+    </message>
+    <message id="settings.shortcuts.reference.toggleDone">
+        <source>Mark done or not done</source>
+        <translation>Marquer comme faite ou non faite</translation>
+    </message>
+    <message id="settings.shortcuts.reference.addAfter">
+        <source>Add the next task</source>
+        <translation>Ajouter la tâche suivante</translation>
+    </message>
+    <message id="settings.shortcuts.reference.addBefore">
+        <source>Add a task before</source>
+        <translation>Ajouter une tâche avant</translation>
+    </message>
+    <message id="settings.shortcuts.reference.delete">
+        <source>Delete the selection</source>
+        <translation>Supprimer la sélection</translation>
+    </message>
+    <message id="settings.shortcuts.reference.delete.keys">
+        <source>Delete or Backspace</source>
+        <translation>Suppr ou Retour arrière</translation>
+    </message>
+    <message id="settings.shortcuts.reference.deselect">
+        <source>Clear the selection</source>
+        <translation>Désélectionner</translation>
+    </message>
+    <message id="settings.shortcuts.reference.move">
+        <source>Select the nearest task in that direction</source>
+        <translation>Sélectionner la tâche la plus proche dans ce sens</translation>
+    </message>
+    <message id="settings.shortcuts.reference.follow">
+        <source>Follow a connection</source>
+        <translation>Suivre une connexion</translation>
+    </message>
+    <message id="settings.shortcuts.reference.multiSelect">
+        <source>Add to the selection</source>
+        <translation>Ajouter à la sélection</translation>
+    </message>
+    <message id="settings.shortcuts.reference.multiSelect.keys">
+        <source>Shift+click</source>
+        <translation>Maj+clic</translation>
+    </message>
+    <message id="settings.shortcuts.reference.pan">
+        <source>Move the canvas</source>
+        <translation>Déplacer le canevas</translation>
+    </message>
+    <message id="settings.shortcuts.reference.pan.keys">
+        <source>Space+drag</source>
+        <translation>Espace+glisser</translation>
+    </message>
+    <message id="settings.shortcuts.reference.caption">
+        <source>These keys work while the canvas has the focus and can't be changed.</source>
+        <translation>Ces touches agissent quand le canevas a le focus et ne peuvent pas être modifiées.</translation>
+    </message>
+    <message id="settings.appearance.theme.title">
+        <source>Theme</source>
+        <translation>Thème</translation>
+    </message>
+    <message id="settings.appearance.theme.auto">
+        <source>Same as the system</source>
+        <translation>Comme le système</translation>
+    </message>
+    <message id="settings.appearance.theme.light">
+        <source>Light</source>
+        <translation>Clair</translation>
+    </message>
+    <message id="settings.appearance.theme.dark">
+        <source>Dark</source>
+        <translation>Sombre</translation>
+    </message>
+    <message id="settings.appearance.theme.caption">
+        <source>“Same as the system” follows the dark or light choice of your desktop.</source>
+        <translation>« Comme le système » suit le choix clair ou sombre de votre bureau.</translation>
+    </message>
+    <message id="settings.appearance.palette.title">
+        <source>Accent colour</source>
+        <translation>Couleur d'accent</translation>
+    </message>
+    <message id="settings.appearance.palette.violet">
+        <source>Violet</source>
+        <translation>Violet</translation>
+    </message>
+    <message id="settings.appearance.palette.blue">
+        <source>Blue</source>
+        <translation>Bleu</translation>
+    </message>
+    <message id="settings.appearance.palette.green">
+        <source>Green</source>
+        <translation>Vert</translation>
+    </message>
+    <message id="settings.appearance.palette.orange">
+        <source>Orange</source>
+        <translation>Orange</translation>
+    </message>
+    <message id="settings.appearance.palette.pink">
+        <source>Pink</source>
+        <translation>Rose</translation>
+    </message>
+    <message id="settings.appearance.palette.graphite">
+        <source>Graphite</source>
+        <translation>Graphite</translation>
+    </message>
+    <message id="settings.appearance.canvas.title">
+        <source>Canvas</source>
+        <translation>Canevas</translation>
+    </message>
+    <message id="settings.appearance.grid">
+        <source>Show the dot grid</source>
+        <translation>Afficher la grille de points</translation>
+    </message>
+    <message id="settings.appearance.sizeByEstimate">
+        <source>Size cards by their estimate</source>
+        <translation>Taille des cartes selon l'estimation</translation>
+    </message>
+    <message id="settings.language.caption">
+        <source>Fenrow switches language at once, without a restart.</source>
+        <translation>Fenrow change de langue aussitôt, sans redémarrage.</translation>
+    </message>
+    <message id="settings.language.system">
+        <source>Same as the system</source>
+        <translation>Comme le système</translation>
+    </message>
+    <message id="settings.about.version">
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message id="settings.about.tagline">
+        <source>Plan projects as flows of tasks and work from what is ready.</source>
+        <translation>Planifiez vos projets en flux de tâches et travaillez sur ce qui est prêt.</translation>
+    </message>
+    <message id="settings.about.files.title">
+        <source>Your files</source>
+        <translation>Vos fichiers</translation>
+    </message>
+    <message id="settings.about.dataFolder">
+        <source>Open the data folder</source>
+        <translation>Ouvrir le dossier des données</translation>
+    </message>
+    <message id="settings.about.settingsFile">
+        <source>Open the settings file</source>
+        <translation>Ouvrir le fichier de réglages</translation>
+    </message>
+    <message id="settings.data.autoArchive.title">
+        <source>Archive</source>
+        <translation>Archives</translation>
+    </message>
+    <message id="settings.data.autoArchive.label">
+        <source>Move done tasks to the archive</source>
+        <translation>Déplacer les tâches faites dans les archives</translation>
+    </message>
+    <message id="settings.data.autoArchive.caption">
+        <source>Tasks done longer ago than this leave their flow and wait in the archive.</source>
+        <translation>Les tâches faites depuis plus longtemps quittent leur flux et attendent dans les archives.</translation>
+    </message>
+    <message id="settings.data.autoArchive.off">
+        <source>Never</source>
+        <translation>Jamais</translation>
+    </message>
+    <message id="settings.data.autoArchive.oneDay">
+        <source>After 1 day</source>
+        <translation>Après 1 jour</translation>
+    </message>
+    <message id="settings.data.autoArchive.days">
+        <source>After %1 days</source>
+        <translation>Après %1 jours</translation>
+    </message>
+    <message id="settings.data.autoBackup.title">
+        <source>Automatic backup</source>
+        <translation>Sauvegarde automatique</translation>
+    </message>
+    <message id="settings.data.autoBackup.choose">
+        <source>Choose Folder…</source>
+        <translation>Choisir un dossier…</translation>
+    </message>
+    <message id="settings.data.autoBackup.off">
+        <source>Turn Off</source>
+        <translation>Désactiver</translation>
+    </message>
+    <message id="settings.data.autoBackup.caption">
+        <source>Once a week Fenrow writes a backup into this folder and keeps the five newest.</source>
+        <translation>Une fois par semaine, Fenrow écrit une sauvegarde dans ce dossier et garde les cinq plus récentes.</translation>
+    </message>
+    <message id="settings.data.autoBackup.none">
+        <source>No folder chosen: automatic backups are off.</source>
+        <translation>Aucun dossier choisi : les sauvegardes automatiques sont désactivées.</translation>
+    </message>
+    <message id="settings.data.autoBackup.last">
+        <source>Last backup: %1</source>
+        <translation>Dernière sauvegarde : %1</translation>
+    </message>
+    <message id="settings.data.autoBackup.never">
+        <source>No backup written yet.</source>
+        <translation>Aucune sauvegarde écrite pour l'instant.</translation>
+    </message>
+    <message id="settings.data.templates.title">
+        <source>Templates</source>
+        <translation>Modèles</translation>
+    </message>
+    <message id="settings.data.templates.empty">
+        <source>No templates yet. Save a flow as a template from its menu in the sidebar.</source>
+        <translation>Pas encore de modèles. Enregistrez un flux comme modèle depuis son menu dans la barre latérale.</translation>
+    </message>
+    <message id="settings.data.templates.delete">
+        <source>Delete template</source>
+        <translation>Supprimer le modèle</translation>
+    </message>
 </context>
 </TS>

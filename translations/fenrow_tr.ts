@@ -1119,5 +1119,373 @@
         <source>ddd, MMM d</source>
         <translation>d MMMM ddd</translation>
     </message>
+    <message id="sidebar.action.settings">
+        <source>Settings</source>
+        <translation>Ayarlar</translation>
+    </message>
+    <message id="menu.settings">
+        <source>Settings…</source>
+        <translation>Ayarlar…</translation>
+    </message>
+    <message id="settings.title">
+        <source>Fenrow Settings</source>
+        <translation>Fenrow Ayarları</translation>
+    </message>
+    <message id="settings.page.general">
+        <source>General</source>
+        <translation>Genel</translation>
+    </message>
+    <message id="settings.page.shortcuts">
+        <source>Shortcuts</source>
+        <translation>Kısayollar</translation>
+    </message>
+    <message id="settings.page.appearance">
+        <source>Appearance</source>
+        <translation>Görünüm</translation>
+    </message>
+    <message id="settings.page.language">
+        <source>Language</source>
+        <translation>Dil</translation>
+    </message>
+    <message id="settings.page.data">
+        <source>Data</source>
+        <translation>Veriler</translation>
+    </message>
+    <message id="settings.page.about">
+        <source>About</source>
+        <translation>Hakkında</translation>
+    </message>
+    <message id="settings.general.startup.title">
+        <source>Start</source>
+        <translation>Başlangıç</translation>
+    </message>
+    <message id="settings.general.launchAtLogin">
+        <source>Open Fenrow when I log in</source>
+        <translation>Oturum açtığımda Fenrow'u başlat</translation>
+    </message>
+    <message id="settings.general.reminders.title">
+        <source>Reminders</source>
+        <translation>Hatırlatıcılar</translation>
+    </message>
+    <message id="settings.general.dueReminders">
+        <source>Remind me of tasks on their due day</source>
+        <translation>Son günü gelen görevleri hatırlat</translation>
+    </message>
+    <message id="settings.general.dueReminderHour">
+        <source>Time of the reminder</source>
+        <translation>Hatırlatma saati</translation>
+    </message>
+    <message id="settings.general.morningDigest">
+        <source>Send a morning summary of the day's tasks</source>
+        <translation>Günün görevlerini sabah özetle</translation>
+    </message>
+    <message id="settings.general.planDay.title">
+        <source>Plan Day</source>
+        <translation>Günü Planla</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget">
+        <source>Time available per day</source>
+        <translation>Günlük ayrılan süre</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget.minutes">
+        <source>minutes</source>
+        <translation>dakika</translation>
+    </message>
+    <message id="settings.general.dayPlanBudget.hours">
+        <source>hours</source>
+        <translation>saat</translation>
+    </message>
+    <message id="settings.general.filter.title">
+        <source>Filters</source>
+        <translation>Filtreler</translation>
+    </message>
+    <message id="settings.general.filterMode">
+        <source>Tasks a filter leaves out</source>
+        <translation>Filtrenin dışında kalan görevler</translation>
+    </message>
+    <message id="settings.general.filterMode.dim">
+        <source>Dim them</source>
+        <translation>Soluk göster</translation>
+    </message>
+    <message id="settings.general.filterMode.hide">
+        <source>Hide them</source>
+        <translation>Gizle</translation>
+    </message>
+    <message id="settings.general.quickCapture.title">
+        <source>Quick capture</source>
+        <translation>Hızlı ekleme</translation>
+    </message>
+    <message id="settings.general.quickCapture.subtitle">
+        <source>Opens the capture panel from any application.</source>
+        <translation>Ekleme panelini her uygulamadan açar.</translation>
+    </message>
+    <message id="shortcut.recorder.recording">
+        <source>Press keys…</source>
+        <translation>Tuşlara basın…</translation>
+    </message>
+    <message id="settings.shortcuts.needsModifier">
+        <source>A shortcut needs Ctrl, Alt, Shift or Meta. Try again, or press Esc to keep the old one.</source>
+        <translation>Kısayolda Ctrl, Alt, Shift veya Meta olmalı. Yeniden deneyin ya da eskisini korumak için Esc'ye basın.</translation>
+    </message>
+    <message id="settings.shortcuts.unsupportedKey">
+        <source>This key can't be part of a shortcut. Try a letter, a digit or a punctuation key, or press Esc.</source>
+        <translation>Bu tuş kısayolda kullanılamaz. Bir harf, rakam veya noktalama tuşu deneyin ya da Esc'ye basın.</translation>
+    </message>
+    <message id="settings.shortcuts.conflict">
+        <source>Also used by: %1</source>
+        <translation>Şunda da kullanılıyor: %1</translation>
+    </message>
+    <message id="settings.shortcuts.action.undo">
+        <source>Undo</source>
+        <translation>Geri al</translation>
+    </message>
+    <message id="settings.shortcuts.action.redo">
+        <source>Redo</source>
+        <translation>Yinele</translation>
+    </message>
+    <message id="settings.shortcuts.action.newFlowFromText">
+        <source>New flow from text</source>
+        <translation>Metinden yeni akış</translation>
+    </message>
+    <message id="settings.shortcuts.action.findInFlow">
+        <source>Find in flow</source>
+        <translation>Akışta bul</translation>
+    </message>
+    <message id="settings.shortcuts.action.exportMarkdown">
+        <source>Export as Markdown</source>
+        <translation>Markdown olarak dışa aktar</translation>
+    </message>
+    <message id="settings.shortcuts.action.copyMarkdown">
+        <source>Copy as Markdown</source>
+        <translation>Markdown olarak kopyala</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomIn">
+        <source>Zoom in</source>
+        <translation>Yakınlaştır</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomOut">
+        <source>Zoom out</source>
+        <translation>Uzaklaştır</translation>
+    </message>
+    <message id="settings.shortcuts.action.zoomToFit">
+        <source>Zoom to fit</source>
+        <translation>Sığacak şekilde yakınlaştır</translation>
+    </message>
+    <message id="settings.shortcuts.reset">
+        <source>Restore default shortcuts</source>
+        <translation>Varsayılan kısayolları geri yükle</translation>
+    </message>
+    <message id="settings.shortcuts.reference.title">
+        <source>On the canvas</source>
+        <translation>Tuvalde</translation>
+    </message>
+    <message id="settings.shortcuts.reference.rename">
+        <source>Rename the selected task</source>
+        <translation>Seçili görevi yeniden adlandır</translation>
+    </message>
+    <message id="settings.shortcuts.reference.toggleDone">
+        <source>Mark done or not done</source>
+        <translation>Tamamlandı olarak işaretle veya geri al</translation>
+    </message>
+    <message id="settings.shortcuts.reference.addAfter">
+        <source>Add the next task</source>
+        <translation>Sonraki görevi ekle</translation>
+    </message>
+    <message id="settings.shortcuts.reference.addBefore">
+        <source>Add a task before</source>
+        <translation>Öncesine görev ekle</translation>
+    </message>
+    <message id="settings.shortcuts.reference.delete">
+        <source>Delete the selection</source>
+        <translation>Seçimi sil</translation>
+    </message>
+    <message id="settings.shortcuts.reference.delete.keys">
+        <source>Delete or Backspace</source>
+        <translation>Delete veya Geri</translation>
+    </message>
+    <message id="settings.shortcuts.reference.deselect">
+        <source>Clear the selection</source>
+        <translation>Seçimi kaldır</translation>
+    </message>
+    <message id="settings.shortcuts.reference.move">
+        <source>Select the nearest task in that direction</source>
+        <translation>O yöndeki en yakın görevi seç</translation>
+    </message>
+    <message id="settings.shortcuts.reference.follow">
+        <source>Follow a connection</source>
+        <translation>Bir bağlantıyı izle</translation>
+    </message>
+    <message id="settings.shortcuts.reference.multiSelect">
+        <source>Add to the selection</source>
+        <translation>Seçime ekle</translation>
+    </message>
+    <message id="settings.shortcuts.reference.multiSelect.keys">
+        <source>Shift+click</source>
+        <translation>Shift+tıklama</translation>
+    </message>
+    <message id="settings.shortcuts.reference.pan">
+        <source>Move the canvas</source>
+        <translation>Tuvali kaydır</translation>
+    </message>
+    <message id="settings.shortcuts.reference.pan.keys">
+        <source>Space+drag</source>
+        <translation>Boşluk+sürükle</translation>
+    </message>
+    <message id="settings.shortcuts.reference.caption">
+        <source>These keys work while the canvas has the focus and can't be changed.</source>
+        <translation>Bu tuşlar tuval odaktayken çalışır ve değiştirilemez.</translation>
+    </message>
+    <message id="settings.appearance.theme.title">
+        <source>Theme</source>
+        <translation>Tema</translation>
+    </message>
+    <message id="settings.appearance.theme.auto">
+        <source>Same as the system</source>
+        <translation>Sistemle aynı</translation>
+    </message>
+    <message id="settings.appearance.theme.light">
+        <source>Light</source>
+        <translation>Açık</translation>
+    </message>
+    <message id="settings.appearance.theme.dark">
+        <source>Dark</source>
+        <translation>Koyu</translation>
+    </message>
+    <message id="settings.appearance.theme.caption">
+        <source>“Same as the system” follows the dark or light choice of your desktop.</source>
+        <translation>“Sistemle aynı”, masaüstünüzün koyu veya açık tercihini izler.</translation>
+    </message>
+    <message id="settings.appearance.palette.title">
+        <source>Accent colour</source>
+        <translation>Vurgu rengi</translation>
+    </message>
+    <message id="settings.appearance.palette.violet">
+        <source>Violet</source>
+        <translation>Mor</translation>
+    </message>
+    <message id="settings.appearance.palette.blue">
+        <source>Blue</source>
+        <translation>Mavi</translation>
+    </message>
+    <message id="settings.appearance.palette.green">
+        <source>Green</source>
+        <translation>Yeşil</translation>
+    </message>
+    <message id="settings.appearance.palette.orange">
+        <source>Orange</source>
+        <translation>Turuncu</translation>
+    </message>
+    <message id="settings.appearance.palette.pink">
+        <source>Pink</source>
+        <translation>Pembe</translation>
+    </message>
+    <message id="settings.appearance.palette.graphite">
+        <source>Graphite</source>
+        <translation>Grafit</translation>
+    </message>
+    <message id="settings.appearance.canvas.title">
+        <source>Canvas</source>
+        <translation>Tuval</translation>
+    </message>
+    <message id="settings.appearance.grid">
+        <source>Show the dot grid</source>
+        <translation>Nokta ızgarasını göster</translation>
+    </message>
+    <message id="settings.appearance.sizeByEstimate">
+        <source>Size cards by their estimate</source>
+        <translation>Kartları tahmini süreye göre boyutlandır</translation>
+    </message>
+    <message id="settings.language.caption">
+        <source>Fenrow switches language at once, without a restart.</source>
+        <translation>Fenrow dili yeniden başlatmadan hemen değiştirir.</translation>
+    </message>
+    <message id="settings.language.system">
+        <source>Same as the system</source>
+        <translation>Sistemle aynı</translation>
+    </message>
+    <message id="settings.about.version">
+        <source>Version %1</source>
+        <translation>Sürüm %1</translation>
+    </message>
+    <message id="settings.about.tagline">
+        <source>Plan projects as flows of tasks and work from what is ready.</source>
+        <translation>Projeleri görev akışları olarak planlayın, hazır olanla çalışın.</translation>
+    </message>
+    <message id="settings.about.files.title">
+        <source>Your files</source>
+        <translation>Dosyalarınız</translation>
+    </message>
+    <message id="settings.about.dataFolder">
+        <source>Open the data folder</source>
+        <translation>Veri klasörünü aç</translation>
+    </message>
+    <message id="settings.about.settingsFile">
+        <source>Open the settings file</source>
+        <translation>Ayar dosyasını aç</translation>
+    </message>
+    <message id="settings.data.autoArchive.title">
+        <source>Archive</source>
+        <translation>Arşiv</translation>
+    </message>
+    <message id="settings.data.autoArchive.label">
+        <source>Move done tasks to the archive</source>
+        <translation>Tamamlanan görevleri arşive taşı</translation>
+    </message>
+    <message id="settings.data.autoArchive.caption">
+        <source>Tasks done longer ago than this leave their flow and wait in the archive.</source>
+        <translation>Bu süreden önce tamamlanan görevler akıştan çıkar ve arşivde bekler.</translation>
+    </message>
+    <message id="settings.data.autoArchive.off">
+        <source>Never</source>
+        <translation>Hiçbir zaman</translation>
+    </message>
+    <message id="settings.data.autoArchive.oneDay">
+        <source>After 1 day</source>
+        <translation>1 gün sonra</translation>
+    </message>
+    <message id="settings.data.autoArchive.days">
+        <source>After %1 days</source>
+        <translation>%1 gün sonra</translation>
+    </message>
+    <message id="settings.data.autoBackup.title">
+        <source>Automatic backup</source>
+        <translation>Otomatik yedekleme</translation>
+    </message>
+    <message id="settings.data.autoBackup.choose">
+        <source>Choose Folder…</source>
+        <translation>Klasör Seç…</translation>
+    </message>
+    <message id="settings.data.autoBackup.off">
+        <source>Turn Off</source>
+        <translation>Kapat</translation>
+    </message>
+    <message id="settings.data.autoBackup.caption">
+        <source>Once a week Fenrow writes a backup into this folder and keeps the five newest.</source>
+        <translation>Fenrow haftada bir bu klasöre yedek yazar ve en yeni beşini saklar.</translation>
+    </message>
+    <message id="settings.data.autoBackup.none">
+        <source>No folder chosen: automatic backups are off.</source>
+        <translation>Klasör seçilmedi: otomatik yedekleme kapalı.</translation>
+    </message>
+    <message id="settings.data.autoBackup.last">
+        <source>Last backup: %1</source>
+        <translation>Son yedek: %1</translation>
+    </message>
+    <message id="settings.data.autoBackup.never">
+        <source>No backup written yet.</source>
+        <translation>Henüz yedek yazılmadı.</translation>
+    </message>
+    <message id="settings.data.templates.title">
+        <source>Templates</source>
+        <translation>Şablonlar</translation>
+    </message>
+    <message id="settings.data.templates.empty">
+        <source>No templates yet. Save a flow as a template from its menu in the sidebar.</source>
+        <translation>Henüz şablon yok. Kenar çubuğundaki menüsünden bir akışı şablon olarak kaydedin.</translation>
+    </message>
+    <message id="settings.data.templates.delete">
+        <source>Delete template</source>
+        <translation>Şablonu sil</translation>
+    </message>
 </context>
 </TS>

@@ -1,5 +1,6 @@
 #include "CanvasAppearance.h"
 
+#include "DesktopColorScheme.h"
 #include "shell/AppPreferences.h"
 
 #include <QEvent>
@@ -19,8 +20,8 @@ CanvasAppearance::CanvasAppearance(AppPreferences &preferences, QObject *parent)
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
     connect(QGuiApplication::styleHints(), &QStyleHints::colorSchemeChanged, this, &CanvasAppearance::update);
 #endif
-    // Without a colour scheme hint the application palette is what the
-    // desktop tells us; it announces its changes as events.
+    // The window's theme changes the application palette when the desktop
+    // turns dark or light; that event is the cue to look again.
     qGuiApp->installEventFilter(this);
     m_colors = CanvasColors::make(m_preferences.accentPalette(), false);
     update();
@@ -38,7 +39,9 @@ bool CanvasAppearance::desktopPrefersDark()
         break;
     }
 #endif
-    return QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
+    // The application palette is Fenrow's own by now; it says only what
+    // the theme already decided.
+    return DesktopColorScheme::prefersDark();
 }
 
 bool CanvasAppearance::eventFilter(QObject *watched, QEvent *event)

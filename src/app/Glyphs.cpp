@@ -63,6 +63,53 @@ QIcon quit(const QColor &color)
     });
 }
 
+QIcon gear(const QColor &color)
+{
+    return drawnIcon([&](QPainter &painter) {
+        // Eight teeth round a ring, with the axle's hole.
+        const QPointF centre(8, 8);
+        QPainterPath teeth;
+        for (int i = 0; i < 8; ++i) {
+            QTransform turn;
+            turn.translate(centre.x(), centre.y());
+            turn.rotate(i * 45.0);
+            teeth.addPolygon(turn.map(QPolygonF(QRectF(-1.3, -6.6, 2.6, 3.0))));
+        }
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawPath(teeth.simplified());
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(color, 1.6));
+        painter.drawEllipse(centre, 4.1, 4.1);
+        painter.setPen(QPen(color, 1.3));
+        painter.drawEllipse(centre, 1.5, 1.5);
+    });
+}
+
+QIcon magnifier(const QColor &color)
+{
+    return drawnIcon([&](QPainter &painter) {
+        painter.setPen(QPen(color, 1.6, Qt::SolidLine, Qt::RoundCap));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawEllipse(QPointF(6.8, 6.8), 4.3, 4.3);
+        painter.setPen(QPen(color, 2.0, Qt::SolidLine, Qt::RoundCap));
+        painter.drawLine(QPointF(10.1, 10.1), QPointF(13.6, 13.6));
+    });
+}
+
+QIcon sidebarToggle(const QColor &color)
+{
+    return drawnIcon([&](QPainter &painter) {
+        painter.setPen(QPen(color, 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(1.7, 2.7, 12.6, 10.6), 2, 2);
+        painter.drawLine(QPointF(6, 2.7), QPointF(6, 13.3));
+        painter.setPen(QPen(color, 1.2, Qt::SolidLine, Qt::RoundCap));
+        for (const qreal y : {5.5, 7.5, 9.5})
+            painter.drawLine(QPointF(3.3, y), QPointF(4.4, y));
+    });
+}
+
 QPixmap brandMark(int size)
 {
     QPixmap pixmap = canvas(size);

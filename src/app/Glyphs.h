@@ -14,6 +14,7 @@ namespace fenrow {
 namespace Glyphs {
 QIcon plus(const QColor &color);
 QIcon quit(const QColor &color);
+QIcon gear(const QColor &color);
 // A short checklist with the first item ticked: the Ready list.
 QIcon readyList(const QColor &color);
 // A box with its lid on: the archive of finished work.

@@ -5,8 +5,10 @@
 #include "EmptyStateView.h"
 #include "FlowDetailView.h"
 #include "FlowExportCommands.h"
+#include "InterfaceLook.h"
 #include "PanelResizeDivider.h"
 #include "ReadyListView.h"
+#include "SettingsWindow.h"
 #include "Sidebar.h"
 #include "canvas/NodeSizeResolver.h"
 #include "domain/ActiveFlowState.h"
@@ -18,6 +20,7 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QStackedWidget>
@@ -33,10 +36,38 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
     setMinimumSize(minimumWindowWidth, minimumWindowHeight);
     resize(1040, 680);
 
+    // First, so that everything below is built in the user's colours.
+    m_look = new InterfaceLook(preferences, this);
+    // What is ready and what is overdue depend on the day, not only on the
+    // records; so does which archive day is "Today".
+    m_dayChange = new DayChangeTimer(store.clock(), store.calendar(), this);
+
+    makeMenus();
+    buildContent();
+    setSidebarWidth(qRound(preferences.sidebarWidth()));
+    connect(&m_history, &FenrowHistory::stacksChanged, this, &MainWindow::updateEditActions);
+    // A text field takes Undo for itself while it has the focus.
+    connect(qApp, &QApplication::focusChanged, this, &MainWindow::updateEditActions);
+    m_history.setActiveFlowID(std::nullopt);
+    updateEditActions();
+
+    connect(this, &MainWindow::sidebarWidthCommitted, this,
+            [this](int width) { m_preferences.setSidebarWidth(width); });
+    connect(&m_store, &FenrowStore::changed, this, &MainWindow::followStore);
+    connect(m_look, &InterfaceLook::changed, this, &MainWindow::rebuild);
+
+    showRoute();
+}
+
+// The sidebar and the detail views, with their wiring. Built again when
+// the language or the colours change: texts and colours are read while
+// building, so a fresh tree shows them all.
+void MainWindow::buildContent()
+{
     auto *root = new QWidget(this);
     root->setObjectName(QStringLiteral("main.window.root"));
 
-    m_sidebar = new Sidebar(store, root);
+    m_sidebar = new Sidebar(m_store, root);
     auto *divider = new PanelResizeDivider(m_sidebar, PanelResizeDivider::Side::leading, Sidebar::minimumWidth,
                                            Sidebar::maximumWidth, root);
     divider->setObjectName(QStringLiteral("sidebar.resize"));
@@ -46,9 +77,9 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
     m_emptyDetail = new EmptyStateView(QStringLiteral("detail.empty"), m_detail);
     m_emptyDetail->setContent(Glyphs::Symbol::emptySelection, qtTrId("detail.empty.title"),
                               qtTrId("detail.empty.message"));
-    m_flowDetail = new FlowDetailView(store, history, activeFlow, preferences, m_detail);
-    m_readyList = new ReadyListView(store, history, preferences, m_detail);
-    m_archiveList = new ArchiveListView(store, m_detail);
+    m_flowDetail = new FlowDetailView(m_store, m_history, m_activeFlow, m_preferences, m_detail);
+    m_readyList = new ReadyListView(m_store, m_history, m_preferences, m_detail);
+    m_archiveList = new ArchiveListView(m_store, m_detail);
     m_detail->addWidget(m_emptyDetail);
     m_detail->addWidget(m_flowDetail);
     m_detail->addWidget(m_readyList);
@@ -61,33 +92,50 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
     row->addWidget(divider);
     row->addWidget(m_detail, 1);
     setCentralWidget(root);
-    setSidebarWidth(qRound(preferences.sidebarWidth()));
 
-    // What is ready and what is overdue depend on the day, not only on the
-    // records; so does which archive day is "Today".
-    m_dayChange = new DayChangeTimer(store.clock(), store.calendar(), this);
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_sidebar, &Sidebar::refreshReadyCount);
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_readyList, &ReadyListView::reload);
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_archiveList, &ArchiveListView::reload);
 
-    makeMenus();
-    connect(&m_history, &FenrowHistory::stacksChanged, this, &MainWindow::updateEditActions);
-    // A text field takes Undo for itself while it has the focus.
-    connect(qApp, &QApplication::focusChanged, this, &MainWindow::updateEditActions);
-    m_history.setActiveFlowID(std::nullopt);
-    updateEditActions();
-
+    connect(m_sidebar, &Sidebar::exportMarkdownRequested, m_exports, &FlowExportCommands::exportMarkdown);
+    connect(m_sidebar, &Sidebar::copyMarkdownRequested, m_exports, &FlowExportCommands::copyMarkdown);
+    connect(m_sidebar, &Sidebar::exportOPMLRequested, m_exports, &FlowExportCommands::exportOPML);
     connect(divider, &PanelResizeDivider::widthChanged, this, &MainWindow::setSidebarWidth);
     connect(divider, &PanelResizeDivider::resizeFinished, this, &MainWindow::sidebarWidthCommitted);
-    connect(this, &MainWindow::sidebarWidthCommitted, this,
-            [this](int width) { m_preferences.setSidebarWidth(width); });
     connect(m_sidebar, &Sidebar::routeSelected, this, &MainWindow::setRoute);
     connect(m_readyList, &ReadyListView::flowRequested, this, &MainWindow::selectFlow);
     connect(m_flowDetail, &FlowDetailView::archiveDoneRequested, m_sidebar, &Sidebar::confirmArchiveDone);
     connect(m_sidebar, &Sidebar::quitRequested, this, &MainWindow::quitRequested);
-    connect(&m_store, &FenrowStore::changed, this, &MainWindow::followStore);
+    connect(m_sidebar, &Sidebar::settingsRequested, this, [this] { openSettings(); });
+}
 
+void MainWindow::rebuild()
+{
+    const int width = sidebarWidth();
+    // The old tree goes first: a canvas leaving hands its flow's selection
+    // back to the history, which must not undo the new canvas's claim.
+    delete takeCentralWidget();
+    buildContent();
+    setSidebarWidth(width);
+    retranslateMenus(menuBar());
+    m_sidebar->setRoute(m_route);
     showRoute();
+}
+
+void MainWindow::retranslateMenus(QWidget *menuOwner)
+{
+    // Menu entries are named after their message ids.
+    for (QAction *action : menuOwner->actions()) {
+        const QByteArray id = action->objectName().toLatin1();
+        if (QMenu *menu = action->menu()) {
+            const QByteArray menuId = menu->objectName().toLatin1();
+            if (!menuId.isEmpty() && qtTrId(menuId.constData()) != QLatin1StringView(menuId))
+                menu->setTitle(qtTrId(menuId.constData()));
+            retranslateMenus(menu);
+        } else if (!id.isEmpty() && qtTrId(id.constData()) != QLatin1StringView(id)) {
+            action->setText(qtTrId(id.constData()));
+        }
+    }
 }
 
 void MainWindow::makeMenus()
@@ -98,10 +146,11 @@ void MainWindow::makeMenus()
     m_exports->setEnvironment(&m_environment);
     m_exports->addTo(file, [this] { return selectedFlow(); });
     connect(m_exports, &FlowExportCommands::flowImported, this, &MainWindow::selectFlow);
-    connect(m_sidebar, &Sidebar::exportMarkdownRequested, m_exports, &FlowExportCommands::exportMarkdown);
-    connect(m_sidebar, &Sidebar::copyMarkdownRequested, m_exports, &FlowExportCommands::copyMarkdown);
-    connect(m_sidebar, &Sidebar::exportOPMLRequested, m_exports, &FlowExportCommands::exportOPML);
     file->addSeparator();
+    QAction *settings = file->addAction(qtTrId("menu.settings"), this, [this] { openSettings(); });
+    settings->setObjectName(QStringLiteral("menu.settings"));
+    settings->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    settings->setMenuRole(QAction::PreferencesRole);
     QAction *quit = file->addAction(qtTrId("menu.quit"), this, &MainWindow::quitRequested);
     quit->setObjectName(QStringLiteral("menu.quit"));
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -183,6 +232,21 @@ int MainWindow::sidebarWidth() const
 void MainWindow::setSidebarWidth(int width)
 {
     m_sidebar->setFixedWidth(Sidebar::clampedWidth(width));
+}
+
+SettingsWindow *MainWindow::settingsWindow() const
+{
+    return m_settings;
+}
+
+void MainWindow::openSettings(SettingsPage page)
+{
+    if (!m_settings)
+        m_settings = new SettingsWindow(m_store, m_preferences, *m_look, this);
+    m_settings->showPage(page);
+    m_settings->show();
+    m_settings->raise();
+    m_settings->activateWindow();
 }
 
 void MainWindow::showEvent(QShowEvent *event)

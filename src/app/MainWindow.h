@@ -1,8 +1,10 @@
 #pragma once
 
 #include "DetailRoute.h"
+#include "SettingsPage.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QUuid>
 
 class QAction;
@@ -20,7 +22,9 @@ class FenrowHistory;
 class FenrowStore;
 class FlowDetailView;
 class FlowExportCommands;
+class InterfaceLook;
 class ReadyListView;
+class SettingsWindow;
 class Sidebar;
 
 // The one main window: the sidebar on the left, the detail of the current
@@ -58,6 +62,12 @@ public:
     QAction *undoAction() const { return m_undo; }
     QAction *redoAction() const { return m_redo; }
     FlowExportCommands *exportCommands() const { return m_exports; }
+    InterfaceLook *look() const { return m_look; }
+
+    // Shows the settings window on `page`, making it the first time.
+    void openSettings(SettingsPage page = SettingsPage::general);
+    // Null until the settings were first opened.
+    SettingsWindow *settingsWindow() const;
 
     // The Edit menu's commands: a focused text field's own, or else the
     // history's for the shown flow (or the latest step taken elsewhere).
@@ -74,6 +84,10 @@ protected:
 
 private:
     void makeMenus();
+    void buildContent();
+    // Everything built again in the language and colours now in force.
+    void rebuild();
+    static void retranslateMenus(QWidget *menuOwner);
     void updateEditActions();
     void followStore();
     void showRoute();
@@ -94,6 +108,8 @@ private:
     QAction *m_redo = nullptr;
     FlowExportCommands *m_exports = nullptr;
     DayChangeTimer *m_dayChange = nullptr;
+    InterfaceLook *m_look = nullptr;
+    QPointer<SettingsWindow> m_settings;
     DetailRoute m_route;
     bool m_hasAppeared = false;
 };

@@ -161,7 +161,21 @@ QWidget *Sidebar::makeFooter()
                             .arg(Metric::rowPaddingX)
                             .arg(Color::hover.name(), Color::text.name()));
     connect(quit, &QPushButton::clicked, this, &Sidebar::quitRequested);
-    return quit;
+
+    auto *settings = new QPushButton(Glyphs::gear(Color::secondaryText), qtTrId("sidebar.action.settings"), this);
+    settings->setObjectName(QStringLiteral("sidebar.action.settings"));
+    settings->setFlat(true);
+    settings->setCursor(Qt::PointingHandCursor);
+    settings->setStyleSheet(quit->styleSheet());
+    connect(settings, &QPushButton::clicked, this, &Sidebar::settingsRequested);
+
+    auto *footer = new QWidget(this);
+    auto *column = new QVBoxLayout(footer);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(settings);
+    column->addWidget(quit);
+    return footer;
 }
 
 void Sidebar::setRoute(const DetailRoute &route)

@@ -62,6 +62,7 @@ public:
 signals:
     void routeSelected(const DetailRoute &route);
     void quitRequested();
+    void settingsRequested();
     // A flow's row menu asks for it as a document; the window's export
     // commands answer.
     void exportMarkdownRequested(const QUuid &flowID);

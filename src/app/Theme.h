@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/PreferenceChoices.h"
+
 #include <QColor>
 #include <QFont>
 
@@ -7,33 +9,76 @@ class QApplication;
 
 namespace fenrow {
 
-// The look of the desktop program in one place: a calm light palette, the
-// type scale and the spacing every view shares. Views take their colours
-// and fonts from here instead of inventing their own.
+// The look of the desktop program in one place: the colours of the light
+// or dark appearance in the user's accent palette, the type scale and the
+// spacing every view shares. Views take their colours and fonts from here
+// instead of inventing their own.
+//
+// The colours come from the same brand ramp as the canvas, so lists,
+// sidebar and canvas always agree. `Color::…` always names the colours in
+// force: a view reads them when it paints or is built, and a change of
+// appearance rebuilds the views that keep them (see MainWindow).
 namespace Theme {
 
-// Fusion style with the Fenrow palette and base font, for the whole process.
+struct Colors {
+    bool dark = false;
+    QColor window;
+    QColor sidebar;
+    QColor field;
+    QColor divider;
+    QColor text;
+    QColor secondaryText;
+    QColor accent;
+    QColor accentSoft;
+    // Text and marks drawn on a filled accent.
+    QColor onAccent;
+    QColor hover;
+    QColor track;
+    QColor ringOutline;
+    QColor done;
+    QColor destructive;
+    QColor warning;
+    QColor priorityHigh;
+    QColor priorityMedium;
+    QColor priorityLow;
+    QColor canvasDot;
+
+    static Colors make(AccentPalette palette, bool dark);
+    friend bool operator==(const Colors &, const Colors &) = default;
+};
+
+// Fusion style, the base font and the colours in force, for the whole
+// process.
 void apply(QApplication &application);
+// Makes `colors` the ones in force: the application palette and `Color::…`.
+void setColors(const Colors &colors);
+const Colors &colors();
+
+namespace detail {
+extern Colors current;
+} // namespace detail
 
 namespace Color {
-inline const QColor window{0xff, 0xff, 0xff};
-inline const QColor sidebar{0xf4, 0xf5, 0xf7};
-inline const QColor divider{0xe1, 0xe3, 0xe8};
-inline const QColor text{0x1f, 0x23, 0x28};
-inline const QColor secondaryText{0x62, 0x68, 0x73};
-inline const QColor accent{0x46, 0x63, 0xd1};
-inline const QColor accentSoft{0xe2, 0xe8, 0xfa};
-inline const QColor hover{0xe9, 0xeb, 0xef};
-inline const QColor track{0xdc, 0xdf, 0xe5};
-inline const QColor ringOutline{0xa9, 0xaf, 0xba};
-inline const QColor done{0x2f, 0x9e, 0x6b};
-inline const QColor destructive{0xc2, 0x3a, 0x34};
+inline const QColor &window = detail::current.window;
+inline const QColor &sidebar = detail::current.sidebar;
+inline const QColor &field = detail::current.field;
+inline const QColor &divider = detail::current.divider;
+inline const QColor &text = detail::current.text;
+inline const QColor &secondaryText = detail::current.secondaryText;
+inline const QColor &accent = detail::current.accent;
+inline const QColor &accentSoft = detail::current.accentSoft;
+inline const QColor &onAccent = detail::current.onAccent;
+inline const QColor &hover = detail::current.hover;
+inline const QColor &track = detail::current.track;
+inline const QColor &ringOutline = detail::current.ringOutline;
+inline const QColor &done = detail::current.done;
+inline const QColor &destructive = detail::current.destructive;
 // Past due: urgent, but not the red of destroying something.
-inline const QColor warning{0xc4, 0x4d, 0x12};
-inline const QColor priorityHigh{0xdc, 0x4f, 0x3a};
-inline const QColor priorityMedium{0xe0, 0x9a, 0x1f};
-inline const QColor priorityLow{0x5b, 0x8d, 0xd6};
-inline const QColor canvasDot{0xd9, 0xdc, 0xe2};
+inline const QColor &warning = detail::current.warning;
+inline const QColor &priorityHigh = detail::current.priorityHigh;
+inline const QColor &priorityMedium = detail::current.priorityMedium;
+inline const QColor &priorityLow = detail::current.priorityLow;
+inline const QColor &canvasDot = detail::current.canvasDot;
 } // namespace Color
 
 namespace Metric {

@@ -6,6 +6,7 @@
 #include "CanvasView.h"
 #include "CanvasZoomPill.h"
 #include "FlowDetailView.h"
+#include "InterfaceLook.h"
 #include "NodeInspector.h"
 #include "canvas/CanvasEditor.h"
 #include "domain/DependencyEdge.h"
@@ -626,15 +627,20 @@ TEST_F(CanvasLookTest, APaletteOrThemeChangeRecoloursAtOnceAndAutoFollowsTheDesk
     EXPECT_EQ(ground(), BrandPalette::ramp(AccentPalette::blue, true).brandSubtle);
     EXPECT_EQ(flow.orderedItems()[2]->colorRaw, colorsBefore) << "no stored colour changes";
 
-    // The automatic theme reads the desktop's palette.
-    const QPalette before = QApplication::palette();
+    // The automatic theme reads the desktop's settings (here GTK's, in the
+    // fixture's configuration folder), again when the program comes back.
+    const auto desktopPrefersDark = [&](const char *value) {
+        ASSERT_TRUE(QDir(configHome.path()).mkpath("gtk-3.0"));
+        QFile ini(configHome.filePath("gtk-3.0/settings.ini"));
+        ASSERT_TRUE(ini.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        ini.write(QByteArray("[Settings]\ngtk-application-prefer-dark-theme=") + value + "\n");
+    };
+    desktopPrefersDark("1");
     preferences->setTheme(AppTheme::automatic);
-    QPalette night = before;
-    night.setColor(QPalette::Window, QColor(0x20, 0x20, 0x24));
-    QApplication::setPalette(night);
     QApplication::processEvents();
     EXPECT_EQ(ground(), BrandPalette::ramp(AccentPalette::blue, true).brandSubtle);
-    QApplication::setPalette(before);
+    desktopPrefersDark("0");
+    window->look()->refreshDesktop();
     QApplication::processEvents();
     EXPECT_EQ(ground(), BrandPalette::ramp(AccentPalette::blue, false).brandSubtle);
 }

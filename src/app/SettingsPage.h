@@ -1,0 +1,8 @@
+#pragma once
+
+namespace fenrow {
+
+// The pages of the settings window, in the order of its list.
+enum class SettingsPage { general, shortcuts, appearance, language, data, about };
+
+} // namespace fenrow

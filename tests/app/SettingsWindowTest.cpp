@@ -1,0 +1,318 @@
+#include "AppTestSupport.h"
+
+#include "BrandPalette.h"
+#include "InterfaceLook.h"
+#include "ReadyListView.h"
+#include "SettingsDataPage.h"
+#include "SettingsShortcutsPage.h"
+#include "SettingsWindow.h"
+#include "ShortcutRecorderButton.h"
+#include "SidebarRouteRow.h"
+#include "Theme.h"
+#include "UuidText.h"
+#include "shell/InterfaceLanguage.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QRadioButton>
+#include <QSpinBox>
+
+namespace fenrow::testing {
+namespace {
+
+class SettingsWindowTest : public WindowFixture {
+protected:
+    void TearDown() override { InterfaceLanguage::apply(QStringLiteral("en")); }
+
+    SettingsWindow &openSettings(SettingsPage page = SettingsPage::general)
+    {
+        if (!window)
+            show();
+        window->openSettings(page);
+        SettingsWindow *settings = window->settingsWindow();
+        EXPECT_NE(settings, nullptr);
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(settings));
+        return *settings;
+    }
+
+    template <typename T>
+    T *control(SettingsPage page, const char *name) const
+    {
+        T *found = window->settingsWindow()->page(page)->findChild<T *>(QString::fromLatin1(name));
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    }
+
+    // What a fresh reader of the settings file sees: the write went through.
+    std::unique_ptr<AppPreferences> reread() const { return std::make_unique<AppPreferences>(SettingsFile::open()); }
+
+    // A change of language or look rebuilds the trees from the event loop.
+    void waitForRebuild(const QString &identity)
+    {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return window->look()->identity() == identity; }));
+        QApplication::processEvents();
+        QApplication::processEvents();
+    }
+};
+
+TEST_F(SettingsWindowTest, OpensFromMenuSidebarAndOnItsAboutPage)
+{
+    show();
+    QAction *menu = window->menuBar()->findChild<QAction *>(QStringLiteral("menu.settings"));
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    menu->trigger();
+    SettingsWindow *settings = window->settingsWindow();
+    ASSERT_NE(settings, nullptr);
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(settings));
+    EXPECT_TRUE(settings->isWindow());
+    EXPECT_EQ(settings->currentPage(), SettingsPage::general);
+
+    // Escape closes it; the sidebar's button brings the same window back.
+    QTest::keyClick(settings, Qt::Key_Escape);
+    EXPECT_FALSE(settings->isVisible());
+    window->findChild<QAbstractButton *>(QStringLiteral("sidebar.action.settings"))->click();
+    EXPECT_TRUE(settings->isVisible());
+    EXPECT_EQ(window->settingsWindow(), settings);
+
+    window->openSettings(SettingsPage::about);
+    EXPECT_EQ(settings->currentPage(), SettingsPage::about);
+    const auto *version = settings->page(SettingsPage::about)->findChild<QLabel *>("settings.about.version");
+    ASSERT_NE(version, nullptr);
+    EXPECT_TRUE(version->text().contains(QCoreApplication::applicationVersion()));
+    EXPECT_TRUE(version->isVisible());
+}
+
+TEST_F(SettingsWindowTest, EachControlWritesItsPreferenceAndFollowsIt)
+{
+    openSettings();
+    control<QCheckBox>(SettingsPage::general, "settings.general.launchAtLogin")->click();
+    control<QCheckBox>(SettingsPage::general, "settings.general.morningDigest")->click();
+    auto *hour = control<QComboBox>(SettingsPage::general, "settings.general.dueReminderHour");
+    hour->setCurrentIndex(hour->findData(7));
+    control<QCheckBox>(SettingsPage::general, "settings.general.dueReminders")->click();
+    EXPECT_FALSE(hour->isEnabled()) << "no hour without reminders";
+    control<QComboBox>(SettingsPage::general, "settings.general.dayPlanBudgetUnit")->setCurrentIndex(1);
+    auto *budget = control<QSpinBox>(SettingsPage::general, "settings.general.dayPlanBudget");
+    EXPECT_EQ(budget->value(), 4) << "240 minutes shown in hours";
+    budget->setValue(3);
+    control<QComboBox>(SettingsPage::general, "settings.general.filterMode")->setCurrentIndex(1);
+
+    control<QCheckBox>(SettingsPage::appearance, "settings.appearance.grid")->click();
+    control<QCheckBox>(SettingsPage::appearance, "settings.appearance.sizeByEstimate")->click();
+
+    auto *archive = control<QComboBox>(SettingsPage::data, "settings.data.autoArchive");
+    archive->setCurrentIndex(archive->findData(14));
+    auto *data = static_cast<SettingsDataPage *>(window->settingsWindow()->page(SettingsPage::data));
+    data->setBackupFolder(configHome.filePath("backups/"));
+
+    const std::unique_ptr<AppPreferences> saved = reread();
+    EXPECT_TRUE(saved->launchAtLogin());
+    EXPECT_TRUE(saved->morningDigestEnabled());
+    EXPECT_EQ(saved->dueReminderHour(), 7);
+    EXPECT_FALSE(saved->dueRemindersEnabled());
+    EXPECT_EQ(saved->dayPlanBudgetUnit(), DayPlanBudgetUnit::hours);
+    EXPECT_EQ(saved->dayPlanBudgetMinutes(), 180);
+    EXPECT_EQ(saved->filterMode(), FilterMode::hide);
+    EXPECT_TRUE(saved->gridEnabled());
+    EXPECT_TRUE(saved->sizeByEstimate());
+    EXPECT_EQ(saved->autoArchiveDays(), 14);
+    EXPECT_EQ(saved->autoBackupBookmark(), QDir::cleanPath(configHome.filePath("backups")).toUtf8());
+    EXPECT_TRUE(control<QPushButton>(SettingsPage::data, "settings.data.autoBackup.off")->isEnabled());
+    control<QPushButton>(SettingsPage::data, "settings.data.autoBackup.off")->click();
+    EXPECT_EQ(reread()->autoBackupBookmark(), std::nullopt);
+
+    // Changed elsewhere (the command line, another page), shown here.
+    preferences->setFilterMode(FilterMode::dim);
+    preferences->setAutoArchiveDays(5);
+    preferences->setDueRemindersEnabled(true);
+    EXPECT_EQ(control<QComboBox>(SettingsPage::general, "settings.general.filterMode")->currentIndex(), 0);
+    EXPECT_EQ(archive->currentData().toInt(), 5);
+    EXPECT_TRUE(hour->isEnabled());
+}
+
+TEST_F(SettingsWindowTest, TemplatesAreListedAndDeleted)
+{
+    const FlowTemplate *kept = store->saveAsTemplate(addFlow("Kitchen", 0, 0, 2));
+    const FlowTemplate *dropped = store->saveAsTemplate(addFlow("Garden", 0, 0, 1));
+    openSettings(SettingsPage::data);
+    QWidget *list = window->settingsWindow()->page(SettingsPage::data)->findChild<QWidget *>("settings.data.templates");
+    ASSERT_NE(list, nullptr);
+    const QString droppedId = uuidText(dropped->id);
+    auto *remove = list->findChild<QAbstractButton *>("settings.data.templates.delete." + droppedId);
+    ASSERT_NE(remove, nullptr);
+    remove->click();
+    QApplication::processEvents();
+    ASSERT_EQ(store->templateList().size(), 1);
+    EXPECT_EQ(store->templateList().first(), kept);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return !list->findChild<QWidget *>("settings.data.templates.row." + droppedId);
+    }));
+
+    store->deleteTemplate(*kept);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        const auto *empty = list->findChild<QLabel *>("settings.data.templates.empty");
+        return empty && empty->isVisible();
+    }));
+}
+
+TEST_F(SettingsWindowTest, RecorderTakesCombinationsWithAModifierAndExplainsRefusals)
+{
+    SettingsWindow &settings = openSettings(SettingsPage::shortcuts);
+    auto *page = static_cast<SettingsShortcutsPage *>(settings.page(SettingsPage::shortcuts));
+    ShortcutRecorderButton *zoomIn = page->recorder("zoomIn");
+    QLabel *message = page->message("zoomIn");
+    ASSERT_NE(zoomIn, nullptr);
+    const QString controlEquals = QKeySequence(Qt::CTRL | Qt::Key_Equal).toString(QKeySequence::NativeText);
+    EXPECT_EQ(zoomIn->text(), controlEquals);
+
+    zoomIn->click();
+    ASSERT_TRUE(zoomIn->isRecording());
+    EXPECT_EQ(zoomIn->text(), qtTrId("shortcut.recorder.recording"));
+    QTest::keyClick(zoomIn, Qt::Key_A);
+    EXPECT_TRUE(zoomIn->isRecording()) << "a bare letter is refused and recording goes on";
+    EXPECT_TRUE(message->isVisible());
+    EXPECT_EQ(message->text(), qtTrId("settings.shortcuts.needsModifier"));
+    QTest::keyClick(zoomIn, Qt::Key_F5, Qt::ControlModifier);
+    EXPECT_EQ(message->text(), qtTrId("settings.shortcuts.unsupportedKey"));
+    EXPECT_TRUE(zoomIn->isRecording());
+
+    QTest::keyClick(zoomIn, Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_FALSE(zoomIn->isRecording());
+    const KeyCombo controlShiftK{40, KeyModifier::command | KeyModifier::shift};
+    EXPECT_EQ(reread()->shortcut(ShortcutAction::zoomIn), controlShiftK);
+    EXPECT_EQ(zoomIn->text(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_K).toString(QKeySequence::NativeText));
+    EXPECT_FALSE(message->isVisible());
+
+    // Escape while recording gives up without closing the window.
+    zoomIn->click();
+    QTest::keyClick(zoomIn, Qt::Key_Escape);
+    EXPECT_FALSE(zoomIn->isRecording());
+    EXPECT_TRUE(settings.isVisible());
+    EXPECT_EQ(preferences->shortcut(ShortcutAction::zoomIn), controlShiftK);
+
+    // Undo's keys on zoom out are taken, and both rows say they are shared.
+    ShortcutRecorderButton *zoomOut = page->recorder("zoomOut");
+    zoomOut->click();
+    QTest::keyClick(zoomOut, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(preferences->shortcut(ShortcutAction::zoomOut), defaultShortcut(ShortcutAction::undo));
+    EXPECT_TRUE(page->message("zoomOut")->isVisible());
+    EXPECT_TRUE(page->message("zoomOut")->text().contains(page->recorder("undo")->accessibleName()));
+    EXPECT_TRUE(page->message("undo")->text().contains(zoomOut->accessibleName()));
+
+    // Quick capture's keys are recorded the same way, into their own key.
+    ShortcutRecorderButton *capture = page->recorder("globalShortcut");
+    ASSERT_NE(capture, nullptr);
+    capture->click();
+    QTest::keyClick(capture, Qt::Key_Space, Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_EQ(reread()->globalShortcut(), (KeyCombo{49, KeyModifier::command | KeyModifier::option}));
+
+    // A key without a name shows as unknown, after its modifiers.
+    EXPECT_TRUE(ShortcutRecorderButton::label({KeyCode::forwardDelete, KeyModifier::command})
+                    .endsWith(qtTrId("shortcut.key.unknown")));
+
+    settings.findChild<QPushButton *>("settings.shortcuts.reset")->click();
+    EXPECT_EQ(preferences->globalShortcut(), defaultGlobalShortcut);
+    EXPECT_EQ(zoomIn->text(), controlEquals);
+    EXPECT_FALSE(page->message("zoomOut")->isVisible());
+    EXPECT_FALSE(page->message("undo")->isVisible());
+}
+
+TEST_F(SettingsWindowTest, ThemeAndPaletteRecolourTheRunningWindow)
+{
+    preferences->setTheme(AppTheme::light);
+    addFlow("Kitchen", 1, 1, 2);
+    show();
+    window->setRoute(DetailRoute::ready());
+    const QColor lightSidebar = window->sidebar()->palette().color(QPalette::Window);
+    EXPECT_GT(lightSidebar.lightness(), 200);
+    SettingsWindow &settings = openSettings(SettingsPage::appearance);
+
+    control<QRadioButton>(SettingsPage::appearance, "settings.appearance.theme.dark")->click();
+    EXPECT_EQ(reread()->theme(), AppTheme::dark);
+    waitForRebuild(QStringLiteral("en#violet#dark"));
+    const BrandRamp dark = BrandPalette::ramp(AccentPalette::violet, true);
+    EXPECT_EQ(window->sidebar()->palette().color(QPalette::Window), dark.brandSubtle);
+    EXPECT_LT(window->readyList()->palette().color(QPalette::Window).lightness(), 60);
+    EXPECT_GT(window->readyList()->palette().color(QPalette::WindowText).lightness(), 200);
+    EXPECT_LT(settings.palette().color(QPalette::Window).lightness(), 60);
+    // What is drawn, not only what is set: the middle of the list is dark.
+    const QImage shot = window->grab().toImage();
+    EXPECT_LT(QColor(shot.pixel(shot.width() * 3 / 4, shot.height() - 20)).lightness(), 60);
+
+    control<QAbstractButton>(SettingsPage::appearance, "settings.appearance.palette.green")->click();
+    EXPECT_EQ(reread()->accentPalette(), AccentPalette::green);
+    waitForRebuild(QStringLiteral("en#green#dark"));
+    EXPECT_EQ(Theme::Color::accent, BrandPalette::ramp(AccentPalette::green, true).brand);
+    EXPECT_EQ(window->sidebar()->palette().color(QPalette::Window),
+              BrandPalette::ramp(AccentPalette::green, true).brandSubtle);
+
+    // The page itself is built again, on the same page, with the choices shown.
+    EXPECT_EQ(settings.currentPage(), SettingsPage::appearance);
+    EXPECT_TRUE(control<QRadioButton>(SettingsPage::appearance, "settings.appearance.theme.dark")->isChecked());
+    EXPECT_TRUE(control<QAbstractButton>(SettingsPage::appearance, "settings.appearance.palette.green")->isChecked());
+
+    control<QRadioButton>(SettingsPage::appearance, "settings.appearance.theme.light")->click();
+    waitForRebuild(QStringLiteral("en#green#light"));
+    EXPECT_GT(window->sidebar()->palette().color(QPalette::Window).lightness(), 200);
+}
+
+TEST_F(SettingsWindowTest, AutomaticThemeFollowsTheDesktopsSettings)
+{
+    // The fixture's configuration folder stands in for the user's.
+    ASSERT_TRUE(QDir(configHome.path()).mkpath("gtk-3.0"));
+    const auto writeGtk = [&](const char *preferDark) {
+        QFile ini(configHome.filePath("gtk-3.0/settings.ini"));
+        ASSERT_TRUE(ini.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        ini.write(QByteArray("[Settings]\ngtk-theme-name=Adwaita\ngtk-application-prefer-dark-theme=") + preferDark +
+                  "\n");
+    };
+    writeGtk("1");
+    ASSERT_EQ(preferences->theme(), AppTheme::automatic);
+    show();
+    EXPECT_TRUE(window->look()->isDark());
+    EXPECT_LT(window->sidebar()->palette().color(QPalette::Window).lightness(), 60);
+
+    writeGtk("0");
+    window->look()->refreshDesktop();
+    waitForRebuild(QStringLiteral("en#violet#light"));
+    EXPECT_GT(window->sidebar()->palette().color(QPalette::Window).lightness(), 200);
+}
+
+TEST_F(SettingsWindowTest, LanguageSwitchRetranslatesWithoutRestart)
+{
+    addFlow("Kitchen", 0, 0, 1);
+    show();
+    window->setRoute(DetailRoute::ready());
+    const QString englishReady = window->sidebar()->readyRow()->text();
+    SettingsWindow &settings = openSettings(SettingsPage::language);
+    const QString englishTitle = settings.windowTitle();
+
+    control<QRadioButton>(SettingsPage::language, "settings.language.de")->click();
+    EXPECT_EQ(reread()->uiLanguageRaw(), "de");
+    waitForRebuild(QStringLiteral("de#violet#light"));
+    ASSERT_EQ(InterfaceLanguage::current(), "de");
+    // The texts now come from the German catalogue, and differ from before.
+    EXPECT_EQ(window->sidebar()->readyRow()->text(), qtTrId("sidebar.route.ready"));
+    EXPECT_NE(window->sidebar()->readyRow()->text(), englishReady);
+    EXPECT_EQ(window->windowTitle(), qtTrId("ready.title"));
+    EXPECT_EQ(window->route(), DetailRoute::ready()) << "the user stays where they were";
+    EXPECT_EQ(settings.windowTitle(), qtTrId("settings.title"));
+    EXPECT_NE(settings.windowTitle(), englishTitle);
+    EXPECT_EQ(settings.currentPage(), SettingsPage::language);
+    EXPECT_EQ(settings.findChild<QListWidget *>("settings.pages")->item(0)->text(), qtTrId("settings.page.general"));
+    EXPECT_EQ(window->menuBar()->findChild<QMenu *>("menu.file")->title(), qtTrId("menu.file"));
+    EXPECT_EQ(window->menuBar()->findChild<QAction *>("menu.settings")->text(), qtTrId("menu.settings"));
+
+    control<QRadioButton>(SettingsPage::language, "settings.language.en")->click();
+    waitForRebuild(QStringLiteral("en#violet#light"));
+    EXPECT_EQ(window->sidebar()->readyRow()->text(), englishReady);
+}
+
+} // namespace
+} // namespace fenrow::testing
