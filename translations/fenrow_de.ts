@@ -1487,5 +1487,69 @@
         <source>Delete template</source>
         <translation>Vorlage löschen</translation>
     </message>
+    <message id="menu.quickCapture">
+        <source>&amp;Quick Capture…</source>
+        <translation>&amp;Schnell erfassen…</translation>
+    </message>
+    <message id="menu.helpMenu">
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message id="menu.help">
+        <source>Fenrow &amp;Help</source>
+        <translation>Fenrow-&amp;Hilfe</translation>
+    </message>
+    <message id="menu.about">
+        <source>&amp;About Fenrow</source>
+        <translation>&amp;Über Fenrow</translation>
+    </message>
+    <message id="menu.restartOnboarding">
+        <source>Show the &amp;Welcome Again</source>
+        <translation>&amp;Willkommen erneut zeigen</translation>
+    </message>
+    <message id="onboarding.welcome.title">
+        <source>Welcome to Fenrow</source>
+        <translation>Willkommen bei Fenrow</translation>
+    </message>
+    <message id="onboarding.welcome.message">
+        <source>Plan each project as a flow of tasks, and always know what you can do next.</source>
+        <translation>Plane jedes Projekt als Flow aus Aufgaben und wisse immer, was du als Nächstes tun kannst.</translation>
+    </message>
+    <message id="onboarding.flows.title">
+        <source>A project is a flow</source>
+        <translation>Ein Projekt ist ein Flow</translation>
+    </message>
+    <message id="onboarding.flows.message">
+        <source>Tasks are cards on a canvas. Connect them to say what comes first: a task waits until the ones before it are done.</source>
+        <translation>Aufgaben sind Karten auf einer Leinwand. Verbinde sie, um zu zeigen, was zuerst kommt: Eine Aufgabe wartet, bis die vorherigen erledigt sind.</translation>
+    </message>
+    <message id="onboarding.ready.title">
+        <source>Work from the Ready list</source>
+        <translation>Arbeite mit der Bereit-Liste</translation>
+    </message>
+    <message id="onboarding.ready.message">
+        <source>Everything you can start now, from all your flows, in one list. Tick a task off and whatever it held up moves in.</source>
+        <translation>Alles, was du jetzt beginnen kannst, aus all deinen Flows in einer Liste. Hake eine Aufgabe ab, und was auf sie gewartet hat, rückt nach.</translation>
+    </message>
+    <message id="onboarding.capture.title">
+        <source>Capture in a moment</source>
+        <translation>Im Nu erfassen</translation>
+    </message>
+    <message id="onboarding.capture.message %@">
+        <source>Press %1 to note a task without leaving what you are doing. Words like “tomorrow” or “next friday” set its due date.</source>
+        <translation>Drücke %1, um eine Aufgabe zu notieren, ohne deine Arbeit zu verlassen. Wörter wie „morgen“ oder „nächsten Freitag“ setzen das Fälligkeitsdatum.</translation>
+    </message>
+    <message id="onboarding.action.next">
+        <source>Continue</source>
+        <translation>Weiter</translation>
+    </message>
+    <message id="onboarding.action.back">
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message id="onboarding.action.finish">
+        <source>Get started</source>
+        <translation>Los geht’s</translation>
+    </message>
 </context>
 </TS>

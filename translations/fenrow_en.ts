@@ -1487,5 +1487,69 @@
         <source>Delete template</source>
         <translation>Delete template</translation>
     </message>
+    <message id="menu.quickCapture">
+        <source>&amp;Quick Capture…</source>
+        <translation>&amp;Quick Capture…</translation>
+    </message>
+    <message id="menu.helpMenu">
+        <source>&amp;Help</source>
+        <translation>&amp;Help</translation>
+    </message>
+    <message id="menu.help">
+        <source>Fenrow &amp;Help</source>
+        <translation>Fenrow &amp;Help</translation>
+    </message>
+    <message id="menu.about">
+        <source>&amp;About Fenrow</source>
+        <translation>&amp;About Fenrow</translation>
+    </message>
+    <message id="menu.restartOnboarding">
+        <source>Show the &amp;Welcome Again</source>
+        <translation>Show the &amp;Welcome Again</translation>
+    </message>
+    <message id="onboarding.welcome.title">
+        <source>Welcome to Fenrow</source>
+        <translation>Welcome to Fenrow</translation>
+    </message>
+    <message id="onboarding.welcome.message">
+        <source>Plan each project as a flow of tasks, and always know what you can do next.</source>
+        <translation>Plan each project as a flow of tasks, and always know what you can do next.</translation>
+    </message>
+    <message id="onboarding.flows.title">
+        <source>A project is a flow</source>
+        <translation>A project is a flow</translation>
+    </message>
+    <message id="onboarding.flows.message">
+        <source>Tasks are cards on a canvas. Connect them to say what comes first: a task waits until the ones before it are done.</source>
+        <translation>Tasks are cards on a canvas. Connect them to say what comes first: a task waits until the ones before it are done.</translation>
+    </message>
+    <message id="onboarding.ready.title">
+        <source>Work from the Ready list</source>
+        <translation>Work from the Ready list</translation>
+    </message>
+    <message id="onboarding.ready.message">
+        <source>Everything you can start now, from all your flows, in one list. Tick a task off and whatever it held up moves in.</source>
+        <translation>Everything you can start now, from all your flows, in one list. Tick a task off and whatever it held up moves in.</translation>
+    </message>
+    <message id="onboarding.capture.title">
+        <source>Capture in a moment</source>
+        <translation>Capture in a moment</translation>
+    </message>
+    <message id="onboarding.capture.message %@">
+        <source>Press %1 to note a task without leaving what you are doing. Words like “tomorrow” or “next friday” set its due date.</source>
+        <translation>Press %1 to note a task without leaving what you are doing. Words like “tomorrow” or “next friday” set its due date.</translation>
+    </message>
+    <message id="onboarding.action.next">
+        <source>Continue</source>
+        <translation>Continue</translation>
+    </message>
+    <message id="onboarding.action.back">
+        <source>Back</source>
+        <translation>Back</translation>
+    </message>
+    <message id="onboarding.action.finish">
+        <source>Get started</source>
+        <translation>Get started</translation>
+    </message>
 </context>
 </TS>

@@ -1487,5 +1487,69 @@
         <source>Delete template</source>
         <translation>Eliminar plantilla</translation>
     </message>
+    <message id="menu.quickCapture">
+        <source>&amp;Quick Capture…</source>
+        <translation>Captura &amp;rápida…</translation>
+    </message>
+    <message id="menu.helpMenu">
+        <source>&amp;Help</source>
+        <translation>Ay&amp;uda</translation>
+    </message>
+    <message id="menu.help">
+        <source>Fenrow &amp;Help</source>
+        <translation>Ay&amp;uda de Fenrow</translation>
+    </message>
+    <message id="menu.about">
+        <source>&amp;About Fenrow</source>
+        <translation>&amp;Acerca de Fenrow</translation>
+    </message>
+    <message id="menu.restartOnboarding">
+        <source>Show the &amp;Welcome Again</source>
+        <translation>Mostrar la &amp;bienvenida otra vez</translation>
+    </message>
+    <message id="onboarding.welcome.title">
+        <source>Welcome to Fenrow</source>
+        <translation>Te damos la bienvenida a Fenrow</translation>
+    </message>
+    <message id="onboarding.welcome.message">
+        <source>Plan each project as a flow of tasks, and always know what you can do next.</source>
+        <translation>Planifica cada proyecto como un flujo de tareas y sabe siempre qué puedes hacer a continuación.</translation>
+    </message>
+    <message id="onboarding.flows.title">
+        <source>A project is a flow</source>
+        <translation>Un proyecto es un flujo</translation>
+    </message>
+    <message id="onboarding.flows.message">
+        <source>Tasks are cards on a canvas. Connect them to say what comes first: a task waits until the ones before it are done.</source>
+        <translation>Las tareas son tarjetas en un lienzo. Conéctalas para indicar qué va primero: una tarea espera hasta que las anteriores estén hechas.</translation>
+    </message>
+    <message id="onboarding.ready.title">
+        <source>Work from the Ready list</source>
+        <translation>Trabaja desde la lista Disponibles</translation>
+    </message>
+    <message id="onboarding.ready.message">
+        <source>Everything you can start now, from all your flows, in one list. Tick a task off and whatever it held up moves in.</source>
+        <translation>Todo lo que puedes empezar ya, de todos tus flujos, en una sola lista. Marca una tarea y lo que esperaba por ella se incorpora.</translation>
+    </message>
+    <message id="onboarding.capture.title">
+        <source>Capture in a moment</source>
+        <translation>Captura al instante</translation>
+    </message>
+    <message id="onboarding.capture.message %@">
+        <source>Press %1 to note a task without leaving what you are doing. Words like “tomorrow” or “next friday” set its due date.</source>
+        <translation>Pulsa %1 para anotar una tarea sin dejar lo que estás haciendo. Palabras como «mañana» o «el próximo viernes» fijan su fecha de vencimiento.</translation>
+    </message>
+    <message id="onboarding.action.next">
+        <source>Continue</source>
+        <translation>Continuar</translation>
+    </message>
+    <message id="onboarding.action.back">
+        <source>Back</source>
+        <translation>Atrás</translation>
+    </message>
+    <message id="onboarding.action.finish">
+        <source>Get started</source>
+        <translation>Empezar</translation>
+    </message>
 </context>
 </TS>

@@ -1487,5 +1487,69 @@
         <source>Delete template</source>
         <translation>Supprimer le modèle</translation>
     </message>
+    <message id="menu.quickCapture">
+        <source>&amp;Quick Capture…</source>
+        <translation>Saisie &amp;rapide…</translation>
+    </message>
+    <message id="menu.helpMenu">
+        <source>&amp;Help</source>
+        <translation>&amp;Aide</translation>
+    </message>
+    <message id="menu.help">
+        <source>Fenrow &amp;Help</source>
+        <translation>&amp;Aide de Fenrow</translation>
+    </message>
+    <message id="menu.about">
+        <source>&amp;About Fenrow</source>
+        <translation>À &amp;propos de Fenrow</translation>
+    </message>
+    <message id="menu.restartOnboarding">
+        <source>Show the &amp;Welcome Again</source>
+        <translation>Revoir l’&amp;accueil</translation>
+    </message>
+    <message id="onboarding.welcome.title">
+        <source>Welcome to Fenrow</source>
+        <translation>Bienvenue dans Fenrow</translation>
+    </message>
+    <message id="onboarding.welcome.message">
+        <source>Plan each project as a flow of tasks, and always know what you can do next.</source>
+        <translation>Organisez chaque projet en un flux de tâches et sachez toujours ce que vous pouvez faire ensuite.</translation>
+    </message>
+    <message id="onboarding.flows.title">
+        <source>A project is a flow</source>
+        <translation>Un projet est un flux</translation>
+    </message>
+    <message id="onboarding.flows.message">
+        <source>Tasks are cards on a canvas. Connect them to say what comes first: a task waits until the ones before it are done.</source>
+        <translation>Les tâches sont des cartes sur un canevas. Reliez-les pour dire ce qui vient d’abord : une tâche attend que les précédentes soient faites.</translation>
+    </message>
+    <message id="onboarding.ready.title">
+        <source>Work from the Ready list</source>
+        <translation>Travaillez depuis la liste Prêtes</translation>
+    </message>
+    <message id="onboarding.ready.message">
+        <source>Everything you can start now, from all your flows, in one list. Tick a task off and whatever it held up moves in.</source>
+        <translation>Tout ce que vous pouvez commencer maintenant, de tous vos flux, dans une seule liste. Cochez une tâche et ce qu’elle bloquait y entre.</translation>
+    </message>
+    <message id="onboarding.capture.title">
+        <source>Capture in a moment</source>
+        <translation>Notez en un instant</translation>
+    </message>
+    <message id="onboarding.capture.message %@">
+        <source>Press %1 to note a task without leaving what you are doing. Words like “tomorrow” or “next friday” set its due date.</source>
+        <translation>Appuyez sur %1 pour noter une tâche sans quitter ce que vous faites. Des mots comme « demain » ou « vendredi prochain » fixent son échéance.</translation>
+    </message>
+    <message id="onboarding.action.next">
+        <source>Continue</source>
+        <translation>Continuer</translation>
+    </message>
+    <message id="onboarding.action.back">
+        <source>Back</source>
+        <translation>Retour</translation>
+    </message>
+    <message id="onboarding.action.finish">
+        <source>Get started</source>
+        <translation>Commencer</translation>
+    </message>
 </context>
 </TS>

@@ -1487,5 +1487,69 @@
         <source>Delete template</source>
         <translation>Şablonu sil</translation>
     </message>
+    <message id="menu.quickCapture">
+        <source>&amp;Quick Capture…</source>
+        <translation>&amp;Hızlı Ekle…</translation>
+    </message>
+    <message id="menu.helpMenu">
+        <source>&amp;Help</source>
+        <translation>&amp;Yardım</translation>
+    </message>
+    <message id="menu.help">
+        <source>Fenrow &amp;Help</source>
+        <translation>Fenrow &amp;Yardımı</translation>
+    </message>
+    <message id="menu.about">
+        <source>&amp;About Fenrow</source>
+        <translation>Fenrow &amp;Hakkında</translation>
+    </message>
+    <message id="menu.restartOnboarding">
+        <source>Show the &amp;Welcome Again</source>
+        <translation>&amp;Karşılamayı Yeniden Göster</translation>
+    </message>
+    <message id="onboarding.welcome.title">
+        <source>Welcome to Fenrow</source>
+        <translation>Fenrow’a hoş geldin</translation>
+    </message>
+    <message id="onboarding.welcome.message">
+        <source>Plan each project as a flow of tasks, and always know what you can do next.</source>
+        <translation>Her projeyi görevlerden oluşan bir akış olarak planla ve sıradaki işini her zaman bil.</translation>
+    </message>
+    <message id="onboarding.flows.title">
+        <source>A project is a flow</source>
+        <translation>Her proje bir akıştır</translation>
+    </message>
+    <message id="onboarding.flows.message">
+        <source>Tasks are cards on a canvas. Connect them to say what comes first: a task waits until the ones before it are done.</source>
+        <translation>Görevler tuvaldeki kartlardır. Neyin önce geldiğini bağlantılarla göster: bir görev, öncekiler bitene kadar bekler.</translation>
+    </message>
+    <message id="onboarding.ready.title">
+        <source>Work from the Ready list</source>
+        <translation>Hazır listesinden çalış</translation>
+    </message>
+    <message id="onboarding.ready.message">
+        <source>Everything you can start now, from all your flows, in one list. Tick a task off and whatever it held up moves in.</source>
+        <translation>Tüm akışlarından hemen başlayabileceğin her şey tek listede. Bir görevi işaretle, beklettiği görevler listeye girsin.</translation>
+    </message>
+    <message id="onboarding.capture.title">
+        <source>Capture in a moment</source>
+        <translation>Anında not al</translation>
+    </message>
+    <message id="onboarding.capture.message %@">
+        <source>Press %1 to note a task without leaving what you are doing. Words like “tomorrow” or “next friday” set its due date.</source>
+        <translation>Elindeki işi bırakmadan bir görev yazmak için %1 tuşlarına bas. “yarın” ya da “gelecek cuma” gibi sözcükler son günü belirler.</translation>
+    </message>
+    <message id="onboarding.action.next">
+        <source>Continue</source>
+        <translation>Devam</translation>
+    </message>
+    <message id="onboarding.action.back">
+        <source>Back</source>
+        <translation>Geri</translation>
+    </message>
+    <message id="onboarding.action.finish">
+        <source>Get started</source>
+        <translation>Başlayalım</translation>
+    </message>
 </context>
 </TS>

@@ -1,5 +1,6 @@
 #include "DesktopProgram.h"
 
+#include "AppShell.h"
 #include "Glyphs.h"
 #include "MainWindow.h"
 #include "Theme.h"
@@ -63,8 +64,11 @@ int run(QApplication &application)
                              environment.refreshAvailability();
                      });
     MainWindow window(*store, history, activeFlow, preferences, environment);
-    QObject::connect(&window, &MainWindow::quitRequested, &application, &QCoreApplication::quit);
-    window.show();
+    // Onboarding, the capture panel, the window's size and place, and the
+    // one way out for Quit and SIGTERM.
+    AppShell shell(*store, history, activeFlow, preferences, environment);
+    shell.registerMainWindow(&window);
+    shell.launch();
     return application.exec();
 }
 

@@ -54,6 +54,10 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
     connect(this, &MainWindow::sidebarWidthCommitted, this,
             [this](int width) { m_preferences.setSidebarWidth(width); });
     connect(&m_store, &FenrowStore::changed, this, &MainWindow::followStore);
+    connect(&m_preferences, &AppPreferences::changed, this, [this](const QString &key) {
+        if (key == QLatin1StringView(PreferenceKey::hasCompletedOnboarding))
+            followOnboarding();
+    });
     connect(m_look, &InterfaceLook::changed, this, &MainWindow::rebuild);
 
     showRoute();
@@ -91,7 +95,7 @@ void MainWindow::buildContent()
     row->addWidget(m_sidebar);
     row->addWidget(divider);
     row->addWidget(m_detail, 1);
-    setCentralWidget(root);
+    setCentralWidget(withOnboarding(root));
 
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_sidebar, &Sidebar::refreshReadyCount);
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_readyList, &ReadyListView::reload);

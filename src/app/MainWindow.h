@@ -22,6 +22,7 @@ class FenrowHistory;
 class FenrowStore;
 class FlowDetailView;
 class FlowExportCommands;
+class OnboardingView;
 class InterfaceLook;
 class ReadyListView;
 class SettingsWindow;
@@ -74,8 +75,14 @@ public:
     void undo();
     void redo();
 
+    // The welcome shown in place of the flows until onboarding is done;
+    // null once done.
+    OnboardingView *onboarding() const;
+
 signals:
     void quitRequested();
+    // The user finished onboarding; the flag is already set.
+    void onboardingCompleted();
     // The width the user settled on by dragging the divider.
     void sidebarWidthCommitted(int width);
 
@@ -92,6 +99,9 @@ private:
     void followStore();
     void showRoute();
     void seedSampleFlow();
+    // The flows, or the welcome in their place while onboarding is not done.
+    QWidget *withOnboarding(QWidget *root);
+    void followOnboarding();
 
     FenrowStore &m_store;
     FenrowHistory &m_history;
@@ -112,6 +122,8 @@ private:
     QPointer<SettingsWindow> m_settings;
     DetailRoute m_route;
     bool m_hasAppeared = false;
+    QStackedWidget *m_stage = nullptr;
+    OnboardingView *m_onboarding = nullptr;
 };
 
 } // namespace fenrow

@@ -31,8 +31,8 @@ namespace fenrow::testing {
 
 // A main window over a fresh in-memory store and settings of its own, shown
 // and active, with the helpers the GUI tests share to reach rows, menus and
-// dialogs. The user has met the sample flow already unless a test says
-// otherwise.
+// dialogs. The user has finished onboarding and met the sample flow
+// already unless a test says otherwise.
 class WindowFixture : public ::testing::Test {
 protected:
     WindowFixture()
@@ -42,6 +42,7 @@ protected:
         qputenv("XDG_CONFIG_HOME", configHome.path().toUtf8());
         preferences = std::make_unique<AppPreferences>(SettingsFile::open());
         preferences->setHasSeededSampleFlow(true);
+        preferences->setHasCompletedOnboarding(true);
         QString fatal;
         store = FenrowModelContainer::openStore({QStringLiteral("--ui-test")}, clock,
                                                 LocalCalendar(QTimeZone("Europe/Berlin")), &fatal);

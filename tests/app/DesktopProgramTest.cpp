@@ -1,5 +1,6 @@
 #include "DesktopProgram.h"
 #include "MainWindow.h"
+#include "OnboardingView.h"
 #include "domain/FenrowModelContainer.h"
 #include "shell/InterfaceLanguage.h"
 #include "shell/SettingsFile.h"
@@ -102,11 +103,13 @@ TEST_F(DesktopProgramTest, AStoreThatCannotBeOpenedStopsWithAnAlertAndLeavesTheF
 TEST_F(DesktopProgramTest, AStoreThatOpensShowsTheMainWindowWithTheSampleFlowForANewUser)
 {
     QString title;
+    bool welcomed = false;
     const int status = runAnswering([&] {
         for (QWidget *widget : QApplication::topLevelWidgets()) {
             auto *window = qobject_cast<MainWindow *>(widget);
             if (window && window->isVisible()) {
                 title = window->windowTitle();
+                welcomed = window->onboarding() && window->onboarding()->isVisible();
                 window->close();
                 return true;
             }
@@ -116,6 +119,7 @@ TEST_F(DesktopProgramTest, AStoreThatOpensShowsTheMainWindowWithTheSampleFlowFor
 
     EXPECT_EQ(status, 0);
     EXPECT_EQ(title, "Sample: Launch a landing page");
+    EXPECT_TRUE(welcomed) << "a new user is welcomed first";
     EXPECT_TRUE(QFile::exists(storeFile)) << "the store lives in the user's data folder";
 }
 

@@ -1,0 +1,119 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class QAction;
+class QMenu;
+class QTimer;
+
+namespace fenrow {
+
+class ActiveFlowState;
+class AppEnvironment;
+class AppPreferences;
+class FenrowHistory;
+class FenrowStore;
+class MainWindow;
+class QuickCapturePanel;
+
+// What runs once per process around the main window: the two stages of the
+// program (welcome first; the capture panel and the other services only
+// once onboarding is done), the size and place of the main window, the
+// shell's own menu commands and the orderly way out, for Quit and SIGTERM
+// alike.
+//
+// Onboarding's flag is the one switch: whenever it becomes true the
+// application interface is installed, whenever it becomes false it is
+// removed, each exactly once however often the flag is written.
+class AppShell : public QObject {
+    Q_OBJECT
+
+public:
+    // Starts the program with the capture panel open.
+    static inline const QString captureArgument = QStringLiteral("--capture");
+
+    AppShell(FenrowStore &store, FenrowHistory &history, ActiveFlowState &activeFlow, AppPreferences &preferences,
+             AppEnvironment &environment, QObject *parent = nullptr);
+    ~AppShell() override;
+
+    // The shell of this process while it lives, for commands that have no
+    // other way to reach it.
+    static AppShell *current();
+
+    // Takes over SIGTERM, then, once the event loop has shown the window,
+    // evaluates onboarding's flag (installing the interface when it is
+    // set), follows its changes from then on, and opens the capture panel
+    // when the program was started with "--capture".
+    void launch();
+
+    // Adds the shell's commands to the window's menus, shows it and fits it
+    // to the screen. The first window is kept; later calls change nothing.
+    void registerMainWindow(MainWindow *window);
+    MainWindow *mainWindow() const { return m_window; }
+
+    // Whether the user may use the program beyond onboarding.
+    bool canUseApplication() const;
+    bool isAppUIInstalled() const { return m_appUIInstalled; }
+    // The capture panel while the interface is installed, else null.
+    QuickCapturePanel *quickCapturePanel() const;
+
+    // The capture command: opens or closes the panel, once onboarding is done.
+    void toggleQuickCapture();
+    // Shows the About page of the settings; the Help command does the same.
+    void showAbout();
+    // Clears onboarding's flag: the interface is removed, the window shows
+    // the welcome again and shrinks to it.
+    void restartOnboarding();
+    // What the window does after onboarding finished or restarted: the
+    // flag is read again and the window fitted once its content settled.
+    void onboardingChanged();
+
+    // Sizes the window for the onboarding state within the screen under
+    // the pointer and centres it there. Scripted runs ("--ui-test") keep
+    // the window as made.
+    void fitMainWindow();
+    void scheduleFitting();
+
+    // The one way out, for the Quit command and SIGTERM.
+    void quit();
+
+signals:
+    // Where the services that live with the installed interface join
+    // (global hot key, notifications, maintenance, widget bridge); the
+    // capture panel is made before `appUIInstalled` and dropped after
+    // `appUIRemoved`.
+    void appUIInstalled();
+    void appUIRemoved();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void evaluateOnboarding();
+    void installAppUI();
+    void removeAppUI();
+    void addCommands();
+    void updateCommands();
+    void centreAfterResize();
+
+    FenrowStore &m_store;
+    FenrowHistory &m_history;
+    ActiveFlowState &m_activeFlow;
+    AppPreferences &m_preferences;
+    AppEnvironment &m_environment;
+    QPointer<MainWindow> m_window;
+    QPointer<QuickCapturePanel> m_panel;
+    bool m_appUIInstalled = false;
+    bool m_launched = false;
+    QTimer *m_fitTimer = nullptr;
+    // Set while the next resize of the window is to be answered by
+    // centring it once more.
+    QTimer *m_recentreWatch = nullptr;
+    QAction *m_quickCapture = nullptr;
+    QAction *m_help = nullptr;
+    QAction *m_about = nullptr;
+    QAction *m_restartOnboarding = nullptr;
+};
+
+} // namespace fenrow
