@@ -1551,5 +1551,125 @@
         <source>Get started</source>
         <translation>Los geht’s</translation>
     </message>
+    <message id="sidebar.route.search">
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message id="sidebar.action.collapse">
+        <source>Hide sidebar</source>
+        <translation>Seitenleiste ausblenden</translation>
+    </message>
+    <message id="sidebar.action.expand">
+        <source>Show sidebar</source>
+        <translation>Seitenleiste einblenden</translation>
+    </message>
+    <message id="flowSearch.field.placeholder">
+        <source>Find tasks by title or notes</source>
+        <translation>Aufgaben nach Titel oder Notizen finden</translation>
+    </message>
+    <message id="flowSearch.close">
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message id="flowSearch.group.current">
+        <source>This flow</source>
+        <translation>Dieser Ablauf</translation>
+    </message>
+    <message id="flowSearch.empty.title">
+        <source>No matches</source>
+        <translation>Keine Treffer</translation>
+    </message>
+    <message id="flowSearch.empty.message">
+        <source>No task title or note contains these words.</source>
+        <translation>Kein Aufgabentitel und keine Notiz enthält diese Wörter.</translation>
+    </message>
+    <message id="flowSearch.count %lld">
+        <source>%1 found</source>
+        <translation>%1 gefunden</translation>
+    </message>
+    <message id="flowSearch.footer.hint">
+        <source>↑↓ to move · ↩ to open · esc to close</source>
+        <translation>↑↓ wählen · ↩ öffnen · Esc schließen</translation>
+    </message>
+    <message id="menu.view">
+        <source>View</source>
+        <translation>Darstellung</translation>
+    </message>
+    <message id="menu.zoomIn">
+        <source>Zoom In</source>
+        <translation>Vergrößern</translation>
+    </message>
+    <message id="menu.zoomOut">
+        <source>Zoom Out</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message id="menu.actualSize">
+        <source>Actual Size</source>
+        <translation>Originalgröße</translation>
+    </message>
+    <message id="menu.zoomToFit">
+        <source>Zoom to Fit</source>
+        <translation>Alles zeigen</translation>
+    </message>
+    <message id="menu.toggleSidebar">
+        <source>Show or Hide Sidebar</source>
+        <translation>Seitenleiste ein- oder ausblenden</translation>
+    </message>
+    <message id="menu.flow">
+        <source>Flow</source>
+        <translation>Ablauf</translation>
+    </message>
+    <message id="menu.addTask">
+        <source>Add Task</source>
+        <translation>Aufgabe hinzufügen</translation>
+    </message>
+    <message id="menu.addNextTask">
+        <source>Add Next Task</source>
+        <translation>Nächste Aufgabe hinzufügen</translation>
+    </message>
+    <message id="menu.addTaskBefore">
+        <source>Add Task Before</source>
+        <translation>Aufgabe davor hinzufügen</translation>
+    </message>
+    <message id="menu.addSubtask">
+        <source>Add Subtask</source>
+        <translation>Unteraufgabe hinzufügen</translation>
+    </message>
+    <message id="menu.connect">
+        <source>Connect Selected Tasks</source>
+        <translation>Ausgewählte Aufgaben verbinden</translation>
+    </message>
+    <message id="menu.rename">
+        <source>Rename Task</source>
+        <translation>Aufgabe umbenennen</translation>
+    </message>
+    <message id="menu.toggleDone">
+        <source>Mark Done or Not Done</source>
+        <translation>Als erledigt oder offen markieren</translation>
+    </message>
+    <message id="menu.delete">
+        <source>Delete Selection</source>
+        <translation>Auswahl löschen</translation>
+    </message>
+    <message id="menu.arrange">
+        <source>Arrange as Tree</source>
+        <translation>Als Baum anordnen</translation>
+    </message>
+    <message id="menu.archiveDone">
+        <source>Archive Done Tasks…</source>
+        <translation>Erledigte Aufgaben archivieren…</translation>
+    </message>
+    <message id="menu.find">
+        <source>Find in Flows…</source>
+        <translation>In Abläufen suchen…</translation>
+    </message>
+    <message id="ready.row.references">
+        <source>Linked files: %1</source>
+        <translation>Verknüpfte Dateien: %1</translation>
+    </message>
+    <message id="ready.row.reorder.help">
+        <source>Drag to set today's order</source>
+        <translation>Ziehen, um die heutige Reihenfolge festzulegen</translation>
+    </message>
 </context>
 </TS>

@@ -1551,5 +1551,125 @@
         <source>Get started</source>
         <translation>Get started</translation>
     </message>
+    <message id="sidebar.route.search">
+        <source>Search</source>
+        <translation>Search</translation>
+    </message>
+    <message id="sidebar.action.collapse">
+        <source>Hide sidebar</source>
+        <translation>Hide sidebar</translation>
+    </message>
+    <message id="sidebar.action.expand">
+        <source>Show sidebar</source>
+        <translation>Show sidebar</translation>
+    </message>
+    <message id="flowSearch.field.placeholder">
+        <source>Find tasks by title or notes</source>
+        <translation>Find tasks by title or notes</translation>
+    </message>
+    <message id="flowSearch.close">
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message id="flowSearch.group.current">
+        <source>This flow</source>
+        <translation>This flow</translation>
+    </message>
+    <message id="flowSearch.empty.title">
+        <source>No matches</source>
+        <translation>No matches</translation>
+    </message>
+    <message id="flowSearch.empty.message">
+        <source>No task title or note contains these words.</source>
+        <translation>No task title or note contains these words.</translation>
+    </message>
+    <message id="flowSearch.count %lld">
+        <source>%1 found</source>
+        <translation>%1 found</translation>
+    </message>
+    <message id="flowSearch.footer.hint">
+        <source>↑↓ to move · ↩ to open · esc to close</source>
+        <translation>↑↓ to move · ↩ to open · esc to close</translation>
+    </message>
+    <message id="menu.view">
+        <source>View</source>
+        <translation>View</translation>
+    </message>
+    <message id="menu.zoomIn">
+        <source>Zoom In</source>
+        <translation>Zoom In</translation>
+    </message>
+    <message id="menu.zoomOut">
+        <source>Zoom Out</source>
+        <translation>Zoom Out</translation>
+    </message>
+    <message id="menu.actualSize">
+        <source>Actual Size</source>
+        <translation>Actual Size</translation>
+    </message>
+    <message id="menu.zoomToFit">
+        <source>Zoom to Fit</source>
+        <translation>Zoom to Fit</translation>
+    </message>
+    <message id="menu.toggleSidebar">
+        <source>Show or Hide Sidebar</source>
+        <translation>Show or Hide Sidebar</translation>
+    </message>
+    <message id="menu.flow">
+        <source>Flow</source>
+        <translation>Flow</translation>
+    </message>
+    <message id="menu.addTask">
+        <source>Add Task</source>
+        <translation>Add Task</translation>
+    </message>
+    <message id="menu.addNextTask">
+        <source>Add Next Task</source>
+        <translation>Add Next Task</translation>
+    </message>
+    <message id="menu.addTaskBefore">
+        <source>Add Task Before</source>
+        <translation>Add Task Before</translation>
+    </message>
+    <message id="menu.addSubtask">
+        <source>Add Subtask</source>
+        <translation>Add Subtask</translation>
+    </message>
+    <message id="menu.connect">
+        <source>Connect Selected Tasks</source>
+        <translation>Connect Selected Tasks</translation>
+    </message>
+    <message id="menu.rename">
+        <source>Rename Task</source>
+        <translation>Rename Task</translation>
+    </message>
+    <message id="menu.toggleDone">
+        <source>Mark Done or Not Done</source>
+        <translation>Mark Done or Not Done</translation>
+    </message>
+    <message id="menu.delete">
+        <source>Delete Selection</source>
+        <translation>Delete Selection</translation>
+    </message>
+    <message id="menu.arrange">
+        <source>Arrange as Tree</source>
+        <translation>Arrange as Tree</translation>
+    </message>
+    <message id="menu.archiveDone">
+        <source>Archive Done Tasks…</source>
+        <translation>Archive Done Tasks…</translation>
+    </message>
+    <message id="menu.find">
+        <source>Find in Flows…</source>
+        <translation>Find in Flows…</translation>
+    </message>
+    <message id="ready.row.references">
+        <source>Linked files: %1</source>
+        <translation>Linked files: %1</translation>
+    </message>
+    <message id="ready.row.reorder.help">
+        <source>Drag to set today's order</source>
+        <translation>Drag to set today's order</translation>
+    </message>
 </context>
 </TS>

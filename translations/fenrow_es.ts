@@ -1551,5 +1551,125 @@
         <source>Get started</source>
         <translation>Empezar</translation>
     </message>
+    <message id="sidebar.route.search">
+        <source>Search</source>
+        <translation>Buscar</translation>
+    </message>
+    <message id="sidebar.action.collapse">
+        <source>Hide sidebar</source>
+        <translation>Ocultar barra lateral</translation>
+    </message>
+    <message id="sidebar.action.expand">
+        <source>Show sidebar</source>
+        <translation>Mostrar barra lateral</translation>
+    </message>
+    <message id="flowSearch.field.placeholder">
+        <source>Find tasks by title or notes</source>
+        <translation>Buscar tareas por título o notas</translation>
+    </message>
+    <message id="flowSearch.close">
+        <source>Close</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message id="flowSearch.group.current">
+        <source>This flow</source>
+        <translation>Este flujo</translation>
+    </message>
+    <message id="flowSearch.empty.title">
+        <source>No matches</source>
+        <translation>Sin coincidencias</translation>
+    </message>
+    <message id="flowSearch.empty.message">
+        <source>No task title or note contains these words.</source>
+        <translation>Ningún título ni nota de tarea contiene estas palabras.</translation>
+    </message>
+    <message id="flowSearch.count %lld">
+        <source>%1 found</source>
+        <translation>%1 encontradas</translation>
+    </message>
+    <message id="flowSearch.footer.hint">
+        <source>↑↓ to move · ↩ to open · esc to close</source>
+        <translation>↑↓ mover · ↩ abrir · esc cerrar</translation>
+    </message>
+    <message id="menu.view">
+        <source>View</source>
+        <translation>Ver</translation>
+    </message>
+    <message id="menu.zoomIn">
+        <source>Zoom In</source>
+        <translation>Acercar</translation>
+    </message>
+    <message id="menu.zoomOut">
+        <source>Zoom Out</source>
+        <translation>Alejar</translation>
+    </message>
+    <message id="menu.actualSize">
+        <source>Actual Size</source>
+        <translation>Tamaño real</translation>
+    </message>
+    <message id="menu.zoomToFit">
+        <source>Zoom to Fit</source>
+        <translation>Ajustar a la ventana</translation>
+    </message>
+    <message id="menu.toggleSidebar">
+        <source>Show or Hide Sidebar</source>
+        <translation>Mostrar u ocultar barra lateral</translation>
+    </message>
+    <message id="menu.flow">
+        <source>Flow</source>
+        <translation>Flujo</translation>
+    </message>
+    <message id="menu.addTask">
+        <source>Add Task</source>
+        <translation>Añadir tarea</translation>
+    </message>
+    <message id="menu.addNextTask">
+        <source>Add Next Task</source>
+        <translation>Añadir tarea siguiente</translation>
+    </message>
+    <message id="menu.addTaskBefore">
+        <source>Add Task Before</source>
+        <translation>Añadir tarea anterior</translation>
+    </message>
+    <message id="menu.addSubtask">
+        <source>Add Subtask</source>
+        <translation>Añadir subtarea</translation>
+    </message>
+    <message id="menu.connect">
+        <source>Connect Selected Tasks</source>
+        <translation>Conectar tareas seleccionadas</translation>
+    </message>
+    <message id="menu.rename">
+        <source>Rename Task</source>
+        <translation>Renombrar tarea</translation>
+    </message>
+    <message id="menu.toggleDone">
+        <source>Mark Done or Not Done</source>
+        <translation>Marcar como hecha o pendiente</translation>
+    </message>
+    <message id="menu.delete">
+        <source>Delete Selection</source>
+        <translation>Eliminar selección</translation>
+    </message>
+    <message id="menu.arrange">
+        <source>Arrange as Tree</source>
+        <translation>Organizar como árbol</translation>
+    </message>
+    <message id="menu.archiveDone">
+        <source>Archive Done Tasks…</source>
+        <translation>Archivar tareas hechas…</translation>
+    </message>
+    <message id="menu.find">
+        <source>Find in Flows…</source>
+        <translation>Buscar en flujos…</translation>
+    </message>
+    <message id="ready.row.references">
+        <source>Linked files: %1</source>
+        <translation>Archivos vinculados: %1</translation>
+    </message>
+    <message id="ready.row.reorder.help">
+        <source>Drag to set today's order</source>
+        <translation>Arrastra para fijar el orden de hoy</translation>
+    </message>
 </context>
 </TS>

@@ -1551,5 +1551,125 @@
         <source>Get started</source>
         <translation>Commencer</translation>
     </message>
+    <message id="sidebar.route.search">
+        <source>Search</source>
+        <translation>Rechercher</translation>
+    </message>
+    <message id="sidebar.action.collapse">
+        <source>Hide sidebar</source>
+        <translation>Masquer la barre latérale</translation>
+    </message>
+    <message id="sidebar.action.expand">
+        <source>Show sidebar</source>
+        <translation>Afficher la barre latérale</translation>
+    </message>
+    <message id="flowSearch.field.placeholder">
+        <source>Find tasks by title or notes</source>
+        <translation>Trouver des tâches par titre ou notes</translation>
+    </message>
+    <message id="flowSearch.close">
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message id="flowSearch.group.current">
+        <source>This flow</source>
+        <translation>Ce flux</translation>
+    </message>
+    <message id="flowSearch.empty.title">
+        <source>No matches</source>
+        <translation>Aucun résultat</translation>
+    </message>
+    <message id="flowSearch.empty.message">
+        <source>No task title or note contains these words.</source>
+        <translation>Aucun titre ni aucune note de tâche ne contient ces mots.</translation>
+    </message>
+    <message id="flowSearch.count %lld">
+        <source>%1 found</source>
+        <translation>%1 trouvées</translation>
+    </message>
+    <message id="flowSearch.footer.hint">
+        <source>↑↓ to move · ↩ to open · esc to close</source>
+        <translation>↑↓ naviguer · ↩ ouvrir · Échap fermer</translation>
+    </message>
+    <message id="menu.view">
+        <source>View</source>
+        <translation>Présentation</translation>
+    </message>
+    <message id="menu.zoomIn">
+        <source>Zoom In</source>
+        <translation>Zoom avant</translation>
+    </message>
+    <message id="menu.zoomOut">
+        <source>Zoom Out</source>
+        <translation>Zoom arrière</translation>
+    </message>
+    <message id="menu.actualSize">
+        <source>Actual Size</source>
+        <translation>Taille réelle</translation>
+    </message>
+    <message id="menu.zoomToFit">
+        <source>Zoom to Fit</source>
+        <translation>Ajuster à la fenêtre</translation>
+    </message>
+    <message id="menu.toggleSidebar">
+        <source>Show or Hide Sidebar</source>
+        <translation>Afficher ou masquer la barre latérale</translation>
+    </message>
+    <message id="menu.flow">
+        <source>Flow</source>
+        <translation>Flux</translation>
+    </message>
+    <message id="menu.addTask">
+        <source>Add Task</source>
+        <translation>Ajouter une tâche</translation>
+    </message>
+    <message id="menu.addNextTask">
+        <source>Add Next Task</source>
+        <translation>Ajouter la tâche suivante</translation>
+    </message>
+    <message id="menu.addTaskBefore">
+        <source>Add Task Before</source>
+        <translation>Ajouter une tâche avant</translation>
+    </message>
+    <message id="menu.addSubtask">
+        <source>Add Subtask</source>
+        <translation>Ajouter une sous-tâche</translation>
+    </message>
+    <message id="menu.connect">
+        <source>Connect Selected Tasks</source>
+        <translation>Relier les tâches sélectionnées</translation>
+    </message>
+    <message id="menu.rename">
+        <source>Rename Task</source>
+        <translation>Renommer la tâche</translation>
+    </message>
+    <message id="menu.toggleDone">
+        <source>Mark Done or Not Done</source>
+        <translation>Marquer comme faite ou non faite</translation>
+    </message>
+    <message id="menu.delete">
+        <source>Delete Selection</source>
+        <translation>Supprimer la sélection</translation>
+    </message>
+    <message id="menu.arrange">
+        <source>Arrange as Tree</source>
+        <translation>Disposer en arbre</translation>
+    </message>
+    <message id="menu.archiveDone">
+        <source>Archive Done Tasks…</source>
+        <translation>Archiver les tâches faites…</translation>
+    </message>
+    <message id="menu.find">
+        <source>Find in Flows…</source>
+        <translation>Rechercher dans les flux…</translation>
+    </message>
+    <message id="ready.row.references">
+        <source>Linked files: %1</source>
+        <translation>Fichiers liés : %1</translation>
+    </message>
+    <message id="ready.row.reorder.help">
+        <source>Drag to set today's order</source>
+        <translation>Faites glisser pour fixer l'ordre du jour</translation>
+    </message>
 </context>
 </TS>

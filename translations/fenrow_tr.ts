@@ -1551,5 +1551,125 @@
         <source>Get started</source>
         <translation>Başlayalım</translation>
     </message>
+    <message id="sidebar.route.search">
+        <source>Search</source>
+        <translation>Ara</translation>
+    </message>
+    <message id="sidebar.action.collapse">
+        <source>Hide sidebar</source>
+        <translation>Kenar çubuğunu gizle</translation>
+    </message>
+    <message id="sidebar.action.expand">
+        <source>Show sidebar</source>
+        <translation>Kenar çubuğunu göster</translation>
+    </message>
+    <message id="flowSearch.field.placeholder">
+        <source>Find tasks by title or notes</source>
+        <translation>Görevleri başlığa veya notlara göre bul</translation>
+    </message>
+    <message id="flowSearch.close">
+        <source>Close</source>
+        <translation>Kapat</translation>
+    </message>
+    <message id="flowSearch.group.current">
+        <source>This flow</source>
+        <translation>Bu akış</translation>
+    </message>
+    <message id="flowSearch.empty.title">
+        <source>No matches</source>
+        <translation>Eşleşme yok</translation>
+    </message>
+    <message id="flowSearch.empty.message">
+        <source>No task title or note contains these words.</source>
+        <translation>Hiçbir görev başlığı veya notu bu kelimeleri içermiyor.</translation>
+    </message>
+    <message id="flowSearch.count %lld">
+        <source>%1 found</source>
+        <translation>%1 sonuç</translation>
+    </message>
+    <message id="flowSearch.footer.hint">
+        <source>↑↓ to move · ↩ to open · esc to close</source>
+        <translation>↑↓ gezin · ↩ aç · esc kapat</translation>
+    </message>
+    <message id="menu.view">
+        <source>View</source>
+        <translation>Görünüm</translation>
+    </message>
+    <message id="menu.zoomIn">
+        <source>Zoom In</source>
+        <translation>Yakınlaştır</translation>
+    </message>
+    <message id="menu.zoomOut">
+        <source>Zoom Out</source>
+        <translation>Uzaklaştır</translation>
+    </message>
+    <message id="menu.actualSize">
+        <source>Actual Size</source>
+        <translation>Gerçek Boyut</translation>
+    </message>
+    <message id="menu.zoomToFit">
+        <source>Zoom to Fit</source>
+        <translation>Sığacak Şekilde Yakınlaştır</translation>
+    </message>
+    <message id="menu.toggleSidebar">
+        <source>Show or Hide Sidebar</source>
+        <translation>Kenar Çubuğunu Göster veya Gizle</translation>
+    </message>
+    <message id="menu.flow">
+        <source>Flow</source>
+        <translation>Akış</translation>
+    </message>
+    <message id="menu.addTask">
+        <source>Add Task</source>
+        <translation>Görev Ekle</translation>
+    </message>
+    <message id="menu.addNextTask">
+        <source>Add Next Task</source>
+        <translation>Sonraki Görevi Ekle</translation>
+    </message>
+    <message id="menu.addTaskBefore">
+        <source>Add Task Before</source>
+        <translation>Önce Görev Ekle</translation>
+    </message>
+    <message id="menu.addSubtask">
+        <source>Add Subtask</source>
+        <translation>Alt Görev Ekle</translation>
+    </message>
+    <message id="menu.connect">
+        <source>Connect Selected Tasks</source>
+        <translation>Seçili Görevleri Bağla</translation>
+    </message>
+    <message id="menu.rename">
+        <source>Rename Task</source>
+        <translation>Görevi Yeniden Adlandır</translation>
+    </message>
+    <message id="menu.toggleDone">
+        <source>Mark Done or Not Done</source>
+        <translation>Bitti veya Bitmedi Olarak İşaretle</translation>
+    </message>
+    <message id="menu.delete">
+        <source>Delete Selection</source>
+        <translation>Seçimi Sil</translation>
+    </message>
+    <message id="menu.arrange">
+        <source>Arrange as Tree</source>
+        <translation>Ağaç Olarak Düzenle</translation>
+    </message>
+    <message id="menu.archiveDone">
+        <source>Archive Done Tasks…</source>
+        <translation>Biten Görevleri Arşivle…</translation>
+    </message>
+    <message id="menu.find">
+        <source>Find in Flows…</source>
+        <translation>Akışlarda Bul…</translation>
+    </message>
+    <message id="ready.row.references">
+        <source>Linked files: %1</source>
+        <translation>Bağlı dosyalar: %1</translation>
+    </message>
+    <message id="ready.row.reorder.help">
+        <source>Drag to set today's order</source>
+        <translation>Bugünün sırasını belirlemek için sürükleyin</translation>
+    </message>
 </context>
 </TS>

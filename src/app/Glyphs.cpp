@@ -490,6 +490,18 @@ void paintMark(QPainter &painter, const QRectF &rect, Mark mark, const QColor &c
         painter.drawPath(heads);
         break;
     }
+    case Mark::files: {
+        // A paper clip: two loops, one inside the other.
+        QPainterPath clip;
+        clip.moveTo(at(0.62, 0.3));
+        clip.lineTo(at(0.62, 0.74));
+        clip.arcTo(QRectF(at(0.3, 0.6), at(0.62, 0.9)), 0, -180);
+        clip.lineTo(at(0.3, 0.2));
+        clip.arcTo(QRectF(at(0.3, 0.04), at(0.78, 0.36)), 180, -180);
+        clip.lineTo(at(0.78, 0.7));
+        painter.drawPath(clip);
+        break;
+    }
     }
     painter.restore();
 }

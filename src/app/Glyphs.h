@@ -24,6 +24,10 @@ QIcon templates(const QColor &color);
 // An arrow turning back: put a task back where it was.
 QIcon restore(const QColor &color);
 QIcon trash(const QColor &color);
+// A magnifying glass: find.
+QIcon magnifier(const QColor &color);
+// A window with its side column marked: show or hide the sidebar.
+QIcon sidebarToggle(const QColor &color);
 // The brand's mark: three linked nodes on an accent tile.
 QPixmap brandMark(int size);
 
@@ -39,7 +43,7 @@ enum class Symbol {
 void paintSymbol(QPainter &painter, const QRectF &rect, Symbol symbol, const QColor &color);
 
 // The small marks in front of a task's details.
-enum class Mark { flow, due, priority, estimate, notes, repeat };
+enum class Mark { flow, due, priority, estimate, notes, repeat, files };
 void paintMark(QPainter &painter, const QRectF &rect, Mark mark, const QColor &color);
 } // namespace Glyphs
 

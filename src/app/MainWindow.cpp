@@ -11,6 +11,7 @@
 #include "SettingsWindow.h"
 #include "Sidebar.h"
 #include "canvas/NodeSizeResolver.h"
+#include "SidebarRail.h"
 #include "domain/ActiveFlowState.h"
 #include "domain/FenrowHistory.h"
 #include "domain/FenrowStore.h"
@@ -46,6 +47,7 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
     buildContent();
     setSidebarWidth(qRound(preferences.sidebarWidth()));
     connect(&m_history, &FenrowHistory::stacksChanged, this, &MainWindow::updateEditActions);
+    makeNavigationMenus();
     // A text field takes Undo for itself while it has the focus.
     connect(qApp, &QApplication::focusChanged, this, &MainWindow::updateEditActions);
     m_history.setActiveFlowID(std::nullopt);
@@ -75,6 +77,7 @@ void MainWindow::buildContent()
     auto *divider = new PanelResizeDivider(m_sidebar, PanelResizeDivider::Side::leading, Sidebar::minimumWidth,
                                            Sidebar::maximumWidth, root);
     divider->setObjectName(QStringLiteral("sidebar.resize"));
+    m_rail = new SidebarRail(m_store, root);
 
     m_detail = new QStackedWidget(root);
     m_detail->setObjectName(QStringLiteral("detail"));
@@ -96,6 +99,7 @@ void MainWindow::buildContent()
     row->addWidget(divider);
     row->addWidget(m_detail, 1);
     setCentralWidget(withOnboarding(root));
+    row->addWidget(m_rail);
 
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_sidebar, &Sidebar::refreshReadyCount);
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_readyList, &ReadyListView::reload);
@@ -129,6 +133,7 @@ void MainWindow::rebuild()
 void MainWindow::retranslateMenus(QWidget *menuOwner)
 {
     // Menu entries are named after their message ids.
+    wireNavigation(root);
     for (QAction *action : menuOwner->actions()) {
         const QByteArray id = action->objectName().toLatin1();
         if (QMenu *menu = action->menu()) {
@@ -141,6 +146,7 @@ void MainWindow::retranslateMenus(QWidget *menuOwner)
         }
     }
 }
+    m_rail->setRoute(m_route);
 
 void MainWindow::makeMenus()
 {
@@ -304,6 +310,7 @@ void MainWindow::showRoute()
         if (const TaskFlow *flow = m_store.flow(m_route.flowId())) {
             // "[*]" in a title is Qt's modified marker; doubled, it shows as typed.
             setWindowTitle(QString(flow->name).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+    m_rail->setRoute(m_route);
             m_flowDetail->showFlow(flow->id);
             m_detail->setCurrentWidget(m_flowDetail);
             return;

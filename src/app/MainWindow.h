@@ -8,6 +8,7 @@
 #include <QUuid>
 
 class QAction;
+class QVariantAnimation;
 class QStackedWidget;
 
 namespace fenrow {
@@ -23,10 +24,15 @@ class FenrowStore;
 class FlowDetailView;
 class FlowExportCommands;
 class OnboardingView;
+class FlowSearchPaletteView;
+class FlowSearchPresentation;
+class PanelResizeDivider;
 class InterfaceLook;
 class ReadyListView;
 class SettingsWindow;
+class RouteRequest;
 class Sidebar;
+class SidebarRail;
 
 // The one main window: the sidebar on the left, the detail of the current
 // route on the right (a flow, the Ready list, the archive, or the empty
@@ -73,6 +79,22 @@ public:
     // The Edit menu's commands: a focused text field's own, or else the
     // history's for the shown flow (or the latest step taken elsewhere).
     void undo();
+    // Where code outside the window asks for a flow (and a task in it) or
+    // the Ready list; the window follows.
+    RouteRequest *routeRequests() const { return m_routeRequests; }
+    FlowSearchPresentation *searchPresentation() const { return m_searchPresentation; }
+    // Raises the find palette over the window, searching the shown flow first.
+    void presentSearch();
+    // The palette while it is up, else null.
+    FlowSearchPaletteView *searchPalette() const;
+
+    // Folded, the sidebar gives its place to a rail of tiles; the choice
+    // is kept in the preferences.
+    static constexpr int sidebarAnimationMs = 200;
+    SidebarRail *rail() const { return m_rail; }
+    bool isSidebarCollapsed() const;
+    void setSidebarCollapsed(bool collapsed, bool animated = true);
+
     void redo();
 
     // The welcome shown in place of the flows until onboarding is done;
@@ -99,6 +121,17 @@ private:
     void followStore();
     void showRoute();
     void seedSampleFlow();
+    // The View and Flow menus, the route mailbox and the find palette's
+    // presentation; made once, like the other menus.
+    void makeNavigationMenus();
+    void applyCommandShortcuts();
+    bool canvasCommandsAllowed(bool textMatters) const;
+    void updateCanvasCommands();
+    void connectSelectedTasks();
+    void followRouteRequest();
+    // Connects the rail and the sidebar's search and fold; after each build.
+    void wireNavigation(QWidget *root);
+    void showSidebarState();
     // The flows, or the welcome in their place while onboarding is not done.
     QWidget *withOnboarding(QWidget *root);
     void followOnboarding();
@@ -125,5 +158,18 @@ private:
     QStackedWidget *m_stage = nullptr;
     OnboardingView *m_onboarding = nullptr;
 };
+    SidebarRail *m_rail = nullptr;
+    PanelResizeDivider *m_sidebarDivider = nullptr;
+    QVariantAnimation *m_sidebarAnimation = nullptr;
+    RouteRequest *m_routeRequests = nullptr;
+    FlowSearchPresentation *m_searchPresentation = nullptr;
+    QPointer<FlowSearchPaletteView> m_searchPalette;
+    QAction *m_zoomIn = nullptr;
+    QAction *m_zoomOut = nullptr;
+    QAction *m_zoomToFit = nullptr;
+    QAction *m_find = nullptr;
+    // The commands that act on the canvas, and whether a focused text
+    // field keeps their keys.
+    QList<std::pair<QAction *, bool>> m_canvasCommands;
 
 } // namespace fenrow

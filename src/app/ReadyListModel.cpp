@@ -3,6 +3,8 @@
 #include "UuidText.h"
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
+#include "domain/FileLink.h"
+#include "domain/FlowFile.h"
 #include "shell/InterfaceLanguage.h"
 
 #include <QLocale>
@@ -95,6 +97,9 @@ ReadyListModel::Row ReadyListModel::taskRow(const ReadyTask &task, bool showFlow
     if (node.estimateMinutes && *node.estimateMinutes > 0)
         row.estimateText = estimateText(*node.estimateMinutes);
     row.hasNotes = node.hasNotes();
+    // A file in the bin no longer counts as attached.
+    for (const FileLink *link : node.fileLinks())
+        row.references += link->file() && !link->file()->isTrashed;
     return row;
 }
 
@@ -109,8 +114,10 @@ QList<ReadyListModel::Row> ReadyListModel::buildRows() const
     rows.reserve(sorted.size() + m_store.flows().size() + 2);
     if (!groups.today.isEmpty()) {
         rows.append(headerRow(qtTrId("ready.group.today"), QStringLiteral("ready.group.today"), groups.today.size()));
-        for (const ReadyTask &task : groups.today)
+        for (const ReadyTask &task : groups.today) {
             rows.append(taskRow(task, true));
+            rows.last().inToday = true;
+        }
     }
     if (m_sort == ReadySort::flow) {
         // The rest arrives flow by flow; each run of one flow gets its header.
@@ -168,6 +175,15 @@ QUuid ReadyListModel::nodeIdAt(const QModelIndex &index) const
     return m_rows[index.row()].nodeId;
 }
 
+QList<QUuid> ReadyListModel::todayNodeIds() const
+{
+    QList<QUuid> ids;
+    for (const Row &row : m_rows)
+        if (row.inToday)
+            ids.append(row.nodeId);
+    return ids;
+}
+
 Qt::ItemFlags ReadyListModel::flags(const QModelIndex &index) const
 {
     if (!index.isValid() || index.row() >= m_rows.size() || m_rows[index.row()].kind == Kind::header)
@@ -186,7 +202,8 @@ QVariant ReadyListModel::data(const QModelIndex &index, int role) const
         return row.title;
     case Qt::AccessibleDescriptionRole: {
         QStringList parts{row.flowName, row.dueText, priorityText(row.priority), row.estimateText,
-                          row.hasNotes ? qtTrId("ready.row.hasNotes") : QString()};
+                          row.hasNotes ? qtTrId("ready.row.hasNotes") : QString(),
+                          row.references > 0 ? qtTrId("ready.row.references").arg(row.references) : QString()};
         parts.removeAll(QString());
         return parts.join(QStringLiteral(", "));
     }
@@ -212,6 +229,10 @@ QVariant ReadyListModel::data(const QModelIndex &index, int role) const
         return row.estimateText;
     case HasNotesRole:
         return row.hasNotes;
+    case ReferencesRole:
+        return qint64(row.references);
+    case InTodayRole:
+        return row.inToday;
     case IdentifierRole:
         return row.identifier;
     default:

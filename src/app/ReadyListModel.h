@@ -39,6 +39,10 @@ public:
         PriorityTextRole,
         EstimateTextRole,
         HasNotesRole,
+        // Task: the number of files linked to it.
+        ReferencesRole,
+        // Task: it stands in the Today group, whose order is dragged.
+        InTodayRole,
         // "ready.row." + node UUID, "ready.group." + flow UUID, or
         // "ready.group.today": stable names for tests and assistive tools.
         IdentifierRole,
@@ -55,6 +59,8 @@ public:
     qsizetype taskCount() const { return m_taskCount; }
     QModelIndex indexOf(const QUuid &nodeId) const;
     QUuid nodeIdAt(const QModelIndex &index) const;
+    // The Today group's tasks, top to bottom.
+    QList<QUuid> todayNodeIds() const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
@@ -77,6 +83,8 @@ private:
         NodePriority priority = NodePriority::none;
         QString estimateText;
         bool hasNotes = false;
+        qsizetype references = 0;
+        bool inToday = false;
 
         // Same place, same thing: what decides between a refresh and a reset.
         bool sameSlot(const Row &other) const { return kind == other.kind && identifier == other.identifier; }

@@ -9,7 +9,9 @@
 #include "domain/FenrowHistory.h"
 #include "domain/FenrowStore.h"
 #include "shell/AppPreferences.h"
+#include "shell/TodayOrder.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -157,6 +159,13 @@ ReadyListView::ReadyListView(FenrowStore &store, FenrowHistory &history, AppPref
     column->addSpacing(20);
     column->addWidget(m_content, 1);
 
+    m_dropMark = new QWidget(m_list->viewport());
+    m_dropMark->setObjectName(QStringLiteral("ready.today.dropMark"));
+    m_dropMark->setAutoFillBackground(true);
+    QPalette markColour = m_dropMark->palette();
+    markColour.setColor(QPalette::Window, Color::accent);
+    m_dropMark->setPalette(markColour);
+    m_dropMark->hide();
     connect(&m_store, &FenrowStore::changed, this, &ReadyListView::reload);
 }
 
@@ -289,6 +298,75 @@ bool ReadyListView::eventFilter(QObject *watched, QEvent *event)
     case QEvent::MouseButtonDblClick: {
         const auto *mouse = static_cast<QMouseEvent *>(event);
         const QPoint at = mouse->position().toPoint();
+qsizetype ReadyListView::todayDropPosition(const QPoint &point) const
+{
+    const QList<QUuid> today = m_model->todayNodeIds();
+    for (qsizetype i = 0; i < today.size(); ++i) {
+        const QRect row = m_list->visualRect(m_model->indexOf(today[i]));
+        if (point.y() < row.center().y())
+            return i;
+    }
+    return today.size();
+}
+
+void ReadyListView::showDropMark(qsizetype position)
+{
+    const QList<QUuid> today = m_model->todayNodeIds();
+    if (today.isEmpty())
+        return;
+    const QRect row = m_list->visualRect(m_model->indexOf(today[std::min(position, today.size() - 1)]));
+    const int y = position < today.size() ? row.top() : row.bottom() + 1;
+    m_dropMark->setGeometry(row.left() + rowInset, y - 1, row.width() - 2 * rowInset, 2);
+    m_dropMark->show();
+    m_dropMark->raise();
+}
+
+bool ReadyListView::dragInToday(QEvent *event)
+{
+    const auto type = event->type();
+    if (type != QEvent::MouseButtonPress && type != QEvent::MouseMove && type != QEvent::MouseButtonRelease)
+        return false;
+    const auto *mouse = static_cast<QMouseEvent *>(event);
+    const QPoint at = mouse->position().toPoint();
+    if (type == QEvent::MouseButtonPress) {
+        const QModelIndex index = m_list->indexAt(at);
+        const bool onCircle = ReadyRowDelegate::completeHitRect(m_list->visualRect(index)).contains(at);
+        m_pressedToday = mouse->button() == Qt::LeftButton && !onCircle
+                && index.data(ReadyListModel::InTodayRole).toBool()
+            ? m_model->nodeIdAt(index)
+            : QUuid();
+        m_pressPoint = at;
+        m_draggingToday = false;
+        return false;
+    }
+    if (m_pressedToday.isNull())
+        return false;
+    if (type == QEvent::MouseMove) {
+        if (!(mouse->buttons() & Qt::LeftButton))
+            return false;
+        if (!m_draggingToday && (at - m_pressPoint).manhattanLength() < QApplication::startDragDistance())
+            return false;
+        m_draggingToday = true;
+        m_list->viewport()->setCursor(Qt::ClosedHandCursor);
+        showDropMark(todayDropPosition(at));
+        return true;
+    }
+    // The release: a drag ends with the new order, a click is left to the list.
+    const bool dragged = m_draggingToday;
+    const QUuid node = m_pressedToday;
+    m_pressedToday = QUuid();
+    m_draggingToday = false;
+    m_dropMark->hide();
+    m_list->viewport()->unsetCursor();
+    if (!dragged)
+        return false;
+    const QList<QUuid> today = m_model->todayNodeIds();
+    const QList<QUuid> order = TodayOrder::moved(today, node, todayDropPosition(at));
+    if (order != today)
+        TodayOrder::apply(m_store, m_history, order);
+    return true;
+}
+
         const QModelIndex index = m_list->indexAt(at);
         const QUuid node = m_model->nodeIdAt(index);
         if (node.isNull() || mouse->button() != Qt::LeftButton ||
@@ -301,6 +379,8 @@ bool ReadyListView::eventFilter(QObject *watched, QEvent *event)
         // circle, so the second click of a double click, which lands on the
         // row that moved up into the place, completes nothing.
         if (event->type() == QEvent::MouseButtonPress) {
+    if (dragInToday(event))
+        return true;
             m_pressedCircle = node;
         } else if (event->type() == QEvent::MouseButtonRelease) {
             if (m_pressedCircle == node)

@@ -40,6 +40,9 @@ public:
 
     ReadyListModel *model() const { return m_model; }
     QListView *list() const { return m_list; }
+    // Where a task dragged inside Today would land, as a place among
+    // Today's tasks, for a point in the list's viewport.
+    qsizetype todayDropPosition(const QPoint &point) const;
     EmptyStateView *emptyState() const { return m_empty; }
 
 signals:
@@ -56,6 +59,9 @@ private:
     void complete(const QUuid &nodeId);
     void showEmptyReason();
     // Title and sort side by side when they fit, else the sort below.
+    // Today's order by dragging a row; true when the event was the drag's.
+    bool dragInToday(QEvent *event);
+    void showDropMark(qsizetype position);
     void arrangeHeader();
 
     FenrowStore &m_store;
@@ -73,5 +79,10 @@ private:
     QUuid m_pressedCircle;
     bool m_stale = true;
 };
+    // A row of Today pressed, and where; a drag once it moved far enough.
+    QUuid m_pressedToday;
+    QPoint m_pressPoint;
+    bool m_draggingToday = false;
+    QWidget *m_dropMark = nullptr;
 
 } // namespace fenrow

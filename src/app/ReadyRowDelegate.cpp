@@ -75,6 +75,8 @@ QList<Chip> chipsOf(const QModelIndex &index)
         Color::ringOutline);
     if (index.data(ReadyListModel::HasNotesRole).toBool())
         add(Glyphs::Mark::notes, qtTrId("ready.row.hasNotes"), Color::secondaryText, Color::ringOutline);
+    if (const qint64 files = index.data(ReadyListModel::ReferencesRole).toLongLong(); files > 0)
+        add(Glyphs::Mark::files, qtTrId("ready.row.references").arg(files), Color::secondaryText, Color::ringOutline);
     return chips;
 }
 

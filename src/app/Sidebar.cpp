@@ -60,6 +60,12 @@ Sidebar::Sidebar(FenrowStore &store, QWidget *parent) : QWidget(parent), m_store
     column->setSpacing(0);
     column->addWidget(makeBrandHeader());
     column->addSpacing(16);
+    // Not a place of its own: it opens the find palette over what is shown.
+    m_search = new SidebarRouteRow(Glyphs::magnifier(Color::secondaryText), qtTrId("sidebar.route.search"), this);
+    m_search->setObjectName(QStringLiteral("sidebar.route.search"));
+    m_search->setCheckable(false);
+    connect(m_search, &QAbstractButton::clicked, this, &Sidebar::searchRequested);
+    column->addWidget(m_search);
     m_ready = makeRouteRow(Glyphs::readyList(Color::accent), "sidebar.route.ready", DetailRoute::ready());
     m_archive = makeRouteRow(Glyphs::archiveBox(Color::accent), "sidebar.route.archive", DetailRoute::archive());
     column->addWidget(m_ready);
@@ -86,6 +92,25 @@ QWidget *Sidebar::makeBrandHeader()
     name->setFont(brandFont());
     row->addWidget(mark);
     row->addWidget(name, 1);
+
+    auto *leading = new QWidget(header);
+    leading->setObjectName(QStringLiteral("sidebar.leading"));
+    auto *tools = new QHBoxLayout(leading);
+    tools->setContentsMargins(0, 0, 0, 0);
+    auto *collapse = new QToolButton(leading);
+    collapse->setObjectName(QStringLiteral("sidebar.action.collapse"));
+    collapse->setIcon(Glyphs::sidebarToggle(Color::secondaryText));
+    collapse->setToolTip(qtTrId("sidebar.action.collapse"));
+    collapse->setAccessibleName(qtTrId("sidebar.action.collapse"));
+    collapse->setAutoRaise(true);
+    collapse->setFixedSize(26, 26);
+    collapse->setCursor(Qt::PointingHandCursor);
+    collapse->setStyleSheet(QStringLiteral("QToolButton { border: none; border-radius: 6px; }"
+                                           " QToolButton:hover { background: %1; }")
+                                .arg(Color::hover.name()));
+    connect(collapse, &QToolButton::clicked, this, &Sidebar::collapseRequested);
+    tools->addWidget(collapse);
+    row->addWidget(leading);
     return header;
 }
 

@@ -57,11 +57,15 @@ public:
     FlowListModel *flowModel() const { return m_model; }
     SidebarRouteRow *readyRow() const { return m_ready; }
     SidebarRouteRow *archiveRow() const { return m_archive; }
+    SidebarRouteRow *searchRow() const { return m_search; }
     TemplateMenuButton *templateMenu() const { return m_templates; }
 
 signals:
     void routeSelected(const DetailRoute &route);
     void quitRequested();
+    // The search row raises the find palette; the toggle folds the sidebar.
+    void searchRequested();
+    void collapseRequested();
     void settingsRequested();
     // A flow's row menu asks for it as a document; the window's export
     // commands answer.
@@ -88,6 +92,7 @@ private:
     FlowListView *m_list = nullptr;
     SidebarRouteRow *m_ready = nullptr;
     SidebarRouteRow *m_archive = nullptr;
+    SidebarRouteRow *m_search = nullptr;
     TemplateMenuButton *m_templates = nullptr;
     DetailRoute m_route;
     bool m_applyingSelection = false;

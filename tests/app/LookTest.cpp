@@ -1,5 +1,6 @@
 #include "AppTestSupport.h"
 
+#include "FlowSearchPaletteView.h"
 #include "shell/InterfaceLanguage.h"
 
 #include "domain/NodeRecurrence.h"
@@ -222,6 +223,40 @@ TEST_P(LookTest, ArchiveAndRowMenuFit)
     }));
     saveScreenshot(*box, "archive-confirmation-" + code);
     box->reject();
+}
+
+TEST_P(LookTest, FindPaletteAndRailFit)
+{
+    const QString code = QString::fromLatin1(GetParam().code);
+    const QStringList &titles = GetParam().tasks;
+    addSampleFlows();
+    const TaskFlow &move = *store->flows().first();
+    const TaskFlow &site = *store->flows()[2];
+    for (const QString &title : titles)
+        store->addNode(title, move);
+    const FlowNode &noted = *store->addNode(GetParam().flows[3], site);
+    store->setNotes(noted, "Call first\n  " + titles[1] + " and " + titles[2] + ", then the rest of the long list");
+    store->setStatus(NodeStatus::done, *store->addNode(titles[3], site));
+    show();
+    window->selectFlow(move.id);
+    settle();
+
+    window->presentSearch();
+    // One letter that every language's titles have: many rows in several groups.
+    QTest::keyClicks(window->searchPalette()->field(), "e");
+    settle();
+    expectNothingClipped("find palette");
+    saveScreenshot(*window, "find-palette-" + code);
+    QTest::keyClicks(window->searchPalette()->field(), "qqq");
+    settle();
+    expectNothingClipped("find palette without matches");
+    saveScreenshot(*window, "find-palette-empty-" + code);
+    QTest::keyClick(window->searchPalette()->field(), Qt::Key_Escape);
+
+    window->setSidebarCollapsed(true, false);
+    settle();
+    expectNothingClipped("rail");
+    saveScreenshot(*window, "rail-" + code);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllLanguages, LookTest, ::testing::ValuesIn(languages),

@@ -5,6 +5,7 @@
 #include "ReadyListView.h"
 #include "ReadyRowDelegate.h"
 #include "SidebarRouteRow.h"
+#include "domain/FlowFile.h"
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -174,6 +175,89 @@ TEST_F(ReadyListTest, TheCircleCompletesItsTaskOnceAndOnlyIt)
     QTest::mouseDClick(viewport(), Qt::LeftButton, Qt::NoModifier, title);
     EXPECT_EQ(window->selectedFlow(), flow.id);
     EXPECT_FALSE(tasks[1]->isDone);
+}
+
+TEST_F(ReadyListTest, DraggingInTodaySetsItsOrderAsOneStepPerFlow)
+{
+    const TaskFlow &home = addFlow("Home", 0, 0, 2);
+    const TaskFlow &work = addFlow("Work", 0, 0, 1);
+    const FlowNode &dishes = *home.orderedItems()[0];
+    const FlowNode &laundry = *home.orderedItems()[1];
+    const FlowNode &report = *work.orderedItems()[0];
+    for (const FlowNode *task : {&dishes, &laundry, &report})
+        store->setStartDate(berlinDay(6, 10), *task);
+    store->setTitle(dishes, "Dishes");
+    store->setTitle(laundry, "Laundry");
+    store->setTitle(report, "Report");
+    ReadyListView &ready = showReady();
+    ASSERT_EQ(rows().todayNodeIds(), QList<QUuid>({dishes.id, laundry.id, report.id}));
+
+    const auto mouse = [&](QEvent::Type type, QPoint at, Qt::MouseButtons buttons) {
+        QMouseEvent event(type, at, viewport()->mapToGlobal(at), type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                          buttons, Qt::NoModifier);
+        QApplication::sendEvent(viewport(), &event);
+    };
+    const auto dragRow = [&](const FlowNode &task, const FlowNode &onto, int dy) {
+        const QRect from = ready.list()->visualRect(rowOf(task));
+        const QPoint to = ready.list()->visualRect(rowOf(onto)).center() + QPoint(0, dy);
+        const QPoint start = from.center() + QPoint(60, 0);
+        mouse(QEvent::MouseButtonPress, start, Qt::LeftButton);
+        mouse(QEvent::MouseMove, start + QPoint(0, to.y() > start.y() ? 12 : -12), Qt::LeftButton);
+        mouse(QEvent::MouseMove, QPoint(start.x(), to.y()), Qt::LeftButton);
+        EXPECT_TRUE(ready.findChild<QWidget *>("ready.today.dropMark")->isVisible());
+        mouse(QEvent::MouseButtonRelease, QPoint(start.x(), to.y()), Qt::NoButton);
+    };
+
+    // Report dropped on the upper half of Dishes goes first.
+    dragRow(report, dishes, -4);
+    EXPECT_EQ(rows().todayNodeIds(), QList<QUuid>({report.id, dishes.id, laundry.id}));
+    EXPECT_EQ(report.dayPlanRank, 1);
+    EXPECT_EQ(dishes.dayPlanRank, 2);
+    EXPECT_EQ(laundry.dayPlanRank, 3);
+    EXPECT_FALSE(ready.findChild<QWidget *>("ready.today.dropMark")->isVisible());
+    ASSERT_EQ(history->undoStack(home.id).size(), 1);
+    EXPECT_EQ(history->undoStack(home.id).last().name, "Reorder today");
+    EXPECT_EQ(history->undoStack(work.id).last().name, "Reorder today");
+
+    // Dishes onto the lower half of Laundry: after it. Only Home changed.
+    dragRow(dishes, laundry, 4);
+    EXPECT_EQ(rows().todayNodeIds(), QList<QUuid>({report.id, laundry.id, dishes.id}));
+    EXPECT_EQ(history->undoStack(home.id).size(), 2);
+    EXPECT_EQ(history->undoStack(work.id).size(), 1);
+
+    // The Edit menu takes the steps back, most recent first.
+    window->undo();
+    EXPECT_EQ(rows().todayNodeIds(), QList<QUuid>({report.id, dishes.id, laundry.id}));
+    window->undo();
+    window->undo();
+    EXPECT_EQ(rows().todayNodeIds(), QList<QUuid>({dishes.id, laundry.id, report.id}));
+    EXPECT_EQ(dishes.dayPlanRank, std::nullopt);
+
+    // A short wiggle is a click: nothing moves.
+    const QPoint start = ready.list()->visualRect(rowOf(laundry)).center();
+    mouse(QEvent::MouseButtonPress, start, Qt::LeftButton);
+    mouse(QEvent::MouseMove, start + QPoint(0, 1), Qt::LeftButton);
+    mouse(QEvent::MouseButtonRelease, start + QPoint(0, 1), Qt::NoButton);
+    EXPECT_EQ(laundry.dayPlanRank, std::nullopt);
+    EXPECT_EQ(ready.list()->currentIndex(), rowOf(laundry));
+}
+
+TEST_F(ReadyListTest, ARowCountsTheFilesLinkedToItsTask)
+{
+    const TaskFlow &flow = addFlow("Trip", 0, 0, 1);
+    const FlowNode &task = *flow.orderedItems()[0];
+    QList<const FlowFile *> files;
+    for (const char *name : {"ticket.txt", "map.txt", "hotel.txt"}) {
+        const FlowFile *added = store->attachFile({QString::fromLatin1(name), "text/plain", 1, "x"}, 0, 0, flow);
+        ASSERT_NE(added, nullptr);
+        store->linkFile(*added, task);
+        files.append(added);
+    }
+    store->setFileTrashed(*files[2], true);
+    showReady();
+    const QModelIndex row = rowOf(task);
+    EXPECT_EQ(row.data(ReadyListModel::ReferencesRole).toInt(), 2) << "a file in the bin is not counted";
+    EXPECT_TRUE(row.data(Qt::AccessibleDescriptionRole).toString().contains(qtTrId("ready.row.references").arg(2)));
 }
 
 TEST_F(ReadyListTest, AnEmptyListSaysWhy)
