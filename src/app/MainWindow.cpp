@@ -10,8 +10,8 @@
 #include "ReadyListView.h"
 #include "SettingsWindow.h"
 #include "Sidebar.h"
-#include "canvas/NodeSizeResolver.h"
 #include "SidebarRail.h"
+#include "canvas/NodeSizeResolver.h"
 #include "domain/ActiveFlowState.h"
 #include "domain/FenrowHistory.h"
 #include "domain/FenrowStore.h"
@@ -44,10 +44,10 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
     m_dayChange = new DayChangeTimer(store.clock(), store.calendar(), this);
 
     makeMenus();
+    makeNavigationMenus();
     buildContent();
     setSidebarWidth(qRound(preferences.sidebarWidth()));
     connect(&m_history, &FenrowHistory::stacksChanged, this, &MainWindow::updateEditActions);
-    makeNavigationMenus();
     // A text field takes Undo for itself while it has the focus.
     connect(qApp, &QApplication::focusChanged, this, &MainWindow::updateEditActions);
     m_history.setActiveFlowID(std::nullopt);
@@ -74,10 +74,10 @@ void MainWindow::buildContent()
     root->setObjectName(QStringLiteral("main.window.root"));
 
     m_sidebar = new Sidebar(m_store, root);
+    m_rail = new SidebarRail(m_store, root);
     auto *divider = new PanelResizeDivider(m_sidebar, PanelResizeDivider::Side::leading, Sidebar::minimumWidth,
                                            Sidebar::maximumWidth, root);
     divider->setObjectName(QStringLiteral("sidebar.resize"));
-    m_rail = new SidebarRail(m_store, root);
 
     m_detail = new QStackedWidget(root);
     m_detail->setObjectName(QStringLiteral("detail"));
@@ -96,10 +96,10 @@ void MainWindow::buildContent()
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     row->addWidget(m_sidebar);
+    row->addWidget(m_rail);
     row->addWidget(divider);
     row->addWidget(m_detail, 1);
     setCentralWidget(withOnboarding(root));
-    row->addWidget(m_rail);
 
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_sidebar, &Sidebar::refreshReadyCount);
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_readyList, &ReadyListView::reload);
@@ -115,6 +115,7 @@ void MainWindow::buildContent()
     connect(m_flowDetail, &FlowDetailView::archiveDoneRequested, m_sidebar, &Sidebar::confirmArchiveDone);
     connect(m_sidebar, &Sidebar::quitRequested, this, &MainWindow::quitRequested);
     connect(m_sidebar, &Sidebar::settingsRequested, this, [this] { openSettings(); });
+    wireNavigation(root);
 }
 
 void MainWindow::rebuild()
@@ -127,13 +128,13 @@ void MainWindow::rebuild()
     setSidebarWidth(width);
     retranslateMenus(menuBar());
     m_sidebar->setRoute(m_route);
+    m_rail->setRoute(m_route);
     showRoute();
 }
 
 void MainWindow::retranslateMenus(QWidget *menuOwner)
 {
     // Menu entries are named after their message ids.
-    wireNavigation(root);
     for (QAction *action : menuOwner->actions()) {
         const QByteArray id = action->objectName().toLatin1();
         if (QMenu *menu = action->menu()) {
@@ -146,7 +147,6 @@ void MainWindow::retranslateMenus(QWidget *menuOwner)
         }
     }
 }
-    m_rail->setRoute(m_route);
 
 void MainWindow::makeMenus()
 {
@@ -289,6 +289,7 @@ void MainWindow::setRoute(const DetailRoute &requested)
         updateEditActions();
     }
     m_sidebar->setRoute(m_route);
+    m_rail->setRoute(m_route);
     showRoute();
 }
 
@@ -310,7 +311,6 @@ void MainWindow::showRoute()
         if (const TaskFlow *flow = m_store.flow(m_route.flowId())) {
             // "[*]" in a title is Qt's modified marker; doubled, it shows as typed.
             setWindowTitle(QString(flow->name).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
-    m_rail->setRoute(m_route);
             m_flowDetail->showFlow(flow->id);
             m_detail->setCurrentWidget(m_flowDetail);
             return;

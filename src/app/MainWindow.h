@@ -23,13 +23,13 @@ class FenrowHistory;
 class FenrowStore;
 class FlowDetailView;
 class FlowExportCommands;
-class OnboardingView;
 class FlowSearchPaletteView;
 class FlowSearchPresentation;
-class PanelResizeDivider;
+class OnboardingView;
 class InterfaceLook;
 class ReadyListView;
 class SettingsWindow;
+class PanelResizeDivider;
 class RouteRequest;
 class Sidebar;
 class SidebarRail;
@@ -76,9 +76,6 @@ public:
     // Null until the settings were first opened.
     SettingsWindow *settingsWindow() const;
 
-    // The Edit menu's commands: a focused text field's own, or else the
-    // history's for the shown flow (or the latest step taken elsewhere).
-    void undo();
     // Where code outside the window asks for a flow (and a task in it) or
     // the Ready list; the window follows.
     RouteRequest *routeRequests() const { return m_routeRequests; }
@@ -95,6 +92,9 @@ public:
     bool isSidebarCollapsed() const;
     void setSidebarCollapsed(bool collapsed, bool animated = true);
 
+    // The Edit menu's commands: a focused text field's own, or else the
+    // history's for the shown flow (or the latest step taken elsewhere).
+    void undo();
     void redo();
 
     // The welcome shown in place of the flows until onboarding is done;
@@ -118,9 +118,6 @@ private:
     void rebuild();
     static void retranslateMenus(QWidget *menuOwner);
     void updateEditActions();
-    void followStore();
-    void showRoute();
-    void seedSampleFlow();
     // The View and Flow menus, the route mailbox and the find palette's
     // presentation; made once, like the other menus.
     void makeNavigationMenus();
@@ -132,6 +129,9 @@ private:
     // Connects the rail and the sidebar's search and fold; after each build.
     void wireNavigation(QWidget *root);
     void showSidebarState();
+    void followStore();
+    void showRoute();
+    void seedSampleFlow();
     // The flows, or the welcome in their place while onboarding is not done.
     QWidget *withOnboarding(QWidget *root);
     void followOnboarding();
@@ -153,11 +153,6 @@ private:
     DayChangeTimer *m_dayChange = nullptr;
     InterfaceLook *m_look = nullptr;
     QPointer<SettingsWindow> m_settings;
-    DetailRoute m_route;
-    bool m_hasAppeared = false;
-    QStackedWidget *m_stage = nullptr;
-    OnboardingView *m_onboarding = nullptr;
-};
     SidebarRail *m_rail = nullptr;
     PanelResizeDivider *m_sidebarDivider = nullptr;
     QVariantAnimation *m_sidebarAnimation = nullptr;
@@ -171,5 +166,10 @@ private:
     // The commands that act on the canvas, and whether a focused text
     // field keeps their keys.
     QList<std::pair<QAction *, bool>> m_canvasCommands;
+    DetailRoute m_route;
+    bool m_hasAppeared = false;
+    QStackedWidget *m_stage = nullptr;
+    OnboardingView *m_onboarding = nullptr;
+};
 
 } // namespace fenrow

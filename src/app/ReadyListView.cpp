@@ -140,6 +140,13 @@ ReadyListView::ReadyListView(FenrowStore &store, FenrowHistory &history, AppPref
     m_list->setStyleSheet(QStringLiteral("QListView { background: transparent; outline: none; }"));
     m_list->verticalScrollBar()->setStyleSheet(thinScrollBarStyle());
     m_list->viewport()->installEventFilter(this);
+    m_dropMark = new QWidget(m_list->viewport());
+    m_dropMark->setObjectName(QStringLiteral("ready.today.dropMark"));
+    m_dropMark->setAutoFillBackground(true);
+    QPalette markColour = m_dropMark->palette();
+    markColour.setColor(QPalette::Window, Color::accent);
+    m_dropMark->setPalette(markColour);
+    m_dropMark->hide();
     m_list->installEventFilter(this);
     connect(m_list, &QListView::doubleClicked, this, [this](const QModelIndex &index) {
         const QUuid flow = index.data(ReadyListModel::FlowIdRole).toUuid();
@@ -159,13 +166,6 @@ ReadyListView::ReadyListView(FenrowStore &store, FenrowHistory &history, AppPref
     column->addSpacing(20);
     column->addWidget(m_content, 1);
 
-    m_dropMark = new QWidget(m_list->viewport());
-    m_dropMark->setObjectName(QStringLiteral("ready.today.dropMark"));
-    m_dropMark->setAutoFillBackground(true);
-    QPalette markColour = m_dropMark->palette();
-    markColour.setColor(QPalette::Window, Color::accent);
-    m_dropMark->setPalette(markColour);
-    m_dropMark->hide();
     connect(&m_store, &FenrowStore::changed, this, &ReadyListView::reload);
 }
 
@@ -279,25 +279,6 @@ void ReadyListView::complete(const QUuid &nodeId)
                                    [&] { m_store.setStatus(NodeStatus::done, *node); });
 }
 
-bool ReadyListView::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == m_list && event->type() == QEvent::KeyPress) {
-        // Space ticks the current task, as a click on its circle does.
-        if (static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space) {
-            complete(m_model->nodeIdAt(m_list->currentIndex()));
-            return true;
-        }
-        return false;
-    }
-    if (watched != m_list->viewport())
-        return false;
-
-    switch (event->type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick: {
-        const auto *mouse = static_cast<QMouseEvent *>(event);
-        const QPoint at = mouse->position().toPoint();
 qsizetype ReadyListView::todayDropPosition(const QPoint &point) const
 {
     const QList<QUuid> today = m_model->todayNodeIds();
@@ -367,6 +348,27 @@ bool ReadyListView::dragInToday(QEvent *event)
     return true;
 }
 
+bool ReadyListView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_list && event->type() == QEvent::KeyPress) {
+        // Space ticks the current task, as a click on its circle does.
+        if (static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space) {
+            complete(m_model->nodeIdAt(m_list->currentIndex()));
+            return true;
+        }
+        return false;
+    }
+    if (watched != m_list->viewport())
+        return false;
+    if (dragInToday(event))
+        return true;
+
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick: {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        const QPoint at = mouse->position().toPoint();
         const QModelIndex index = m_list->indexAt(at);
         const QUuid node = m_model->nodeIdAt(index);
         if (node.isNull() || mouse->button() != Qt::LeftButton ||
@@ -379,8 +381,6 @@ bool ReadyListView::dragInToday(QEvent *event)
         // circle, so the second click of a double click, which lands on the
         // row that moved up into the place, completes nothing.
         if (event->type() == QEvent::MouseButtonPress) {
-    if (dragInToday(event))
-        return true;
             m_pressedCircle = node;
         } else if (event->type() == QEvent::MouseButtonRelease) {
             if (m_pressedCircle == node)

@@ -57,11 +57,11 @@ protected:
 private:
     QWidget *makeSortControl();
     void complete(const QUuid &nodeId);
-    void showEmptyReason();
-    // Title and sort side by side when they fit, else the sort below.
     // Today's order by dragging a row; true when the event was the drag's.
     bool dragInToday(QEvent *event);
     void showDropMark(qsizetype position);
+    void showEmptyReason();
+    // Title and sort side by side when they fit, else the sort below.
     void arrangeHeader();
 
     FenrowStore &m_store;
@@ -77,12 +77,12 @@ private:
     QButtonGroup *m_sortButtons = nullptr;
     // The task whose circle the mouse went down on.
     QUuid m_pressedCircle;
-    bool m_stale = true;
-};
     // A row of Today pressed, and where; a drag once it moved far enough.
     QUuid m_pressedToday;
     QPoint m_pressPoint;
     bool m_draggingToday = false;
     QWidget *m_dropMark = nullptr;
+    bool m_stale = true;
+};
 
 } // namespace fenrow
