@@ -1671,5 +1671,161 @@
         <source>Drag to set today's order</source>
         <translation>Ziehen, um die heutige Reihenfolge festzulegen</translation>
     </message>
+    <message id="menu.newFlowFromText">
+        <source>New Flow from Text…</source>
+        <translation>Neuer Flow aus Text…</translation>
+    </message>
+    <message id="menu.planDay">
+        <source>Plan Today…</source>
+        <translation>Heute planen…</translation>
+    </message>
+    <message id="ready.action.planDay">
+        <source>Plan Day</source>
+        <translation>Tag planen</translation>
+    </message>
+    <message id="newFlowFromText.title">
+        <source>New flow</source>
+        <translation>Neuer Flow</translation>
+    </message>
+    <message id="newFlowFromText.subtitle">
+        <source>Describe the project in your own words and the language model turns it into tasks. Or leave the text empty to start with a blank flow.</source>
+        <translation>Beschreibe das Projekt in eigenen Worten, und das Sprachmodell macht Aufgaben daraus. Oder lass den Text leer und beginne mit einem leeren Flow.</translation>
+    </message>
+    <message id="newFlowFromText.name.label">
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message id="newFlowFromText.name.placeholder">
+        <source>Taken from the text when left empty</source>
+        <translation>Leer gelassen, kommt er aus dem Text</translation>
+    </message>
+    <message id="newFlowFromText.editor.label">
+        <source>What is the project about?</source>
+        <translation>Worum geht es im Projekt?</translation>
+    </message>
+    <message id="newFlowFromText.editor.placeholder">
+        <source>Paste notes, an e-mail or a plan, or write a few sentences about what has to happen.</source>
+        <translation>Füge Notizen, eine E-Mail oder einen Plan ein, oder schreibe in ein paar Sätzen, was zu tun ist.</translation>
+    </message>
+    <message id="newFlowFromText.processing">
+        <source>Reading the text and making tasks…</source>
+        <translation>Der Text wird gelesen, Aufgaben entstehen…</translation>
+    </message>
+    <message id="newFlowFromText.cancel">
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message id="newFlowFromText.overBudget.title">
+        <source>Only the first part will be read</source>
+        <translation>Nur der erste Teil wird gelesen</translation>
+    </message>
+    <message id="newFlowFromText.overBudget.message">
+        <source>The text is longer than the language model can take at once. You can still create the flow; tasks come from the beginning of the text.</source>
+        <translation>Der Text ist länger, als das Sprachmodell auf einmal lesen kann. Du kannst den Flow trotzdem erstellen; die Aufgaben kommen aus dem Anfang des Textes.</translation>
+    </message>
+    <message id="generateSubtasks.title">
+        <source>Generate subtasks</source>
+        <translation>Unteraufgaben erzeugen</translation>
+    </message>
+    <message id="generateSubtasks.subtitle">
+        <source>The language model breaks this task into smaller steps.</source>
+        <translation>Das Sprachmodell zerlegt diese Aufgabe in kleinere Schritte.</translation>
+    </message>
+    <message id="generateSubtasks.subtitle.named %@">
+        <source>The language model breaks “%1” into smaller steps.</source>
+        <translation>Das Sprachmodell zerlegt „%1“ in kleinere Schritte.</translation>
+    </message>
+    <message id="generateSubtasks.details.label">
+        <source>Details (optional)</source>
+        <translation>Details (freiwillig)</translation>
+    </message>
+    <message id="generateSubtasks.details.placeholder">
+        <source>What does the task involve?</source>
+        <translation>Was gehört zu der Aufgabe?</translation>
+    </message>
+    <message id="generateSubtasks.processing">
+        <source>Breaking the task down…</source>
+        <translation>Die Aufgabe wird zerlegt…</translation>
+    </message>
+    <message id="generateSubtasks.cancel">
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message id="generateSubtasks.generate">
+        <source>Generate</source>
+        <translation>Erzeugen</translation>
+    </message>
+    <message id="canvas.node.generateSubtasks">
+        <source>Generate Subtasks…</source>
+        <translation>Unteraufgaben erzeugen…</translation>
+    </message>
+    <message id="canvas.node.expand.failed.title">
+        <source>Subtasks could not be generated</source>
+        <translation>Unteraufgaben konnten nicht erzeugt werden</translation>
+    </message>
+    <message id="canvas.node.expand.failed.message">
+        <source>The language model gave no usable answer. Try again, or add the subtasks by hand.</source>
+        <translation>Das Sprachmodell gab keine brauchbare Antwort. Versuche es noch einmal, oder lege die Unteraufgaben selbst an.</translation>
+    </message>
+    <message id="planDay.title">
+        <source>Plan today</source>
+        <translation>Heute planen</translation>
+    </message>
+    <message id="planDay.cancel">
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message id="planDay.running">
+        <source>Ordering your tasks…</source>
+        <translation>Deine Aufgaben werden geordnet…</translation>
+    </message>
+    <message id="planDay.failed.title">
+        <source>The day could not be planned</source>
+        <translation>Der Tag konnte nicht geplant werden</translation>
+    </message>
+    <message id="planDay.failed.message">
+        <source>The language model gave no usable order. Go back and try again; nothing was changed.</source>
+        <translation>Das Sprachmodell lieferte keine brauchbare Reihenfolge. Geh zurück und versuche es noch einmal; nichts wurde geändert.</translation>
+    </message>
+    <message id="planDay.back">
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message id="planDay.commit">
+        <source>Use this plan</source>
+        <translation>Plan übernehmen</translation>
+    </message>
+    <message id="planDay.cut.label">
+        <source>Does not fit today</source>
+        <translation>Passt heute nicht mehr</translation>
+    </message>
+    <message id="planDay.timeline.label %@ %@">
+        <source>%1 of %2 planned, in working order</source>
+        <translation>%1 von %2 verplant, in Arbeitsreihenfolge</translation>
+    </message>
+    <message id="planDay.nothingFits.title">
+        <source>Nothing fits</source>
+        <translation>Nichts passt hinein</translation>
+    </message>
+    <message id="planDay.nothingFits.message">
+        <source>Every ready task takes longer than the time you have. Go back and give the day more time.</source>
+        <translation>Jede bereite Aufgabe dauert länger als die Zeit, die du hast. Geh zurück und gib dem Tag mehr Zeit.</translation>
+    </message>
+    <message id="planDay.budget.custom.label">
+        <source>Time you have today</source>
+        <translation>Zeit, die du heute hast</translation>
+    </message>
+    <message id="planDay.budget.unit.label">
+        <source>Unit</source>
+        <translation>Einheit</translation>
+    </message>
+    <message id="planDay.budget.presets">
+        <source>Presets</source>
+        <translation>Vorgaben</translation>
+    </message>
+    <message id="planDay.taskCount %lld">
+        <source>Ready tasks to fit: %1</source>
+        <translation>Bereite Aufgaben zum Einplanen: %1</translation>
+    </message>
 </context>
 </TS>

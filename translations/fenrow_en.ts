@@ -1671,5 +1671,161 @@
         <source>Drag to set today's order</source>
         <translation>Drag to set today's order</translation>
     </message>
+    <message id="menu.newFlowFromText">
+        <source>New Flow from Text…</source>
+        <translation>New Flow from Text…</translation>
+    </message>
+    <message id="menu.planDay">
+        <source>Plan Today…</source>
+        <translation>Plan Today…</translation>
+    </message>
+    <message id="ready.action.planDay">
+        <source>Plan Day</source>
+        <translation>Plan Day</translation>
+    </message>
+    <message id="newFlowFromText.title">
+        <source>New flow</source>
+        <translation>New flow</translation>
+    </message>
+    <message id="newFlowFromText.subtitle">
+        <source>Describe the project in your own words and the language model turns it into tasks. Or leave the text empty to start with a blank flow.</source>
+        <translation>Describe the project in your own words and the language model turns it into tasks. Or leave the text empty to start with a blank flow.</translation>
+    </message>
+    <message id="newFlowFromText.name.label">
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message id="newFlowFromText.name.placeholder">
+        <source>Taken from the text when left empty</source>
+        <translation>Taken from the text when left empty</translation>
+    </message>
+    <message id="newFlowFromText.editor.label">
+        <source>What is the project about?</source>
+        <translation>What is the project about?</translation>
+    </message>
+    <message id="newFlowFromText.editor.placeholder">
+        <source>Paste notes, an e-mail or a plan, or write a few sentences about what has to happen.</source>
+        <translation>Paste notes, an e-mail or a plan, or write a few sentences about what has to happen.</translation>
+    </message>
+    <message id="newFlowFromText.processing">
+        <source>Reading the text and making tasks…</source>
+        <translation>Reading the text and making tasks…</translation>
+    </message>
+    <message id="newFlowFromText.cancel">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="newFlowFromText.overBudget.title">
+        <source>Only the first part will be read</source>
+        <translation>Only the first part will be read</translation>
+    </message>
+    <message id="newFlowFromText.overBudget.message">
+        <source>The text is longer than the language model can take at once. You can still create the flow; tasks come from the beginning of the text.</source>
+        <translation>The text is longer than the language model can take at once. You can still create the flow; tasks come from the beginning of the text.</translation>
+    </message>
+    <message id="generateSubtasks.title">
+        <source>Generate subtasks</source>
+        <translation>Generate subtasks</translation>
+    </message>
+    <message id="generateSubtasks.subtitle">
+        <source>The language model breaks this task into smaller steps.</source>
+        <translation>The language model breaks this task into smaller steps.</translation>
+    </message>
+    <message id="generateSubtasks.subtitle.named %@">
+        <source>The language model breaks “%1” into smaller steps.</source>
+        <translation>The language model breaks “%1” into smaller steps.</translation>
+    </message>
+    <message id="generateSubtasks.details.label">
+        <source>Details (optional)</source>
+        <translation>Details (optional)</translation>
+    </message>
+    <message id="generateSubtasks.details.placeholder">
+        <source>What does the task involve?</source>
+        <translation>What does the task involve?</translation>
+    </message>
+    <message id="generateSubtasks.processing">
+        <source>Breaking the task down…</source>
+        <translation>Breaking the task down…</translation>
+    </message>
+    <message id="generateSubtasks.cancel">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="generateSubtasks.generate">
+        <source>Generate</source>
+        <translation>Generate</translation>
+    </message>
+    <message id="canvas.node.generateSubtasks">
+        <source>Generate Subtasks…</source>
+        <translation>Generate Subtasks…</translation>
+    </message>
+    <message id="canvas.node.expand.failed.title">
+        <source>Subtasks could not be generated</source>
+        <translation>Subtasks could not be generated</translation>
+    </message>
+    <message id="canvas.node.expand.failed.message">
+        <source>The language model gave no usable answer. Try again, or add the subtasks by hand.</source>
+        <translation>The language model gave no usable answer. Try again, or add the subtasks by hand.</translation>
+    </message>
+    <message id="planDay.title">
+        <source>Plan today</source>
+        <translation>Plan today</translation>
+    </message>
+    <message id="planDay.cancel">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="planDay.running">
+        <source>Ordering your tasks…</source>
+        <translation>Ordering your tasks…</translation>
+    </message>
+    <message id="planDay.failed.title">
+        <source>The day could not be planned</source>
+        <translation>The day could not be planned</translation>
+    </message>
+    <message id="planDay.failed.message">
+        <source>The language model gave no usable order. Go back and try again; nothing was changed.</source>
+        <translation>The language model gave no usable order. Go back and try again; nothing was changed.</translation>
+    </message>
+    <message id="planDay.back">
+        <source>Back</source>
+        <translation>Back</translation>
+    </message>
+    <message id="planDay.commit">
+        <source>Use this plan</source>
+        <translation>Use this plan</translation>
+    </message>
+    <message id="planDay.cut.label">
+        <source>Does not fit today</source>
+        <translation>Does not fit today</translation>
+    </message>
+    <message id="planDay.timeline.label %@ %@">
+        <source>%1 of %2 planned, in working order</source>
+        <translation>%1 of %2 planned, in working order</translation>
+    </message>
+    <message id="planDay.nothingFits.title">
+        <source>Nothing fits</source>
+        <translation>Nothing fits</translation>
+    </message>
+    <message id="planDay.nothingFits.message">
+        <source>Every ready task takes longer than the time you have. Go back and give the day more time.</source>
+        <translation>Every ready task takes longer than the time you have. Go back and give the day more time.</translation>
+    </message>
+    <message id="planDay.budget.custom.label">
+        <source>Time you have today</source>
+        <translation>Time you have today</translation>
+    </message>
+    <message id="planDay.budget.unit.label">
+        <source>Unit</source>
+        <translation>Unit</translation>
+    </message>
+    <message id="planDay.budget.presets">
+        <source>Presets</source>
+        <translation>Presets</translation>
+    </message>
+    <message id="planDay.taskCount %lld">
+        <source>Ready tasks to fit: %1</source>
+        <translation>Ready tasks to fit: %1</translation>
+    </message>
 </context>
 </TS>

@@ -1671,5 +1671,161 @@
         <source>Drag to set today's order</source>
         <translation>Arrastra para fijar el orden de hoy</translation>
     </message>
+    <message id="menu.newFlowFromText">
+        <source>New Flow from Text…</source>
+        <translation>Nuevo flujo desde texto…</translation>
+    </message>
+    <message id="menu.planDay">
+        <source>Plan Today…</source>
+        <translation>Planificar hoy…</translation>
+    </message>
+    <message id="ready.action.planDay">
+        <source>Plan Day</source>
+        <translation>Planificar el día</translation>
+    </message>
+    <message id="newFlowFromText.title">
+        <source>New flow</source>
+        <translation>Nuevo flujo</translation>
+    </message>
+    <message id="newFlowFromText.subtitle">
+        <source>Describe the project in your own words and the language model turns it into tasks. Or leave the text empty to start with a blank flow.</source>
+        <translation>Describe el proyecto con tus palabras y el modelo de lenguaje lo convierte en tareas. O deja el texto vacío para empezar con un flujo en blanco.</translation>
+    </message>
+    <message id="newFlowFromText.name.label">
+        <source>Name</source>
+        <translation>Nombre</translation>
+    </message>
+    <message id="newFlowFromText.name.placeholder">
+        <source>Taken from the text when left empty</source>
+        <translation>Si lo dejas vacío, se toma del texto</translation>
+    </message>
+    <message id="newFlowFromText.editor.label">
+        <source>What is the project about?</source>
+        <translation>¿De qué trata el proyecto?</translation>
+    </message>
+    <message id="newFlowFromText.editor.placeholder">
+        <source>Paste notes, an e-mail or a plan, or write a few sentences about what has to happen.</source>
+        <translation>Pega notas, un correo o un plan, o escribe unas frases sobre lo que hay que hacer.</translation>
+    </message>
+    <message id="newFlowFromText.processing">
+        <source>Reading the text and making tasks…</source>
+        <translation>Leyendo el texto y creando tareas…</translation>
+    </message>
+    <message id="newFlowFromText.cancel">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="newFlowFromText.overBudget.title">
+        <source>Only the first part will be read</source>
+        <translation>Solo se leerá la primera parte</translation>
+    </message>
+    <message id="newFlowFromText.overBudget.message">
+        <source>The text is longer than the language model can take at once. You can still create the flow; tasks come from the beginning of the text.</source>
+        <translation>El texto es más largo de lo que el modelo de lenguaje puede leer de una vez. Puedes crear el flujo igualmente; las tareas salen del principio del texto.</translation>
+    </message>
+    <message id="generateSubtasks.title">
+        <source>Generate subtasks</source>
+        <translation>Generar subtareas</translation>
+    </message>
+    <message id="generateSubtasks.subtitle">
+        <source>The language model breaks this task into smaller steps.</source>
+        <translation>El modelo de lenguaje divide esta tarea en pasos más pequeños.</translation>
+    </message>
+    <message id="generateSubtasks.subtitle.named %@">
+        <source>The language model breaks “%1” into smaller steps.</source>
+        <translation>El modelo de lenguaje divide «%1» en pasos más pequeños.</translation>
+    </message>
+    <message id="generateSubtasks.details.label">
+        <source>Details (optional)</source>
+        <translation>Detalles (opcional)</translation>
+    </message>
+    <message id="generateSubtasks.details.placeholder">
+        <source>What does the task involve?</source>
+        <translation>¿Qué implica la tarea?</translation>
+    </message>
+    <message id="generateSubtasks.processing">
+        <source>Breaking the task down…</source>
+        <translation>Dividiendo la tarea…</translation>
+    </message>
+    <message id="generateSubtasks.cancel">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="generateSubtasks.generate">
+        <source>Generate</source>
+        <translation>Generar</translation>
+    </message>
+    <message id="canvas.node.generateSubtasks">
+        <source>Generate Subtasks…</source>
+        <translation>Generar subtareas…</translation>
+    </message>
+    <message id="canvas.node.expand.failed.title">
+        <source>Subtasks could not be generated</source>
+        <translation>No se pudieron generar subtareas</translation>
+    </message>
+    <message id="canvas.node.expand.failed.message">
+        <source>The language model gave no usable answer. Try again, or add the subtasks by hand.</source>
+        <translation>El modelo de lenguaje no dio una respuesta útil. Inténtalo de nuevo o añade las subtareas a mano.</translation>
+    </message>
+    <message id="planDay.title">
+        <source>Plan today</source>
+        <translation>Planificar hoy</translation>
+    </message>
+    <message id="planDay.cancel">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="planDay.running">
+        <source>Ordering your tasks…</source>
+        <translation>Ordenando tus tareas…</translation>
+    </message>
+    <message id="planDay.failed.title">
+        <source>The day could not be planned</source>
+        <translation>No se pudo planificar el día</translation>
+    </message>
+    <message id="planDay.failed.message">
+        <source>The language model gave no usable order. Go back and try again; nothing was changed.</source>
+        <translation>El modelo de lenguaje no dio un orden útil. Vuelve atrás e inténtalo de nuevo; no se cambió nada.</translation>
+    </message>
+    <message id="planDay.back">
+        <source>Back</source>
+        <translation>Atrás</translation>
+    </message>
+    <message id="planDay.commit">
+        <source>Use this plan</source>
+        <translation>Usar este plan</translation>
+    </message>
+    <message id="planDay.cut.label">
+        <source>Does not fit today</source>
+        <translation>No cabe hoy</translation>
+    </message>
+    <message id="planDay.timeline.label %@ %@">
+        <source>%1 of %2 planned, in working order</source>
+        <translation>%1 de %2 planificados, en orden de trabajo</translation>
+    </message>
+    <message id="planDay.nothingFits.title">
+        <source>Nothing fits</source>
+        <translation>No cabe nada</translation>
+    </message>
+    <message id="planDay.nothingFits.message">
+        <source>Every ready task takes longer than the time you have. Go back and give the day more time.</source>
+        <translation>Cada tarea lista dura más que el tiempo que tienes. Vuelve atrás y dale más tiempo al día.</translation>
+    </message>
+    <message id="planDay.budget.custom.label">
+        <source>Time you have today</source>
+        <translation>Tiempo que tienes hoy</translation>
+    </message>
+    <message id="planDay.budget.unit.label">
+        <source>Unit</source>
+        <translation>Unidad</translation>
+    </message>
+    <message id="planDay.budget.presets">
+        <source>Presets</source>
+        <translation>Predefinidos</translation>
+    </message>
+    <message id="planDay.taskCount %lld">
+        <source>Ready tasks to fit: %1</source>
+        <translation>Tareas listas para encajar: %1</translation>
+    </message>
 </context>
 </TS>

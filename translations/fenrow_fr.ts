@@ -1671,5 +1671,161 @@
         <source>Drag to set today's order</source>
         <translation>Faites glisser pour fixer l'ordre du jour</translation>
     </message>
+    <message id="menu.newFlowFromText">
+        <source>New Flow from Text…</source>
+        <translation>Nouveau flux à partir d'un texte…</translation>
+    </message>
+    <message id="menu.planDay">
+        <source>Plan Today…</source>
+        <translation>Planifier aujourd'hui…</translation>
+    </message>
+    <message id="ready.action.planDay">
+        <source>Plan Day</source>
+        <translation>Planifier la journée</translation>
+    </message>
+    <message id="newFlowFromText.title">
+        <source>New flow</source>
+        <translation>Nouveau flux</translation>
+    </message>
+    <message id="newFlowFromText.subtitle">
+        <source>Describe the project in your own words and the language model turns it into tasks. Or leave the text empty to start with a blank flow.</source>
+        <translation>Décrivez le projet avec vos mots et le modèle de langage en fait des tâches. Ou laissez le texte vide pour commencer avec un flux vierge.</translation>
+    </message>
+    <message id="newFlowFromText.name.label">
+        <source>Name</source>
+        <translation>Nom</translation>
+    </message>
+    <message id="newFlowFromText.name.placeholder">
+        <source>Taken from the text when left empty</source>
+        <translation>Tiré du texte s'il reste vide</translation>
+    </message>
+    <message id="newFlowFromText.editor.label">
+        <source>What is the project about?</source>
+        <translation>De quoi parle le projet ?</translation>
+    </message>
+    <message id="newFlowFromText.editor.placeholder">
+        <source>Paste notes, an e-mail or a plan, or write a few sentences about what has to happen.</source>
+        <translation>Collez des notes, un e-mail ou un plan, ou écrivez quelques phrases sur ce qu'il faut faire.</translation>
+    </message>
+    <message id="newFlowFromText.processing">
+        <source>Reading the text and making tasks…</source>
+        <translation>Lecture du texte et création des tâches…</translation>
+    </message>
+    <message id="newFlowFromText.cancel">
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message id="newFlowFromText.overBudget.title">
+        <source>Only the first part will be read</source>
+        <translation>Seule la première partie sera lue</translation>
+    </message>
+    <message id="newFlowFromText.overBudget.message">
+        <source>The text is longer than the language model can take at once. You can still create the flow; tasks come from the beginning of the text.</source>
+        <translation>Le texte dépasse ce que le modèle de langage peut lire en une fois. Vous pouvez quand même créer le flux ; les tâches viennent du début du texte.</translation>
+    </message>
+    <message id="generateSubtasks.title">
+        <source>Generate subtasks</source>
+        <translation>Générer des sous-tâches</translation>
+    </message>
+    <message id="generateSubtasks.subtitle">
+        <source>The language model breaks this task into smaller steps.</source>
+        <translation>Le modèle de langage découpe cette tâche en étapes plus petites.</translation>
+    </message>
+    <message id="generateSubtasks.subtitle.named %@">
+        <source>The language model breaks “%1” into smaller steps.</source>
+        <translation>Le modèle de langage découpe « %1 » en étapes plus petites.</translation>
+    </message>
+    <message id="generateSubtasks.details.label">
+        <source>Details (optional)</source>
+        <translation>Détails (facultatif)</translation>
+    </message>
+    <message id="generateSubtasks.details.placeholder">
+        <source>What does the task involve?</source>
+        <translation>Que comprend la tâche ?</translation>
+    </message>
+    <message id="generateSubtasks.processing">
+        <source>Breaking the task down…</source>
+        <translation>Découpage de la tâche…</translation>
+    </message>
+    <message id="generateSubtasks.cancel">
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message id="generateSubtasks.generate">
+        <source>Generate</source>
+        <translation>Générer</translation>
+    </message>
+    <message id="canvas.node.generateSubtasks">
+        <source>Generate Subtasks…</source>
+        <translation>Générer des sous-tâches…</translation>
+    </message>
+    <message id="canvas.node.expand.failed.title">
+        <source>Subtasks could not be generated</source>
+        <translation>Impossible de générer les sous-tâches</translation>
+    </message>
+    <message id="canvas.node.expand.failed.message">
+        <source>The language model gave no usable answer. Try again, or add the subtasks by hand.</source>
+        <translation>Le modèle de langage n'a pas donné de réponse exploitable. Réessayez, ou ajoutez les sous-tâches à la main.</translation>
+    </message>
+    <message id="planDay.title">
+        <source>Plan today</source>
+        <translation>Planifier aujourd'hui</translation>
+    </message>
+    <message id="planDay.cancel">
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message id="planDay.running">
+        <source>Ordering your tasks…</source>
+        <translation>Classement de vos tâches…</translation>
+    </message>
+    <message id="planDay.failed.title">
+        <source>The day could not be planned</source>
+        <translation>La journée n'a pas pu être planifiée</translation>
+    </message>
+    <message id="planDay.failed.message">
+        <source>The language model gave no usable order. Go back and try again; nothing was changed.</source>
+        <translation>Le modèle de langage n'a pas donné d'ordre exploitable. Revenez en arrière et réessayez ; rien n'a été modifié.</translation>
+    </message>
+    <message id="planDay.back">
+        <source>Back</source>
+        <translation>Retour</translation>
+    </message>
+    <message id="planDay.commit">
+        <source>Use this plan</source>
+        <translation>Adopter ce plan</translation>
+    </message>
+    <message id="planDay.cut.label">
+        <source>Does not fit today</source>
+        <translation>Ne tient pas aujourd'hui</translation>
+    </message>
+    <message id="planDay.timeline.label %@ %@">
+        <source>%1 of %2 planned, in working order</source>
+        <translation>%1 sur %2 planifiés, dans l'ordre de travail</translation>
+    </message>
+    <message id="planDay.nothingFits.title">
+        <source>Nothing fits</source>
+        <translation>Rien ne tient</translation>
+    </message>
+    <message id="planDay.nothingFits.message">
+        <source>Every ready task takes longer than the time you have. Go back and give the day more time.</source>
+        <translation>Chaque tâche prête dure plus longtemps que le temps dont vous disposez. Revenez en arrière et donnez plus de temps à la journée.</translation>
+    </message>
+    <message id="planDay.budget.custom.label">
+        <source>Time you have today</source>
+        <translation>Temps dont vous disposez aujourd'hui</translation>
+    </message>
+    <message id="planDay.budget.unit.label">
+        <source>Unit</source>
+        <translation>Unité</translation>
+    </message>
+    <message id="planDay.budget.presets">
+        <source>Presets</source>
+        <translation>Préréglages</translation>
+    </message>
+    <message id="planDay.taskCount %lld">
+        <source>Ready tasks to fit: %1</source>
+        <translation>Tâches prêtes à placer : %1</translation>
+    </message>
 </context>
 </TS>

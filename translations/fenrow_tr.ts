@@ -1671,5 +1671,161 @@
         <source>Drag to set today's order</source>
         <translation>Bugünün sırasını belirlemek için sürükleyin</translation>
     </message>
+    <message id="menu.newFlowFromText">
+        <source>New Flow from Text…</source>
+        <translation>Metinden Yeni Akış…</translation>
+    </message>
+    <message id="menu.planDay">
+        <source>Plan Today…</source>
+        <translation>Bugünü Planla…</translation>
+    </message>
+    <message id="ready.action.planDay">
+        <source>Plan Day</source>
+        <translation>Günü planla</translation>
+    </message>
+    <message id="newFlowFromText.title">
+        <source>New flow</source>
+        <translation>Yeni akış</translation>
+    </message>
+    <message id="newFlowFromText.subtitle">
+        <source>Describe the project in your own words and the language model turns it into tasks. Or leave the text empty to start with a blank flow.</source>
+        <translation>Projeyi kendi sözlerinle anlat, dil modeli onu görevlere dönüştürsün. Ya da boş bir akışla başlamak için metni boş bırak.</translation>
+    </message>
+    <message id="newFlowFromText.name.label">
+        <source>Name</source>
+        <translation>Ad</translation>
+    </message>
+    <message id="newFlowFromText.name.placeholder">
+        <source>Taken from the text when left empty</source>
+        <translation>Boş bırakılırsa metinden alınır</translation>
+    </message>
+    <message id="newFlowFromText.editor.label">
+        <source>What is the project about?</source>
+        <translation>Proje ne hakkında?</translation>
+    </message>
+    <message id="newFlowFromText.editor.placeholder">
+        <source>Paste notes, an e-mail or a plan, or write a few sentences about what has to happen.</source>
+        <translation>Notları, bir e-postayı ya da bir planı yapıştır veya yapılması gerekenleri birkaç cümleyle yaz.</translation>
+    </message>
+    <message id="newFlowFromText.processing">
+        <source>Reading the text and making tasks…</source>
+        <translation>Metin okunuyor ve görevler oluşturuluyor…</translation>
+    </message>
+    <message id="newFlowFromText.cancel">
+        <source>Cancel</source>
+        <translation>Vazgeç</translation>
+    </message>
+    <message id="newFlowFromText.overBudget.title">
+        <source>Only the first part will be read</source>
+        <translation>Yalnızca ilk kısım okunacak</translation>
+    </message>
+    <message id="newFlowFromText.overBudget.message">
+        <source>The text is longer than the language model can take at once. You can still create the flow; tasks come from the beginning of the text.</source>
+        <translation>Metin, dil modelinin bir kerede alabileceğinden uzun. Akışı yine de oluşturabilirsin; görevler metnin başından çıkarılır.</translation>
+    </message>
+    <message id="generateSubtasks.title">
+        <source>Generate subtasks</source>
+        <translation>Alt görev üret</translation>
+    </message>
+    <message id="generateSubtasks.subtitle">
+        <source>The language model breaks this task into smaller steps.</source>
+        <translation>Dil modeli bu görevi daha küçük adımlara böler.</translation>
+    </message>
+    <message id="generateSubtasks.subtitle.named %@">
+        <source>The language model breaks “%1” into smaller steps.</source>
+        <translation>Dil modeli “%1” görevini daha küçük adımlara böler.</translation>
+    </message>
+    <message id="generateSubtasks.details.label">
+        <source>Details (optional)</source>
+        <translation>Ayrıntılar (isteğe bağlı)</translation>
+    </message>
+    <message id="generateSubtasks.details.placeholder">
+        <source>What does the task involve?</source>
+        <translation>Görev neleri kapsıyor?</translation>
+    </message>
+    <message id="generateSubtasks.processing">
+        <source>Breaking the task down…</source>
+        <translation>Görev bölünüyor…</translation>
+    </message>
+    <message id="generateSubtasks.cancel">
+        <source>Cancel</source>
+        <translation>Vazgeç</translation>
+    </message>
+    <message id="generateSubtasks.generate">
+        <source>Generate</source>
+        <translation>Üret</translation>
+    </message>
+    <message id="canvas.node.generateSubtasks">
+        <source>Generate Subtasks…</source>
+        <translation>Alt Görev Üret…</translation>
+    </message>
+    <message id="canvas.node.expand.failed.title">
+        <source>Subtasks could not be generated</source>
+        <translation>Alt görevler üretilemedi</translation>
+    </message>
+    <message id="canvas.node.expand.failed.message">
+        <source>The language model gave no usable answer. Try again, or add the subtasks by hand.</source>
+        <translation>Dil modeli kullanılabilir bir yanıt vermedi. Yeniden dene ya da alt görevleri elle ekle.</translation>
+    </message>
+    <message id="planDay.title">
+        <source>Plan today</source>
+        <translation>Bugünü planla</translation>
+    </message>
+    <message id="planDay.cancel">
+        <source>Cancel</source>
+        <translation>Vazgeç</translation>
+    </message>
+    <message id="planDay.running">
+        <source>Ordering your tasks…</source>
+        <translation>Görevlerin sıralanıyor…</translation>
+    </message>
+    <message id="planDay.failed.title">
+        <source>The day could not be planned</source>
+        <translation>Gün planlanamadı</translation>
+    </message>
+    <message id="planDay.failed.message">
+        <source>The language model gave no usable order. Go back and try again; nothing was changed.</source>
+        <translation>Dil modeli kullanılabilir bir sıra vermedi. Geri dönüp yeniden dene; hiçbir şey değişmedi.</translation>
+    </message>
+    <message id="planDay.back">
+        <source>Back</source>
+        <translation>Geri</translation>
+    </message>
+    <message id="planDay.commit">
+        <source>Use this plan</source>
+        <translation>Bu planı kullan</translation>
+    </message>
+    <message id="planDay.cut.label">
+        <source>Does not fit today</source>
+        <translation>Bugüne sığmıyor</translation>
+    </message>
+    <message id="planDay.timeline.label %@ %@">
+        <source>%1 of %2 planned, in working order</source>
+        <translation>%2 içinden %1 çalışma sırasıyla planlandı</translation>
+    </message>
+    <message id="planDay.nothingFits.title">
+        <source>Nothing fits</source>
+        <translation>Hiçbir şey sığmıyor</translation>
+    </message>
+    <message id="planDay.nothingFits.message">
+        <source>Every ready task takes longer than the time you have. Go back and give the day more time.</source>
+        <translation>Hazır görevlerin her biri elindeki süreden uzun. Geri dönüp güne daha fazla zaman ver.</translation>
+    </message>
+    <message id="planDay.budget.custom.label">
+        <source>Time you have today</source>
+        <translation>Bugün ayırabileceğin süre</translation>
+    </message>
+    <message id="planDay.budget.unit.label">
+        <source>Unit</source>
+        <translation>Birim</translation>
+    </message>
+    <message id="planDay.budget.presets">
+        <source>Presets</source>
+        <translation>Hazır süreler</translation>
+    </message>
+    <message id="planDay.taskCount %lld">
+        <source>Ready tasks to fit: %1</source>
+        <translation>Sığdırılacak hazır görev: %1</translation>
+    </message>
 </context>
 </TS>

@@ -6,6 +6,8 @@
 #include "canvas/CanvasHitTest.h"
 #include "canvas/CanvasPointer.h"
 #include "canvas/DialogPresence.h"
+#include "DismissableDialogOverlay.h"
+#include "SheetParts.h"
 #include "domain/DependencyEdge.h"
 #include "domain/FenrowHistory.h"
 #include "domain/FenrowStore.h"
@@ -676,7 +678,8 @@ bool CanvasView::eventFilter(QObject *watched, QEvent *event)
     if ((type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride) && m_editor
         && isVisible() && watched->isWidgetType()) {
         auto *widget = static_cast<QWidget *>(watched);
-        if (widget->window() != window())
+        // A sheet over the window counts as a window of its own.
+        if (widget->window() != window() || DismissableDialogOverlay::holds(widget))
             return false;
         auto *key = static_cast<QKeyEvent *>(event);
         // A key the canvas takes must not fire a menu shortcut first.
@@ -762,6 +765,8 @@ QMenu *CanvasView::cardMenu(const QUuid &nodeID)
     };
     add(menu, QStringLiteral("canvas.node.addChild"), [this, nodeID] { m_editor->addSubtask(nodeID); })
         ->setIcon(CanvasGlyphs::icon(CanvasGlyphs::Glyph::add, colors.text));
+    add(menu, QStringLiteral("canvas.node.generateSubtasks"), [this, nodeID] { emit generateSubtasksRequested(nodeID); })
+        ->setIcon(SheetGlyphs::icon(SheetGlyphs::Glyph::sparkles, colors.text));
     add(menu, QStringLiteral("canvas.node.rename"), [this, nodeID] { m_editor->cardDoubleClicked(nodeID); });
     if (m_contents.of(*m_editor->flow(), *node).canCollapse)
         add(menu, node->isCollapsed ? QStringLiteral("canvas.port.action.expand") : QStringLiteral("canvas.port.action.collapse"),

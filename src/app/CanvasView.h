@@ -66,6 +66,8 @@ signals:
     // The part of the scene that belongs to the flow changed: the progress
     // readout and the empty hint follow it.
     void contentChanged();
+    // The card menu asked for the task's subtasks to be generated.
+    void generateSubtasksRequested(const QUuid &nodeID);
 
 protected:
     bool event(QEvent *event) override;

@@ -4,7 +4,9 @@
 #include "canvas/DialogPresence.h"
 
 #include <QApplication>
+#include <QAbstractScrollArea>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -90,8 +92,12 @@ void DismissableDialogOverlay::setPresented(bool presented)
     }
     m_presence.reset();
     m_pressedOnScrim = false;
+    // What the content's work put the keyboard on (a new card's title)
+    // keeps it; otherwise it goes back to where it was.
+    QWidget *focus = QApplication::focusWidget();
+    const bool focusInside = !focus || focus == this || isAncestorOf(focus);
     hide();
-    if (m_previousFocus && m_previousFocus->isVisible())
+    if (focusInside && m_previousFocus && m_previousFocus->isVisible())
         m_previousFocus->setFocus(Qt::OtherFocusReason);
     m_previousFocus = nullptr;
     emit presentedChanged(false);
@@ -101,6 +107,15 @@ void DismissableDialogOverlay::setPresented(bool presented)
 QRect DismissableDialogOverlay::panelRect() const
 {
     return m_panel->geometry();
+}
+
+bool DismissableDialogOverlay::holds(const QWidget *widget)
+{
+    for (; widget; widget = widget->parentWidget()) {
+        if (const auto *overlay = qobject_cast<const DismissableDialogOverlay *>(widget))
+            return overlay->isPresented();
+    }
+    return false;
 }
 
 void DismissableDialogOverlay::placePanel()
@@ -122,18 +137,27 @@ void DismissableDialogOverlay::placePanel()
 
 void DismissableDialogOverlay::focusContent()
 {
-    // The first field or button of the content that takes the keyboard.
-    QWidget *first = m_content ? m_content->nextInFocusChain() : nullptr;
-    for (QWidget *candidate = first; candidate && m_content; candidate = candidate->nextInFocusChain()) {
+    // The content's first text field takes the keyboard, else its first
+    // control that takes Tab.
+    QWidget *firstControl = nullptr;
+    QWidget *start = m_content ? m_content->nextInFocusChain() : nullptr;
+    for (QWidget *candidate = start; candidate && m_content; candidate = candidate->nextInFocusChain()) {
         if (m_content->isAncestorOf(candidate) && candidate->isVisibleTo(this) && candidate->isEnabled() &&
             (candidate->focusPolicy() & Qt::TabFocus)) {
-            candidate->setFocus(Qt::TabFocusReason);
-            return;
+            if (qobject_cast<QLineEdit *>(candidate) || qobject_cast<QAbstractScrollArea *>(candidate)) {
+                candidate->setFocus(Qt::TabFocusReason);
+                return;
+            }
+            if (!firstControl)
+                firstControl = candidate;
         }
-        if (candidate->nextInFocusChain() == first)
+        if (candidate->nextInFocusChain() == start)
             break;
     }
-    setFocus(Qt::OtherFocusReason);
+    if (firstControl)
+        firstControl->setFocus(Qt::TabFocusReason);
+    else
+        setFocus(Qt::OtherFocusReason);
 }
 
 bool DismissableDialogOverlay::focusNextPrevChild(bool next)
@@ -269,11 +293,10 @@ void DismissableDialogOverlay::wheelEvent(QWheelEvent *event)
 
 void DismissableDialogOverlay::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Escape) {
+    if (event->key() == Qt::Key_Escape)
         dismiss();
-        return;
-    }
-    QWidget::keyPressEvent(event);
+    // No key goes on to the window under the scrim.
+    event->accept();
 }
 
 } // namespace fenrow

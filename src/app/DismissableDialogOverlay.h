@@ -55,6 +55,10 @@ public:
     // Where the panel stands, in the overlay's coordinates.
     QRect panelRect() const;
 
+    // Whether `widget` is on a presented overlay: for the keys, such a
+    // widget is in a window of its own, not in the one under the scrim.
+    static bool holds(const QWidget *widget);
+
 signals:
     void presentedChanged(bool presented);
     // The overlay went away: by the scrim, Escape or `dismiss()`.

@@ -6,6 +6,7 @@
 #include "CanvasView.h"
 #include "CanvasZoomPill.h"
 #include "EmptyCanvasHint.h"
+#include "ExpandFailureBanner.h"
 #include "NodeInspector.h"
 #include "PanelResizeDivider.h"
 #include "canvas/CanvasEditor.h"
@@ -51,6 +52,7 @@ FlowDetailView::FlowDetailView(FenrowStore &store, FenrowHistory &history, Activ
     m_zoomPill = new CanvasZoomPill(*m_appearance, *m_zoomRequests, m_canvas);
     m_emptyHint = new EmptyCanvasHint(*m_appearance, m_canvas);
     m_emptyHint->hide();
+    m_expandFailure = new ExpandFailureBanner(m_canvas);
 
     m_inspector = new NodeInspector(store, history, preferences, this);
     m_inspector->hide();
@@ -72,6 +74,7 @@ FlowDetailView::FlowDetailView(FenrowStore &store, FenrowHistory &history, Activ
     connect(m_canvas, &CanvasView::contentChanged, this, &FlowDetailView::refresh);
     connect(m_emptyHint, &EmptyCanvasHint::addRequested, m_canvas, &CanvasView::addTask);
     connect(m_toolbar, &CanvasToolbar::archiveDoneRequested, this, &FlowDetailView::archiveDoneRequested);
+    connect(m_canvas, &CanvasView::generateSubtasksRequested, this, &FlowDetailView::generateSubtasksRequested);
     connect(m_inspector, &NodeInspector::revealRequested, this, &FlowDetailView::revealNode);
     connect(m_divider, &PanelResizeDivider::widthChanged, this, &FlowDetailView::setInspectorWidth);
     connect(m_divider, &PanelResizeDivider::resizeFinished, this,
@@ -116,10 +119,13 @@ void FlowDetailView::startCanvas()
     m_canvas->setEditor(m_editor.get());
     m_toolbar->setEditor(m_editor.get());
     m_zoomPill->setEditor(m_editor.get());
+    m_expandFailure->setInteraction(m_interaction.get());
     connect(m_interaction.get(), &CanvasInteraction::changed, this, [this](CanvasInteraction::Field field) {
         using Field = CanvasInteraction::Field;
         if (field == Field::selectedItemIDs || field == Field::selectedEdgeID || field == Field::selectedFileID)
             followSelection();
+        if (field == Field::expandFailure)
+            placeOverlays();
     });
     m_editor->appear(m_canvas->size());
     m_canvas->setFocus(Qt::OtherFocusReason);
@@ -141,6 +147,7 @@ void FlowDetailView::stopCanvas()
     m_canvas->setEditor(nullptr);
     m_toolbar->setEditor(nullptr);
     m_zoomPill->setEditor(nullptr);
+    m_expandFailure->setInteraction(nullptr);
     m_editor.reset();
     m_interaction.reset();
 }
@@ -239,6 +246,9 @@ void FlowDetailView::placeOverlays()
     m_zoomPill->move(area.right() - zoom.width() + 1 - shadow, area.bottom() - zoom.height() + 1 - shadow);
     m_emptyHint->move(m_canvas->width() / 2 - m_emptyHint->width() / 2,
                       m_canvas->height() / 2 - m_emptyHint->height() / 2);
+    // Under the top row of tools, in the middle.
+    m_expandFailure->adjustSize();
+    m_expandFailure->move(m_canvas->width() / 2 - m_expandFailure->width() / 2, area.top() + 48);
 }
 
 } // namespace fenrow

@@ -19,6 +19,7 @@ class CanvasView;
 class CanvasZoomPill;
 class CanvasZoomRequest;
 class EmptyCanvasHint;
+class ExpandFailureBanner;
 class FenrowHistory;
 class FenrowStore;
 class NodeInspector;
@@ -51,9 +52,11 @@ public:
     // The mailboxes through which menus and other views address the canvas.
     CanvasZoomRequest *zoomRequests() const { return m_zoomRequests; }
     CanvasRevealRequest *revealRequests() const { return m_revealRequests; }
+    ExpandFailureBanner *expandFailureBanner() const { return m_expandFailure; }
 
 signals:
     void archiveDoneRequested(const QUuid &flowID);
+    void generateSubtasksRequested(const QUuid &nodeID);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -87,6 +90,7 @@ private:
     CanvasToolbar *m_toolbar = nullptr;
     CanvasZoomPill *m_zoomPill = nullptr;
     EmptyCanvasHint *m_emptyHint = nullptr;
+    ExpandFailureBanner *m_expandFailure = nullptr;
     PanelResizeDivider *m_divider = nullptr;
     NodeInspector *m_inspector = nullptr;
 };

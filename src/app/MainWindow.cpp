@@ -9,7 +9,9 @@
 #include "PanelResizeDivider.h"
 #include "ReadyListView.h"
 #include "SettingsWindow.h"
+#include "SheetParts.h"
 #include "Sidebar.h"
+#include "WindowSheets.h"
 #include "SidebarRail.h"
 #include "canvas/NodeSizeResolver.h"
 #include "domain/ActiveFlowState.h"
@@ -26,6 +28,7 @@
 #include <QPlainTextEdit>
 #include <QStackedWidget>
 #include <QTextEdit>
+#include <QVBoxLayout>
 
 namespace fenrow {
 
@@ -56,11 +59,11 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
     connect(this, &MainWindow::sidebarWidthCommitted, this,
             [this](int width) { m_preferences.setSidebarWidth(width); });
     connect(&m_store, &FenrowStore::changed, this, &MainWindow::followStore);
+    connect(m_look, &InterfaceLook::changed, this, &MainWindow::rebuild);
     connect(&m_preferences, &AppPreferences::changed, this, [this](const QString &key) {
         if (key == QLatin1StringView(PreferenceKey::hasCompletedOnboarding))
             followOnboarding();
     });
-    connect(m_look, &InterfaceLook::changed, this, &MainWindow::rebuild);
 
     showRoute();
 }
@@ -98,7 +101,18 @@ void MainWindow::buildContent()
     row->addWidget(m_sidebar);
     row->addWidget(m_rail);
     row->addWidget(divider);
-    row->addWidget(m_detail, 1);
+    // The word that the language model is off stands above the detail
+    // until dismissed, for as long as the window lives.
+    auto *engineBanner = new ManualOnlyBannerBar(m_environment, root);
+    if (m_engineBannerDismissed)
+        engineBanner->dismiss();
+    connect(engineBanner, &ManualOnlyBannerBar::dismissed, this, [this] { m_engineBannerDismissed = true; });
+    auto *detailColumn = new QVBoxLayout;
+    detailColumn->setContentsMargins(0, 0, 0, 0);
+    detailColumn->setSpacing(0);
+    detailColumn->addWidget(engineBanner);
+    detailColumn->addWidget(m_detail, 1);
+    row->addLayout(detailColumn, 1);
     setCentralWidget(withOnboarding(root));
 
     connect(m_dayChange, &DayChangeTimer::dayChanged, m_sidebar, &Sidebar::refreshReadyCount);
@@ -113,6 +127,10 @@ void MainWindow::buildContent()
     connect(m_sidebar, &Sidebar::routeSelected, this, &MainWindow::setRoute);
     connect(m_readyList, &ReadyListView::flowRequested, this, &MainWindow::selectFlow);
     connect(m_flowDetail, &FlowDetailView::archiveDoneRequested, m_sidebar, &Sidebar::confirmArchiveDone);
+    m_sheets->setFlowDetail(m_flowDetail);
+    connect(m_readyList, &ReadyListView::planDayRequested, m_sheets, [this] { m_sheets->planDay()->setPresented(true); });
+    connect(m_flowDetail, &FlowDetailView::generateSubtasksRequested, m_sheets->generateSubtasks(),
+            &GenerateSubtasksPresentation::present);
     connect(m_sidebar, &Sidebar::quitRequested, this, &MainWindow::quitRequested);
     connect(m_sidebar, &Sidebar::settingsRequested, this, [this] { openSettings(); });
     wireNavigation(root);
@@ -156,6 +174,9 @@ void MainWindow::makeMenus()
     m_exports->setEnvironment(&m_environment);
     m_exports->addTo(file, [this] { return selectedFlow(); });
     connect(m_exports, &FlowExportCommands::flowImported, this, &MainWindow::selectFlow);
+    m_sheets = new WindowSheets(m_store, m_history, m_activeFlow, m_preferences, m_environment, this);
+    m_sheets->addTo(file);
+    connect(m_sheets, &WindowSheets::flowCreated, this, &MainWindow::selectFlow);
     file->addSeparator();
     QAction *settings = file->addAction(qtTrId("menu.settings"), this, [this] { openSettings(); });
     settings->setObjectName(QStringLiteral("menu.settings"));

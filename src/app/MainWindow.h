@@ -23,15 +23,16 @@ class FenrowHistory;
 class FenrowStore;
 class FlowDetailView;
 class FlowExportCommands;
+class OnboardingView;
 class FlowSearchPaletteView;
 class FlowSearchPresentation;
-class OnboardingView;
+class PanelResizeDivider;
 class InterfaceLook;
 class ReadyListView;
 class SettingsWindow;
-class PanelResizeDivider;
 class RouteRequest;
 class Sidebar;
+class WindowSheets;
 class SidebarRail;
 
 // The one main window: the sidebar on the left, the detail of the current
@@ -69,6 +70,8 @@ public:
     QAction *undoAction() const { return m_undo; }
     QAction *redoAction() const { return m_redo; }
     FlowExportCommands *exportCommands() const { return m_exports; }
+    // The sheets and the objects that raise them.
+    WindowSheets *sheets() const { return m_sheets; }
     InterfaceLook *look() const { return m_look; }
 
     // Shows the settings window on `page`, making it the first time.
@@ -150,6 +153,8 @@ private:
     QAction *m_undo = nullptr;
     QAction *m_redo = nullptr;
     FlowExportCommands *m_exports = nullptr;
+    WindowSheets *m_sheets = nullptr;
+    bool m_engineBannerDismissed = false;
     DayChangeTimer *m_dayChange = nullptr;
     InterfaceLook *m_look = nullptr;
     QPointer<SettingsWindow> m_settings;

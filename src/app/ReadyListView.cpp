@@ -18,6 +18,7 @@
 #include <QMouseEvent>
 #include <QLabel>
 #include <QListView>
+#include <QPushButton>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStackedWidget>
@@ -37,6 +38,8 @@ constexpr int marginX = 24;
 constexpr int listRightMargin = 16;
 // The padding of a row's content inside its hover background.
 constexpr int rowInset = 12;
+// Between the title and the Plan Day button beside it.
+constexpr int planDayGap = 14;
 
 // A list whose rows keep clear of the window's edge while its scroll bar
 // stays at the edge.
@@ -118,12 +121,25 @@ ReadyListView::ReadyListView(FenrowStore &store, FenrowHistory &history, AppPref
     m_title->setObjectName(QStringLiteral("ready.title"));
     m_title->setFont(largeTitleFont());
     m_sortControl = makeSortControl();
+    // Planning the day starts from the list as it stands: its button goes
+    // with the title, and with the tasks.
+    m_planDay = new QPushButton(qtTrId("ready.action.planDay"), this);
+    m_planDay->setObjectName(QStringLiteral("ready.action.planDay"));
+    m_planDay->setFont(captionFont());
+    m_planDay->setCursor(Qt::PointingHandCursor);
+    m_planDay->setStyleSheet(filledButtonStyle(Color::accent));
+    connect(m_planDay, &QPushButton::clicked, this, &ReadyListView::planDayRequested);
 
     // Both edges line up with the rows' content below.
     m_header = new QBoxLayout(QBoxLayout::LeftToRight);
     m_header->setContentsMargins(marginX + rowInset, 0, listRightMargin + rowInset, 0);
     m_header->setSpacing(16);
-    m_header->addWidget(m_title, 1);
+    auto *titleRow = new QHBoxLayout;
+    titleRow->setSpacing(planDayGap);
+    titleRow->addWidget(m_title);
+    titleRow->addWidget(m_planDay, 0, Qt::AlignVCenter);
+    titleRow->addStretch(1);
+    m_header->addLayout(titleRow, 1);
     m_header->addWidget(m_sortControl, 0, Qt::AlignVCenter);
 
     m_list = new InsetListView(marginX, listRightMargin, this);
@@ -220,7 +236,8 @@ void ReadyListView::arrangeHeader()
 {
     const QMargins margins = m_header->contentsMargins();
     const int room = width() - margins.left() - margins.right();
-    const int sideBySide = m_title->sizeHint().width() + 16 + m_sortControl->sizeHint().width();
+    const int sideBySide = m_title->sizeHint().width() + planDayGap + m_planDay->sizeHint().width() + 16
+        + m_sortControl->sizeHint().width();
     const bool stacked = !m_sortControl->isHidden() && sideBySide > room;
     ListViewPlaces::arrangeHeader(*m_header, *m_sortControl, stacked);
 }
@@ -242,6 +259,7 @@ void ReadyListView::showEmptyReason()
 {
     // Nothing to sort, nothing to offer sorting for.
     m_sortControl->setVisible(m_model->taskCount() > 0);
+    m_planDay->setVisible(m_model->taskCount() > 0);
     arrangeHeader();
     if (m_model->taskCount() > 0) {
         m_content->setCurrentWidget(m_list);

@@ -9,6 +9,7 @@ class QBoxLayout;
 class QButtonGroup;
 class QLabel;
 class QListView;
+class QPushButton;
 class QStackedWidget;
 
 namespace fenrow {
@@ -48,6 +49,8 @@ public:
 signals:
     // The user asked to see a task's flow.
     void flowRequested(const QUuid &flowId);
+    // The user asked to plan today from the list.
+    void planDayRequested();
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -71,6 +74,7 @@ private:
     QBoxLayout *m_header = nullptr;
     QLabel *m_title = nullptr;
     QWidget *m_sortControl = nullptr;
+    QPushButton *m_planDay = nullptr;
     QListView *m_list = nullptr;
     QStackedWidget *m_content = nullptr;
     EmptyStateView *m_empty = nullptr;

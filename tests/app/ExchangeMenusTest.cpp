@@ -131,7 +131,8 @@ TEST_F(ExchangeMenusTest, FileMenuImportsAnOutlineAsANewFlow)
     QStringList entries;
     for (QAction *action : file->actions())
         entries << (action->isSeparator() ? QStringLiteral("|") : action->objectName());
-    EXPECT_EQ(entries.join(' ').toStdString(), "menu.exportMarkdown menu.copyMarkdown menu.exportOPML | "
+    EXPECT_EQ(entries.join(' ').toStdString(), "menu.newFlowFromText menu.planDay | "
+                                               "menu.exportMarkdown menu.copyMarkdown menu.exportOPML | "
                                                "menu.importOPML | menu.backUp menu.restoreBackup | menu.settings menu.quit");
     EXPECT_EQ(fileAction("menu.exportMarkdown")->shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E));
     EXPECT_EQ(fileAction("menu.copyMarkdown")->shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C));
