@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QScreen>
+#include <QTimer>
 #include <QToolButton>
 
 namespace fenrow::testing {
@@ -78,16 +79,28 @@ TEST_F(QuickCapturePanelTest, ReturnSavesIntoTheChosenFlowWithTheDateFromTheText
     QTest::keyClick(&field(), Qt::Key_Return);
     EXPECT_TRUE(panel->isVisible()) << "a blank line keeps the panel open";
 
-    // Another flow from the picker's menu.
+    // Another flow from the picker's menu; the open menu is no click
+    // elsewhere, so the panel stays.
     auto *picker = panel->findChild<QToolButton *>("quickCapture.flowPicker");
-    QMenu *menu = picker->menu();
-    emit menu->aboutToShow();
-    QAction *workEntry = nullptr;
-    for (QAction *entry : menu->actions())
-        if (entry->text() == "Work")
-            workEntry = entry;
-    ASSERT_NE(workEntry, nullptr);
-    workEntry->trigger();
+    bool chosen = false;
+    bool stayedOpen = false;
+    QTimer::singleShot(0, [&] {
+        QMenu *menu = nullptr;
+        if (!QTest::qWaitFor([&] { return (menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())); }))
+            return;
+        stayedOpen = panel->isVisible();
+        for (QAction *entry : menu->actions()) {
+            if (entry->text() == "Work") {
+                QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
+                chosen = true;
+            }
+        }
+        menu->close();
+    });
+    QTest::mouseClick(picker, Qt::LeftButton);
+    ASSERT_TRUE(chosen);
+    EXPECT_TRUE(stayedOpen);
+    EXPECT_TRUE(panel->isVisible());
     EXPECT_EQ(pickerText().section("  ", 0, 0), "Work");
 
     type("Send the invoice tomorrow");
