@@ -3,6 +3,7 @@
 #include "AppShell.h"
 #include "OnboardingView.h"
 #include "QuickCapturePanel.h"
+#include "SettingsWindow.h"
 #include "shell/InterfaceLanguage.h"
 
 #include <QCursor>
@@ -164,15 +165,39 @@ TEST_F(AppShellTest, AboutAndHelpOpenTheSettingsOnTheAboutPage)
 {
     launch(true);
     command("menu.help")->trigger();
-    QWidget *settings = window->findChild<QWidget *>("settings.window");
+    SettingsWindow *settings = window->settingsWindow();
     ASSERT_NE(settings, nullptr);
     EXPECT_TRUE(settings->isVisible());
+    EXPECT_EQ(settings->currentPage(), SettingsPage::about);
+    settings->showPage(SettingsPage::general);
+    command("menu.about")->trigger();
+    EXPECT_EQ(settings->currentPage(), SettingsPage::about);
 
     // The settings go when the interface does.
     command("menu.restartOnboarding")->trigger();
     EXPECT_FALSE(settings->isVisible());
     command("menu.about")->trigger();
     EXPECT_FALSE(settings->isVisible()) << "not before onboarding is done";
+}
+
+TEST_F(AppShellTest, TheEngineBannerShowsWithoutAnEngineAndIsDismissedForTheWindowsLife)
+{
+    preferences->setHasCompletedOnboarding(true);
+    AppEnvironment none({AppEnvironment::uiTestArgument, AppEnvironment::engineUnavailableArgument});
+    window = std::make_unique<MainWindow>(*store, *history, activeFlow, *preferences, none);
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    QWidget *banner = window->findChild<QWidget *>("banner.engineUnavailable");
+    ASSERT_NE(banner, nullptr);
+    EXPECT_TRUE(banner->isVisible());
+    auto *dismiss = banner->findChild<QAbstractButton *>("banner.engineUnavailable.dismiss");
+    ASSERT_NE(dismiss, nullptr);
+    QTest::mouseClick(dismiss, Qt::LeftButton);
+    EXPECT_FALSE(banner->isVisible());
+    window->selectFlow(addFlow("Later").id);
+    EXPECT_FALSE(window->findChild<QWidget *>("banner.engineUnavailable")->isVisible())
+        << "dismissed for the window's life";
+    window.reset();
 }
 
 // Not a check: the welcome for a reviewer, in English and Turkish.
