@@ -207,6 +207,11 @@ QVariant ReadyListModel::data(const QModelIndex &index, int role) const
         parts.removeAll(QString());
         return parts.join(QStringLiteral(", "));
     }
+    case Qt::ToolTipRole:
+        // Today's order is set by dragging; nothing on screen says so otherwise.
+        if (row.kind == Kind::header && row.identifier == QLatin1StringView("ready.group.today"))
+            return qtTrId("ready.row.reorder.help");
+        return {};
     case KindRole:
         return int(row.kind);
     case NodeIdRole:

@@ -191,6 +191,8 @@ TEST_F(ReadyListTest, DraggingInTodaySetsItsOrderAsOneStepPerFlow)
     store->setTitle(report, "Report");
     ReadyListView &ready = showReady();
     ASSERT_EQ(rows().todayNodeIds(), QList<QUuid>({dishes.id, laundry.id, report.id}));
+    EXPECT_EQ(rows().index(0).data(Qt::ToolTipRole).toString(), qtTrId("ready.row.reorder.help"))
+        << "Today's header tells how to order it";
 
     const auto mouse = [&](QEvent::Type type, QPoint at, Qt::MouseButtons buttons) {
         QMouseEvent event(type, at, viewport()->mapToGlobal(at), type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
