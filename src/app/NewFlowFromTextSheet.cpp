@@ -2,6 +2,7 @@
 
 #include "capture/GeneratedFlows.h"
 #include "domain/TaskFlow.h"
+#include "Theme.h"
 #include "shell/AppEnvironment.h"
 
 #include <QKeyEvent>
@@ -9,6 +10,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace fenrow {
@@ -68,6 +70,7 @@ NewFlowFromTextSheet::NewFlowFromTextSheet(FenrowStore &store, AppEnvironment &e
     m_text->setObjectName(QStringLiteral("newFlowFromText.field"));
     m_text->setPlaceholderText(qtTrId("newFlowFromText.editor.placeholder"));
     m_text->setMinimumHeight(180);
+    m_text->verticalScrollBar()->setStyleSheet(Theme::thinScrollBarStyle());
     QLabel *textLabel = fieldLabel(qtTrId("newFlowFromText.editor.label"), this);
     textLabel->setBuddy(m_text);
     m_text->setAccessibleName(textLabel->text());

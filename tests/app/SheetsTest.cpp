@@ -357,43 +357,68 @@ TEST_F(SheetsTest, PlanDayFromTheReadyListReordersMovesTheCutAndCommitsRanks)
     EXPECT_EQ(boxes.dayPlanRank, 1);
 }
 
-TEST_F(SheetsTest, PlanDayInGermanFitsAndShowsWhenNothingFits)
+TEST_F(SheetsTest, SheetsInGermanAndTurkishShowTheirWholeTexts)
 {
-    ASSERT_TRUE(InterfaceLanguage::apply("de"));
     const TaskFlow &move = *store->addFlow(QStringLiteral("Umzug nach Leipzig"));
-    addTask(move, QStringLiteral("Umzugsfirma buchen"), 45);
+    const FlowNode &movers = addTask(move, QStringLiteral("Umzugsfirma buchen"), 45);
     addTask(move, QStringLiteral("Internetvertrag kündigen"), 20);
     addTask(move, QStringLiteral("Bücher in Kartons packen"), 90);
     const TaskFlow &tax = *store->addFlow(QStringLiteral("Steuererklärung 2025"));
     addTask(tax, QStringLiteral("Belege sortieren"), std::nullopt);
     addTask(tax, QStringLiteral("Formular ausfüllen und abschicken"), 120);
-    show();
-    // The File menu's command, by its keys.
-    QTest::keyClick(window.get(), Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
-    auto *sheet = shownSheet<PlanDaySheet>("planDay.sheet");
-    ASSERT_NE(sheet, nullptr);
-    expectNothingClipped(sheet);
-    saveScreenshot(QStringLiteral("sheet-plan-day-setup-de"));
 
-    QTest::mouseClick(part<QPushButton>(sheet, "planDay.primary"), Qt::LeftButton);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return sheet->model().phase().kind == PlanDayPhase::Kind::result; }));
-    QApplication::processEvents();
-    expectNothingClipped(sheet);
-    saveScreenshot(QStringLiteral("sheet-plan-day-de"));
+    for (const char *code : {"de", "tr"}) {
+        SCOPED_TRACE(code);
+        const QString language = QString::fromLatin1(code);
+        ASSERT_TRUE(InterfaceLanguage::apply(code));
+        preferences->setDayPlanBudgetMinutes(240);
+        show();
+        // The File menu's command, by its keys.
+        QTest::keyClick(window.get(), Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+        auto *sheet = shownSheet<PlanDaySheet>("planDay.sheet");
+        ASSERT_NE(sheet, nullptr);
+        expectNothingClipped(sheet);
+        saveScreenshot(QStringLiteral("sheet-plan-day-setup-") + language);
+        QTest::mouseClick(part<QPushButton>(sheet, "planDay.primary"), Qt::LeftButton);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return sheet->model().phase().kind == PlanDayPhase::Kind::result; }));
+        QApplication::processEvents();
+        expectNothingClipped(sheet);
+        saveScreenshot(QStringLiteral("sheet-plan-day-") + language);
 
-    // With no time at all nothing fits, and the sheet says so instead of a list.
-    part<QPushButton>(sheet, "planDay.cancel")->click();
-    ASSERT_TRUE(sheetGone("planDay.sheet"));
-    preferences->setDayPlanBudgetMinutes(0);
-    window->sheets()->planDay()->setPresented(true);
-    sheet = shownSheet<PlanDaySheet>("planDay.sheet");
-    ASSERT_NE(sheet, nullptr);
-    QTest::mouseClick(part<QPushButton>(sheet, "planDay.primary"), Qt::LeftButton);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return sheet->model().phase().kind == PlanDayPhase::Kind::result; }));
-    QApplication::processEvents();
-    EXPECT_TRUE(part(sheet, "planDay.nothingFits")->isVisible());
-    EXPECT_FALSE(sheet->list()->isVisible());
-    expectNothingClipped(sheet);
+        // With no time at all nothing fits, and the sheet says so instead of a list.
+        part<QPushButton>(sheet, "planDay.cancel")->click();
+        ASSERT_TRUE(sheetGone("planDay.sheet"));
+        preferences->setDayPlanBudgetMinutes(0);
+        window->sheets()->planDay()->setPresented(true);
+        sheet = shownSheet<PlanDaySheet>("planDay.sheet");
+        ASSERT_NE(sheet, nullptr);
+        QTest::mouseClick(part<QPushButton>(sheet, "planDay.primary"), Qt::LeftButton);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return sheet->model().phase().kind == PlanDayPhase::Kind::result; }));
+        QApplication::processEvents();
+        EXPECT_TRUE(part(sheet, "planDay.nothingFits")->isVisible());
+        EXPECT_FALSE(sheet->list()->isVisible());
+        expectNothingClipped(sheet);
+        part<QPushButton>(sheet, "planDay.cancel")->click();
+        ASSERT_TRUE(sheetGone("planDay.sheet"));
+
+        window->sheets()->newFlowFromText()->setPresented(true);
+        auto *newFlow = shownSheet<NewFlowFromTextSheet>("newFlowFromText.sheet");
+        ASSERT_NE(newFlow, nullptr);
+        newFlow->textField()->setPlainText(QString(NewFlowFromTextModel::proseLimit + 1, QLatin1Char('x')));
+        QApplication::processEvents();
+        expectNothingClipped(newFlow);
+        saveScreenshot(QStringLiteral("sheet-new-flow-from-text-") + language);
+        newFlow->cancelButton()->click();
+        ASSERT_TRUE(sheetGone("newFlowFromText.sheet"));
+
+        window->sheets()->generateSubtasks()->present(movers.id);
+        auto *generate = shownSheet<GenerateSubtasksSheet>("generateSubtasks.sheet");
+        ASSERT_NE(generate, nullptr);
+        expectNothingClipped(generate);
+        generate->cancelButton()->click();
+        ASSERT_TRUE(sheetGone("generateSubtasks.sheet"));
+        window.reset();
+    }
 }
 
 TEST_F(SheetsTest, ClosingThePresentationClosesItsSheet)
