@@ -4,6 +4,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <optional>
+
 namespace fenrow::bench {
 
 namespace {
@@ -20,7 +22,10 @@ void fail(benchmark::State &state, const QString &reason)
 
 int runBenchmarks(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
+    // A program that needs widgets makes its QApplication first.
+    std::optional<QCoreApplication> application;
+    if (!QCoreApplication::instance())
+        application.emplace(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 2;

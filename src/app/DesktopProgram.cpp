@@ -35,40 +35,77 @@ void reportFatalStop(const QString &message)
 
 } // namespace
 
-int run(QApplication &application)
+// Declared in the order of making: the clock before the store, which keeps
+// a reference to it; undo after the store it replays into; the window
+// before the shell that fits and watches it.
+struct Session::Parts {
+    SystemClock clock;
+    std::unique_ptr<FenrowStore> store;
+    std::unique_ptr<FenrowHistory> history;
+    std::unique_ptr<AppPreferences> preferences;
+    ActiveFlowState activeFlow;
+    std::unique_ptr<AppEnvironment> environment;
+    std::unique_ptr<MainWindow> window;
+    std::unique_ptr<AppShell> shell;
+};
+
+Session::Session(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
+
+// Parts go in the reverse order of their making.
+Session::~Session() = default;
+
+MainWindow &Session::window() const
+{
+    return *m_parts->window;
+}
+
+FenrowStore &Session::store() const
+{
+    return *m_parts->store;
+}
+
+std::unique_ptr<Session> Session::start(QApplication &application, QString *fatal)
 {
     ProcessEntry::prepare(application);
     Theme::apply(application);
     QApplication::setWindowIcon(QIcon(Glyphs::brandMark(64)));
 
-    // Declared before the store, which keeps a reference to it.
-    SystemClock clock;
-    QString fatal;
-    const auto store = FenrowModelContainer::openStore(application.arguments(), clock, LocalCalendar(), &fatal);
-    if (!store) {
-        reportFatalStop(fatal);
-        return 1;
-    }
-    store->setThumbnailMaker(&ThumbnailMaker::make);
-    // Undo lives as long as the store it replays into, and no longer.
-    FenrowHistory history(*store);
-
-    AppPreferences preferences(SettingsFile::open());
-    ActiveFlowState activeFlow;
+    auto parts = std::make_unique<Parts>();
+    parts->store = FenrowModelContainer::openStore(application.arguments(), parts->clock, LocalCalendar(), fatal);
+    if (!parts->store)
+        return nullptr;
+    FenrowStore &store = *parts->store;
+    store.setThumbnailMaker(&ThumbnailMaker::make);
+    parts->history = std::make_unique<FenrowHistory>(store);
+    parts->preferences = std::make_unique<AppPreferences>(SettingsFile::open());
     // Which engine answers is settled once at start from the arguments and
     // looked at again whenever the program comes to the front.
-    AppEnvironment environment(application.arguments());
+    parts->environment = std::make_unique<AppEnvironment>(application.arguments());
+    AppEnvironment &environment = *parts->environment;
     QObject::connect(&application, &QGuiApplication::applicationStateChanged, &environment,
                      [&environment](Qt::ApplicationState state) {
                          if (state == Qt::ApplicationActive)
                              environment.refreshAvailability();
                      });
-    MainWindow window(*store, history, activeFlow, preferences, environment);
+    parts->window = std::make_unique<MainWindow>(store, *parts->history, parts->activeFlow, *parts->preferences,
+                                                 environment);
     // Onboarding, the capture panel, the window's size and place, and the
     // one way out for Quit and SIGTERM.
-    AppShell shell(*store, history, activeFlow, preferences, environment);
-    shell.registerMainWindow(&window);
-    shell.launch();
+    parts->shell = std::make_unique<AppShell>(store, *parts->history, parts->activeFlow, *parts->preferences,
+                                              environment);
+    parts->shell->registerMainWindow(parts->window.get());
+    parts->shell->launch();
+    return std::unique_ptr<Session>(new Session(std::move(parts)));
+}
+
+int run(QApplication &application)
+{
+    QString fatal;
+    const std::unique_ptr<Session> session = Session::start(application, &fatal);
+    if (!session) {
+        reportFatalStop(fatal);
+        return 1;
+    }
     return application.exec();
 }
 
