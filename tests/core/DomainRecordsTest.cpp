@@ -99,6 +99,32 @@ TEST(DomainRecords, ChecklistEncodingKeepsOrderAndEmptyIsBlank)
     EXPECT_TRUE(node.checklist().isEmpty());
 }
 
+// The quick answer must be decode's answer, text by text, whichever way it
+// gets there.
+TEST(DomainRecords, ChecklistHasEntriesAgreesWithDecoding)
+{
+    const QString id = QStringLiteral("C41621DA-61B2-4614-82E0-D3B5FFB4634A");
+    const QStringList texts{
+        ChecklistCodec::encode({{QUuid::createUuid(), QStringLiteral("Book \"room\" ✓"), true}}),
+        QString(),
+        QStringLiteral("[]"),
+        QStringLiteral(" [ {\"isDone\":false, \"title\":\"x\", \"id\":\"%1\", \"extra\":{\"a\":[1,null]}} ] ").arg(id),
+        QStringLiteral("[{\"id\":\"{%1}\",\"title\":\"braced\",\"isDone\":true}]").arg(id.toLower()),
+        QStringLiteral("[{\"id\":\"%1\",\"title\":\"x\",\"isDone\":false,\"title\":\"twice\"}]").arg(id),
+        QStringLiteral("[{\"id\":\"%1\",\"title\":\"lone \\ud800\",\"isDone\":false}]").arg(id),
+        QStringLiteral("[{\"id\":\"%1\",\"title\":\"x\",\"isDone\":\"no\"}]").arg(id),
+        QStringLiteral("[{\"id\":\"%1\",\"title\":7,\"isDone\":false}]").arg(id),
+        QStringLiteral("[{\"id\":\"nope\",\"title\":\"x\",\"isDone\":false}]"),
+        QStringLiteral("[{\"id\":\"%1\",\"isDone\":false}]").arg(id),
+        QStringLiteral("[{\"id\":\"%1\",\"title\":\"x\",\"isDone\":false}] trailing").arg(id),
+        QStringLiteral("[{\"id\":\"%1\",\"title\":\"x\",\"isDone\":false},]").arg(id),
+        QStringLiteral("[1,2]"),
+        QStringLiteral("{\"id\":1}"),
+    };
+    for (const QString &text : texts)
+        EXPECT_EQ(ChecklistCodec::hasEntries(text), !ChecklistCodec::decode(text).isEmpty()) << text.toStdString();
+}
+
 TEST(DomainRecords, DeferredAndOverdueFollowTheLocalDay)
 {
     const LocalCalendar calendar(testing::berlin());

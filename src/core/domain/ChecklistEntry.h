@@ -22,6 +22,10 @@ using Checklist = QList<ChecklistEntry>;
 namespace ChecklistCodec {
 QString encode(const Checklist &entries);
 Checklist decode(const QString &data);
+// Whether `data` decodes to at least one entry, as `decode` would say,
+// without building the entries: a strict reader settles the usual text at
+// once, and whatever it is unsure of goes through `decode` itself.
+bool hasEntries(const QString &data);
 } // namespace ChecklistCodec
 
 } // namespace fenrow

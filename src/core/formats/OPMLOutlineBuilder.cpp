@@ -97,7 +97,7 @@ Outline outlineFrom(const ElementAttributes &attributes, const LocalCalendar &ca
         outline.dueDate = parseDay(*due, calendar);
     if (checklist) {
         QString data = checklist->toString();
-        if (!ChecklistCodec::decode(data).isEmpty())
+        if (ChecklistCodec::hasEntries(data))
             outline.checklistData = std::move(data);
     }
     return outline;
