@@ -5,6 +5,7 @@
 #include "domain/FenrowStore.h"
 #include "domain/FileLink.h"
 #include "domain/FlowFile.h"
+#include "shell/DurationText.h"
 #include "shell/InterfaceLanguage.h"
 
 #include <QLocale>
@@ -52,13 +53,7 @@ ReadyListModel::ReadyListModel(FenrowStore &store, QObject *parent) : SectionedR
 
 QString ReadyListModel::estimateText(qint64 minutes)
 {
-    const qint64 hours = minutes / 60;
-    const qint64 rest = minutes % 60;
-    if (hours == 0)
-        return qtTrId("ready.row.estimate.minutes %lld").arg(minutes);
-    if (rest == 0)
-        return qtTrId("ready.row.estimate.hours %lld").arg(hours);
-    return qtTrId("ready.row.estimate.hoursMinutes %lld %lld").arg(hours).arg(rest);
+    return DurationText::compact(minutes);
 }
 
 void ReadyListModel::setSort(ReadySort sort)

@@ -2,6 +2,7 @@
 
 #include "capture/PlanDayModel.h"
 #include "domain/Readiness.h"
+#include "shell/InterfaceLanguage.h"
 
 #include <QSignalSpy>
 
@@ -133,6 +134,12 @@ TEST_F(PlanDaySheet, WithoutAnEngineTheListOrderIsPackedAtOnce)
     EXPECT_EQ(model->phase().plan.totalMinutes, 45);
     EXPECT_STREQ(model->orderLabelKey(), "planDay.order.custom");
     EXPECT_EQ(engine->calls().size(), 0);
+
+    // Times read as estimates do, whatever unit the budget was typed in.
+    ASSERT_TRUE(InterfaceLanguage::apply(QStringLiteral("en")));
+    model->setBudgetUnit(DayPlanBudgetUnit::hours);
+    EXPECT_EQ(model->summary(), "45 min of 1 h planned · 2 more do not fit.");
+    EXPECT_EQ(model->budgetLabel(90), "1 h 30 min");
 }
 
 TEST_F(PlanDaySheet, EngineOrderComesBackOnTheMainThreadThenPacks)

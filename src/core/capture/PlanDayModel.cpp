@@ -6,6 +6,7 @@
 #include "domain/FenrowStore.h"
 #include "shell/AppEnvironment.h"
 #include "shell/AppPreferences.h"
+#include "shell/DurationText.h"
 #include "shell/InterfaceLanguage.h"
 
 #include <QSet>
@@ -73,8 +74,9 @@ QLocale PlanDayModel::locale() const
 
 QString PlanDayModel::budgetLabel(qint64 minutes) const
 {
-    return PlanDay::formatBudget(minutes, budgetUnit(), locale()) + QLatin1Char(' ')
-        + qtTrId(PlanDay::unitLabelKey(budgetUnit()));
+    // As estimates read, whatever unit the budget is typed in: a number
+    // followed by the unit's name would say "1 hours".
+    return DurationText::compact(minutes);
 }
 
 void PlanDayModel::setPhase(PlanDayPhase phase)
@@ -211,7 +213,7 @@ QString PlanDayModel::summary() const
     const PlannedDay &plan = m_phase.plan;
     QString text = qtTrId("planDay.summary").arg(budgetLabel(plan.totalMinutes), budgetLabel(budgetMinutes()));
     if (!plan.overflowIDs.isEmpty())
-        text += QLatin1Char(' ') + qtTrId("planDay.summary.overflow %lld").arg(plan.overflowIDs.size());
+        text += QStringLiteral(" · ") + qtTrId("planDay.summary.overflow %lld").arg(plan.overflowIDs.size());
     return text;
 }
 
