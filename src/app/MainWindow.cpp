@@ -71,6 +71,13 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
 // The sidebar and the detail views, with their wiring. Built again when
 // the language or the colours change: texts and colours are read while
 // building, so a fresh tree shows them all.
+MainWindow::~MainWindow()
+{
+    // Children go after the menus: a child window that closes then moves
+    // the focus, and the edit actions must not hear of it any more.
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 void MainWindow::buildContent()
 {
     auto *root = new QWidget(this);

@@ -51,6 +51,7 @@ public:
     // dragging is kept there.
     MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowState &activeFlow, AppPreferences &preferences,
                AppEnvironment &environment, QWidget *parent = nullptr);
+    ~MainWindow() override;
 
     // A flow route to a flow the store doesn't know shows the empty state.
     void setRoute(const DetailRoute &route);

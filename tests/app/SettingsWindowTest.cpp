@@ -74,6 +74,10 @@ TEST_F(SettingsWindowTest, OpensFromMenuSidebarAndOnItsAboutPage)
     EXPECT_EQ(settings->currentPage(), SettingsPage::general);
 
     // Escape closes it; the sidebar's button brings the same window back.
+    // Its keys reach it once it is the active window, which a slow machine
+    // takes a moment to make it.
+    settings->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(settings));
     QTest::keyClick(settings, Qt::Key_Escape);
     EXPECT_FALSE(settings->isVisible());
     window->findChild<QAbstractButton *>(QStringLiteral("sidebar.action.settings"))->click();
