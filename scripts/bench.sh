@@ -20,6 +20,7 @@ programs+=(fenrow-bench-exchange)
 programs+=(fenrow-bench-canvas)
 programs+=(fenrow-bench-canvas-paint)
 programs+=(fenrow-bench-capture-dates)
+programs+=(fenrow-bench-window-open)
 
 for program in "${programs[@]}"; do
   if [ ! -x "$build_dir/bench/$program" ]; then
