@@ -1827,5 +1827,9 @@
         <source>Ready tasks to fit: %1</source>
         <translation>Tareas listas para encajar: %1</translation>
     </message>
+    <message id="ready.order.today">
+        <source>In your order</source>
+        <translation>En tu orden</translation>
+    </message>
 </context>
 </TS>

@@ -1827,5 +1827,9 @@
         <source>Ready tasks to fit: %1</source>
         <translation>Tâches prêtes à placer : %1</translation>
     </message>
+    <message id="ready.order.today">
+        <source>In your order</source>
+        <translation>Dans ton ordre</translation>
+    </message>
 </context>
 </TS>

@@ -109,6 +109,8 @@ QList<ReadyListModel::Row> ReadyListModel::buildRows() const
     rows.reserve(sorted.size() + m_store.flows().size() + 2);
     if (!groups.today.isEmpty()) {
         rows.append(headerRow(qtTrId("ready.group.today"), QStringLiteral("ready.group.today"), groups.today.size()));
+        if (groups.hasRanks)
+            rows.last().orderNote = qtTrId("ready.order.today");
         for (const ReadyTask &task : groups.today) {
             rows.append(taskRow(task, true));
             rows.last().inToday = true;
@@ -233,6 +235,8 @@ QVariant ReadyListModel::data(const QModelIndex &index, int role) const
         return qint64(row.references);
     case InTodayRole:
         return row.inToday;
+    case OrderNoteRole:
+        return row.orderNote;
     case IdentifierRole:
         return row.identifier;
     default:

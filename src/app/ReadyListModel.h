@@ -46,6 +46,9 @@ public:
         // "ready.row." + node UUID, "ready.group." + flow UUID, or
         // "ready.group.today": stable names for tests and assistive tools.
         IdentifierRole,
+        // Header of Today: says that it follows the user's order, once any
+        // of its tasks has a place in it; empty otherwise.
+        OrderNoteRole,
     };
 
     explicit ReadyListModel(FenrowStore &store, QObject *parent = nullptr);
@@ -85,6 +88,7 @@ private:
         bool hasNotes = false;
         qsizetype references = 0;
         bool inToday = false;
+        QString orderNote;
 
         // Same place, same thing: what decides between a refresh and a reset.
         bool sameSlot(const Row &other) const { return kind == other.kind && identifier == other.identifier; }

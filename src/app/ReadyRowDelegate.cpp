@@ -170,6 +170,22 @@ void paintHeader(QPainter &painter, const QStyleOptionViewItem &option, const QM
     painter.setFont(captionFont());
     painter.setPen(Color::secondaryText);
     painter.drawText(content.adjusted(titleWidth + 8, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, count);
+
+    // Today in the user's own order: a small pill at the header's end.
+    const QString note = index.data(ReadyListModel::OrderNoteRole).toString();
+    const int free = content.width() - titleWidth - 8 - countWidth - 16;
+    if (note.isEmpty() || free < 40)
+        return;
+    const QFontMetrics metrics(captionFont());
+    const QString shown = metrics.elidedText(note, Qt::ElideRight, free - 16);
+    const int width = metrics.horizontalAdvance(shown) + 16;
+    const QRect pill(content.right() - width, content.center().y() - metrics.height() / 2 - 2, width,
+                     metrics.height() + 4);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Color::accentSoft);
+    painter.drawRoundedRect(pill, pill.height() / 2.0, pill.height() / 2.0);
+    painter.setPen(Color::accent);
+    painter.drawText(pill, Qt::AlignCenter, shown);
 }
 
 void paintTask(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index)

@@ -145,6 +145,8 @@ TEST_P(LookTest, ReadyListFitsAndSaysWhyWhenEmpty)
     const FlowNode &address = *store->addNode(titles[3], move);
     store->setStartDate(day(10), address);
     store->setDueDate(day(11), address);
+    // Placed first by Plan Day: Today says it follows the user's order.
+    store->setDayPlanRank(1, address);
 
     window->setRoute(DetailRoute::ready());
     settle();

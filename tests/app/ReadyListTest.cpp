@@ -193,6 +193,8 @@ TEST_F(ReadyListTest, DraggingInTodaySetsItsOrderAsOneStepPerFlow)
     ASSERT_EQ(rows().todayNodeIds(), QList<QUuid>({dishes.id, laundry.id, report.id}));
     EXPECT_EQ(rows().index(0).data(Qt::ToolTipRole).toString(), qtTrId("ready.row.reorder.help"))
         << "Today's header tells how to order it";
+    EXPECT_EQ(rows().index(0).data(ReadyListModel::OrderNoteRole).toString(), QString())
+        << "no order of the user's yet";
 
     const auto mouse = [&](QEvent::Type type, QPoint at, Qt::MouseButtons buttons) {
         QMouseEvent event(type, at, viewport()->mapToGlobal(at), type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
@@ -217,6 +219,7 @@ TEST_F(ReadyListTest, DraggingInTodaySetsItsOrderAsOneStepPerFlow)
     EXPECT_EQ(dishes.dayPlanRank, 2);
     EXPECT_EQ(laundry.dayPlanRank, 3);
     EXPECT_FALSE(ready.findChild<QWidget *>("ready.today.dropMark")->isVisible());
+    EXPECT_EQ(rows().index(0).data(ReadyListModel::OrderNoteRole).toString(), qtTrId("ready.order.today"));
     ASSERT_EQ(history->undoStack(home.id).size(), 1);
     EXPECT_EQ(history->undoStack(home.id).last().name, "Reorder today");
     EXPECT_EQ(history->undoStack(work.id).last().name, "Reorder today");
@@ -234,6 +237,7 @@ TEST_F(ReadyListTest, DraggingInTodaySetsItsOrderAsOneStepPerFlow)
     window->undo();
     EXPECT_EQ(rows().todayNodeIds(), QList<QUuid>({dishes.id, laundry.id, report.id}));
     EXPECT_EQ(dishes.dayPlanRank, std::nullopt);
+    EXPECT_EQ(rows().index(0).data(ReadyListModel::OrderNoteRole).toString(), QString());
 
     // A short wiggle is a click: nothing moves.
     const QPoint start = ready.list()->visualRect(rowOf(laundry)).center();
