@@ -2,6 +2,7 @@
 // whole frame zoomed out to the lowest scale, at actual size, the small
 // part a card drag repaints, and the first frame after the store changed.
 // Cards off screen are culled, so a frame costs what is in view.
+#include "BenchmarkMain.h"
 #include "GeneratedStores.h"
 #include "LiveStore.h"
 
@@ -33,14 +34,6 @@ namespace {
 constexpr int fullFlowNodes = 5000;
 constexpr double edgesPerNode = 1.5;
 const QSize frameSize(1920, 1080);
-bool failed = false;
-
-void fail(benchmark::State &state, const char *reason)
-{
-    failed = true;
-    state.SkipWithError(reason);
-}
-
 struct Scene {
     LiveStore *live = nullptr;
     const TaskFlow *flow = nullptr;
@@ -65,7 +58,7 @@ struct Scene {
         auto scene = std::make_unique<Scene>();
         scene->live = LiveStore::of(LargeStoreShape::oneFlow(nodes, int(std::lround(nodes * edgesPerNode))), &error);
         if (!scene->live) {
-            fail(state, qPrintable(error));
+            fail(state, error);
             return nullptr;
         }
         FenrowStore &store = *scene->live->store;
@@ -135,7 +128,7 @@ void paintFrame(benchmark::State &state, double scale)
     for (auto _ : state)
         scene->paint(whole);
     if (scene->cardsInView() == 0) {
-        fail(state, "the view shows no card");
+        fail(state, QStringLiteral("the view shows no card"));
         return;
     }
     scene->report(state);
@@ -166,7 +159,7 @@ void paintDragStep(benchmark::State &state)
         if (!grabbed && view.contains(scene->interaction.toScreen({node->posX, node->posY})))
             grabbed = node;
     if (!grabbed) {
-        fail(state, "no card in view to drag");
+        fail(state, QStringLiteral("no card in view to drag"));
         return;
     }
     int step = 0;
@@ -238,10 +231,5 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     InterfaceLanguage::apply(QStringLiteral("en"));
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return failed ? 1 : 0;
+    return runBenchmarks(argc, argv);
 }

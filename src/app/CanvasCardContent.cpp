@@ -1,6 +1,5 @@
 #include "CanvasCardContent.h"
 
-#include "ReadyListModel.h"
 #include "domain/Clock.h"
 #include "domain/DependencyEdge.h"
 #include "domain/FenrowStore.h"
@@ -9,6 +8,7 @@
 #include "domain/FlowGraph.h"
 #include "domain/NodeRecurrence.h"
 #include "domain/TaskFlow.h"
+#include "shell/DurationText.h"
 #include "shell/InterfaceLanguage.h"
 
 #include <QLocale>
@@ -311,7 +311,7 @@ void CanvasCardContents::rebuild(const TaskFlow &flow)
         if (node->estimateMinutes && *node->estimateMinutes > 0) {
             MetaPill estimate;
             estimate.glyph = Glyph::estimate;
-            estimate.text = ReadyListModel::estimateText(*node->estimateMinutes);
+            estimate.text = DurationText::compact(*node->estimateMinutes);
             estimate.help = translated(QT_TRID_NOOP("inspector.estimate.label"));
             estimate.part = QStringLiteral("estimate");
             content.pills.append(estimate);

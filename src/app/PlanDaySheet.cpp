@@ -1,9 +1,9 @@
 #include "PlanDaySheet.h"
 
 #include "EmptyStateView.h"
-#include "ReadyListModel.h"
 #include "Theme.h"
 #include "shell/AppEnvironment.h"
+#include "shell/DurationText.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -156,7 +156,7 @@ std::optional<QUuid> PlanDayList::draggingID() const
 
 QString PlanDayList::durationText(const PlannableTask &task) const
 {
-    return ReadyListModel::estimateText(PlanDay::cost(task));
+    return DurationText::compact(PlanDay::cost(task));
 }
 
 qsizetype PlanDayList::dropIndex(int y) const

@@ -51,11 +51,6 @@ QString dueText(const FlowNode &node, const QDateTime &now, const LocalCalendar 
 
 ReadyListModel::ReadyListModel(FenrowStore &store, QObject *parent) : SectionedRowsModel(parent), m_store(store) {}
 
-QString ReadyListModel::estimateText(qint64 minutes)
-{
-    return DurationText::compact(minutes);
-}
-
 void ReadyListModel::setSort(ReadySort sort)
 {
     if (sort == m_sort)
@@ -90,7 +85,7 @@ ReadyListModel::Row ReadyListModel::taskRow(const ReadyTask &task, bool showFlow
     row.overdue = node.isOverdue(now, m_store.calendar());
     row.priority = node.priority();
     if (node.estimateMinutes && *node.estimateMinutes > 0)
-        row.estimateText = estimateText(*node.estimateMinutes);
+        row.estimateText = DurationText::compact(*node.estimateMinutes);
     row.hasNotes = node.hasNotes();
     // A file in the bin no longer counts as attached.
     for (const FileLink *link : node.fileLinks())

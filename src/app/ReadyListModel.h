@@ -69,9 +69,6 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
-    // "45 min", "2 h", "1 h 30 min" in the interface language.
-    static QString estimateText(qint64 minutes);
-
 private:
     struct Row {
         Kind kind = Kind::task;
