@@ -1831,5 +1831,25 @@
         <source>In your order</source>
         <translation>In deiner Reihenfolge</translation>
     </message>
+    <message id="intents.add.done %@ %@">
+        <source>Added “%1” to %2.</source>
+        <translation>„%1“ zu %2 hinzugefügt.</translation>
+    </message>
+    <message id="intents.ready.some %lld %@">
+        <source>Ready now (%1): %2</source>
+        <translation>Jetzt bereit (%1): %2</translation>
+    </message>
+    <message id="intents.ready.none">
+        <source>Nothing is ready right now.</source>
+        <translation>Gerade ist nichts bereit.</translation>
+    </message>
+    <message id="intents.complete.done %@">
+        <source>Done: %1.</source>
+        <translation>Erledigt: %1.</translation>
+    </message>
+    <message id="intents.error.notFound">
+        <source>That task or flow does not exist any more.</source>
+        <translation>Diese Aufgabe oder dieser Flow existiert nicht mehr.</translation>
+    </message>
 </context>
 </TS>

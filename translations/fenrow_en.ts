@@ -1831,5 +1831,25 @@
         <source>In your order</source>
         <translation>In your order</translation>
     </message>
+    <message id="intents.add.done %@ %@">
+        <source>Added “%1” to %2.</source>
+        <translation>Added “%1” to %2.</translation>
+    </message>
+    <message id="intents.ready.some %lld %@">
+        <source>Ready now (%1): %2</source>
+        <translation>Ready now (%1): %2</translation>
+    </message>
+    <message id="intents.ready.none">
+        <source>Nothing is ready right now.</source>
+        <translation>Nothing is ready right now.</translation>
+    </message>
+    <message id="intents.complete.done %@">
+        <source>Done: %1.</source>
+        <translation>Done: %1.</translation>
+    </message>
+    <message id="intents.error.notFound">
+        <source>That task or flow does not exist any more.</source>
+        <translation>That task or flow does not exist any more.</translation>
+    </message>
 </context>
 </TS>

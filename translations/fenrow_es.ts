@@ -1831,5 +1831,25 @@
         <source>In your order</source>
         <translation>En tu orden</translation>
     </message>
+    <message id="intents.add.done %@ %@">
+        <source>Added “%1” to %2.</source>
+        <translation>Se añadió «%1» a %2.</translation>
+    </message>
+    <message id="intents.ready.some %lld %@">
+        <source>Ready now (%1): %2</source>
+        <translation>Listas ahora (%1): %2</translation>
+    </message>
+    <message id="intents.ready.none">
+        <source>Nothing is ready right now.</source>
+        <translation>Ahora no hay nada listo.</translation>
+    </message>
+    <message id="intents.complete.done %@">
+        <source>Done: %1.</source>
+        <translation>Hecho: %1.</translation>
+    </message>
+    <message id="intents.error.notFound">
+        <source>That task or flow does not exist any more.</source>
+        <translation>Esa tarea o ese flujo ya no existe.</translation>
+    </message>
 </context>
 </TS>

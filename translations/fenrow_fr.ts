@@ -1831,5 +1831,25 @@
         <source>In your order</source>
         <translation>Dans ton ordre</translation>
     </message>
+    <message id="intents.add.done %@ %@">
+        <source>Added “%1” to %2.</source>
+        <translation>« %1 » ajoutée à %2.</translation>
+    </message>
+    <message id="intents.ready.some %lld %@">
+        <source>Ready now (%1): %2</source>
+        <translation>Prêtes maintenant (%1) : %2</translation>
+    </message>
+    <message id="intents.ready.none">
+        <source>Nothing is ready right now.</source>
+        <translation>Rien n’est prêt pour l’instant.</translation>
+    </message>
+    <message id="intents.complete.done %@">
+        <source>Done: %1.</source>
+        <translation>Terminé : %1.</translation>
+    </message>
+    <message id="intents.error.notFound">
+        <source>That task or flow does not exist any more.</source>
+        <translation>Cette tâche ou ce flux n’existe plus.</translation>
+    </message>
 </context>
 </TS>

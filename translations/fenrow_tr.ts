@@ -1831,5 +1831,25 @@
         <source>In your order</source>
         <translation>Senin sıran</translation>
     </message>
+    <message id="intents.add.done %@ %@">
+        <source>Added “%1” to %2.</source>
+        <translation>“%1”, %2 akışına eklendi.</translation>
+    </message>
+    <message id="intents.ready.some %lld %@">
+        <source>Ready now (%1): %2</source>
+        <translation>Şimdi hazır (%1): %2</translation>
+    </message>
+    <message id="intents.ready.none">
+        <source>Nothing is ready right now.</source>
+        <translation>Şu anda hazır bir şey yok.</translation>
+    </message>
+    <message id="intents.complete.done %@">
+        <source>Done: %1.</source>
+        <translation>Tamamlandı: %1.</translation>
+    </message>
+    <message id="intents.error.notFound">
+        <source>That task or flow does not exist any more.</source>
+        <translation>Bu görev ya da akış artık yok.</translation>
+    </message>
 </context>
 </TS>

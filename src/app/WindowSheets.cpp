@@ -90,11 +90,9 @@ QWidget *WindowSheets::makePlanDay()
 {
     // The Ready list as it stands: today's tasks first in their planned
     // order, then the rest in the list's sort.
-    const QDateTime now = m_store.clock().now();
-    const QList<ReadyTask> sorted = Readiness::sortedReady(
-        Readiness::readyTasks(m_store.flows(), now, m_store.calendar()), m_preferences.readySort());
-    const TodayGroups groups = Readiness::todayGroups(sorted, now, m_store.calendar());
-    return new PlanDaySheet(groups.today + groups.rest, m_store, m_history, m_environment, m_preferences);
+    const QList<ReadyTask> tasks = Readiness::inListOrder(m_store.flows(), m_store.clock().now(), m_store.calendar(),
+                                                          m_preferences.readySort());
+    return new PlanDaySheet(tasks, m_store, m_history, m_environment, m_preferences);
 }
 
 QWidget *WindowSheets::makeGenerateSubtasks()

@@ -15,7 +15,6 @@
 #include "domain/Readiness.h"
 #include "shell/AppEnvironment.h"
 #include "shell/AppPreferences.h"
-#include "shell/SettingsFile.h"
 
 #include <QJsonArray>
 #include <QRegularExpression>
@@ -61,16 +60,6 @@ QString budgetText(qint64 minutes, DayPlanBudgetUnit unit)
     if (unit == DayPlanBudgetUnit::hours)
         return amount + (amount == QLatin1String("1") ? QStringLiteral(" hour") : QStringLiteral(" hours"));
     return amount + (minutes == 1 ? QStringLiteral(" minute") : QStringLiteral(" minutes"));
-}
-
-// The Ready list as the window shows it: today's tasks first, in their
-// planned order, then the rest in the saved sort.
-QList<ReadyTask> readyInListOrder(const FenrowStore &store, const QDateTime &now, ReadySort sort)
-{
-    const QList<ReadyTask> sorted = Readiness::sortedReady(Readiness::readyTasks(store.flows(), now, store.calendar()),
-                                                           sort);
-    const TodayGroups groups = Readiness::todayGroups(sorted, now, store.calendar());
-    return groups.today + groups.rest;
 }
 
 QStringList rowCells(const PlanDayModel::Row &row)
@@ -136,7 +125,7 @@ void printPlan(CommandContext &context, const PlanDayModel &model, const AppEnvi
 int planDay(CommandContext &context)
 {
     FenrowStore &store = context.store();
-    AppPreferences preferences(SettingsFile::open());
+    AppPreferences &preferences = context.preferences();
     std::optional<Budget> budget;
     if (context.hasOption(budgetOption)) {
         budget = readBudget(context.optionValue(budgetOption), preferences.dayPlanBudgetUnit());
@@ -146,9 +135,9 @@ int planDay(CommandContext &context)
     }
 
     const QDateTime now = context.clock().now();
-    const QList<ReadyTask> tasks = readyInListOrder(store, now, preferences.readySort());
-    const std::unique_ptr<AppEnvironment> environment = EngineSupport::environment(context);
-    PlanDayModel model(tasks, store, *environment, preferences);
+    const QList<ReadyTask> tasks = Readiness::inListOrder(store.flows(), now, store.calendar(), preferences.readySort());
+    AppEnvironment &environment = context.environment();
+    PlanDayModel model(tasks, store, environment, preferences, &context.history());
     // Like the window's budget strip: the next plan starts from it.
     if (budget) {
         model.setBudgetUnit(budget->unit);
@@ -188,7 +177,7 @@ int planDay(CommandContext &context)
         });
         return exitSuccess;
     }
-    printPlan(context, model, *environment, commit);
+    printPlan(context, model, environment, commit);
     return exitSuccess;
 }
 

@@ -110,6 +110,11 @@ TEST(StoreOpening, DefaultFileInTheDataFolderOrMemoryForScriptedRuns)
         inMemory->addFlow(QStringLiteral("Scratch"));
         EXPECT_FALSE(QFile::exists(expected));
     }
+    // A file opens only for the process that holds its lock.
+    EXPECT_EQ(FenrowModelContainer::openStore({QStringLiteral("fenrow")}, clock, LocalCalendar(), &fatal), nullptr);
+    EXPECT_TRUE(fatal.startsWith(QLatin1String(FenrowModelContainer::failurePrefix))) << fatal.toStdString();
+    const StoreOwnership::Claim claim = FenrowModelContainer::claim({}, {});
+    ASSERT_NE(claim.lock, nullptr) << claim.problem.toStdString();
     {
         auto onDisk = FenrowModelContainer::openStore({QStringLiteral("fenrow")}, clock, LocalCalendar(), &fatal);
         ASSERT_NE(onDisk, nullptr) << fatal.toStdString();

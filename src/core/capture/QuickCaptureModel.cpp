@@ -67,9 +67,11 @@ const FlowNode *QuickCaptureModel::save(std::function<void(AutoLink)> autoLinked
 {
     if (!canSave())
         return nullptr;
-    const std::optional<CaptureDateParser::Match> match = datePreview();
+    const std::optional<CaptureDateParser::Match> match =
+        givenDueDate ? std::nullopt : datePreview();
     // Without a date the text goes in as typed; the store trims it.
     const QString title = match ? match->title : text;
+    const std::optional<QDateTime> dueDate = match ? std::optional<QDateTime>(match->date) : givenDueDate;
 
     const TaskFlow *flow = targetFlow();
     if (!flow)
@@ -82,11 +84,11 @@ const FlowNode *QuickCaptureModel::save(std::function<void(AutoLink)> autoLinked
     auto capture = [&] {
         // Near the origin, where a flow's first cards stand, clear of others.
         node = m_store.addNodeAt(*flow, title, QPointF(0, 0), sizes);
-        if (match && node)
-            m_store.setDueDate(match->date, *node);
+        if (dueDate && node)
+            m_store.setDueDate(*dueDate, *node);
     };
     if (m_history)
-        m_history->recordAction(QStringLiteral("Capture task"), *flow, capture);
+        m_history->recordFromOutside(QStringLiteral("Capture task"), *flow, capture);
     else
         capture();
     m_preferences.setLastCaptureFlowID(flow->id);
@@ -131,7 +133,7 @@ void autoLink(FenrowStore &store, const AppEnvironment &environment, FenrowHisto
             if (const TaskFlow *flow = target->flow(flowID)) {
                 auto apply = [&] { target->applyProposals(answer.value(), *flow, false); };
                 if (undo)
-                    undo->recordAction(QStringLiteral("Auto-link"), *flow, apply);
+                    undo->recordFromOutside(QStringLiteral("Auto-link"), *flow, apply);
                 else
                     apply();
             }

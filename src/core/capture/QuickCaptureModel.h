@@ -53,6 +53,9 @@ public:
     // The phrase of a date the user refused; only that very phrase stays
     // refused.
     std::optional<QString> dismissedDatePhrase;
+    // A due date given outright (by a command or an intent): it is used as
+    // it stands, and the text is not read for one.
+    std::optional<QDateTime> givenDueDate;
     std::function<void()> onClose;
     // Where a new card is sized for its free spot.
     NodeSizeResolver sizes;

@@ -58,6 +58,18 @@ public:
     template <typename Body>
     auto recordBorrowedAction(const QString &name, const TaskFlow &flow, Body &&body) -> std::invoke_result_t<Body>;
 
+    // For a change that comes from outside the window (a command, an intent,
+    // the capture panel): a plain action when the flow is on the canvas,
+    // where Undo reaches it; borrowed otherwise, so Undo reaches it from
+    // any other view.
+    template <typename Body>
+    auto recordFromOutside(const QString &name, const TaskFlow &flow, Body &&body) -> std::invoke_result_t<Body>
+    {
+        if (m_activeFlowID == flow.id)
+            return recordAction(name, flow, std::forward<Body>(body));
+        return recordBorrowedAction(name, flow, std::forward<Body>(body));
+    }
+
     void recordSelection(const CanvasSelection &selection, const TaskFlow &flow);
     void rememberSelection(const CanvasSelection &selection, const TaskFlow &flow);
     void setSelectionBridge(const QUuid &flowID, SelectionBridge bridge);

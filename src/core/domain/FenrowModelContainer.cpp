@@ -2,6 +2,8 @@
 
 #include "FenrowStore.h"
 #include "persistence/StoreDatabase.h"
+#include "persistence/StoreLock.h"
+#include "persistence/StoreOwnership.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -30,11 +32,25 @@ std::unique_ptr<StoreDatabase> FenrowModelContainer::create(const QStringList &a
     return StoreDatabase::open(path, error);
 }
 
+StoreOwnership::Claim FenrowModelContainer::claim(const StoreLockHolder &self,
+                                                  const std::function<bool()> &ownerReachable)
+{
+    const QString path = storePath();
+    // A failure here shows up, with a better reason, when the lock is made.
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    return StoreOwnership::claim(path, self, ownerReachable);
+}
+
 std::unique_ptr<FenrowStore> FenrowModelContainer::openStore(const QStringList &arguments, const Clock &clock,
                                                              LocalCalendar calendar, QString *fatalMessage)
 {
     QString reason;
     std::unique_ptr<FenrowStore> store;
+    if (!usesMemory(arguments) && !StoreLock::isHeldHere(storePath())) {
+        *fatalMessage = QString::fromLatin1(failurePrefix)
+            + StoreOwnership::busyMessage(StoreLock::holder(storePath()));
+        return nullptr;
+    }
     if (auto database = create(arguments, &reason))
         store = FenrowStore::open(std::move(database), clock, std::move(calendar), &reason);
     if (!store)

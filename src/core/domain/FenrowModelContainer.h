@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LocalCalendar.h"
+#include "persistence/StoreOwnership.h"
 
 #include <QString>
 #include <QStringList>
@@ -28,8 +29,14 @@ public:
 
     static std::unique_ptr<StoreDatabase> create(const QStringList &arguments, QString *error);
 
+    // Takes the store on disk for this process, making its folder first
+    // (see StoreOwnership::claim). A store in memory needs no claim.
+    static StoreOwnership::Claim claim(const StoreLockHolder &self, const std::function<bool()> &ownerReachable);
+
     // Opens the database and loads the store. On failure returns null and
-    // puts the whole fatal message in `fatalMessage`.
+    // puts the whole fatal message in `fatalMessage`. A store on disk opens
+    // only in the process that holds its lock (StoreOwnership::claim): two
+    // writers would lose each other's changes.
     static std::unique_ptr<FenrowStore> openStore(const QStringList &arguments, const Clock &clock,
                                                   LocalCalendar calendar, QString *fatalMessage);
 };

@@ -24,4 +24,23 @@ QDateTime LocalCalendar::startOfDay(const QDateTime &moment) const
     return startOfDay(dayOf(moment));
 }
 
+std::optional<QDateTime> LocalCalendar::readDate(const QString &text) const
+{
+    const QString trimmed = text.trimmed();
+    // A bare day is that day wherever it falls; only a moment has a zone.
+    static constexpr qsizetype dayLength = 10;
+    if (trimmed.size() == dayLength) {
+        const QDate day = QDate::fromString(trimmed, Qt::ISODate);
+        if (!day.isValid())
+            return std::nullopt;
+        return startOfDay(day);
+    }
+    QDateTime moment = QDateTime::fromString(trimmed, Qt::ISODate);
+    if (!moment.isValid())
+        return std::nullopt;
+    if (moment.timeSpec() == Qt::LocalTime)
+        moment = QDateTime(moment.date(), moment.time(), m_zone);
+    return moment;
+}
+
 } // namespace fenrow

@@ -4,6 +4,8 @@
 #include <QDateTime>
 #include <QTimeZone>
 
+#include <optional>
+
 namespace fenrow {
 
 // Day arithmetic in one time zone: the system's own unless a test or a
@@ -19,6 +21,11 @@ public:
     QDate dayOf(const QDateTime &moment) const;
     QDateTime startOfDay(QDate day) const;
     QDateTime startOfDay(const QDateTime &moment) const;
+
+    // A date as typed by a user or a script: YYYY-MM-DD (the start of that
+    // day here), or an ISO 8601 time, taken in this zone unless it names an
+    // offset. None when the text is neither.
+    std::optional<QDateTime> readDate(const QString &text) const;
 
 private:
     QTimeZone m_zone;

@@ -246,6 +246,13 @@ TodayGroups todayGroups(const QList<ReadyTask> &tasks, const QDateTime &now, con
     return groups;
 }
 
+QList<ReadyTask> inListOrder(const QList<const TaskFlow *> &flows, const QDateTime &now,
+                             const LocalCalendar &calendar, ReadySort sort)
+{
+    const TodayGroups groups = todayGroups(sortedReady(readyTasks(flows, now, calendar), sort), now, calendar);
+    return groups.today + groups.rest;
+}
+
 ReadyEmptyReason readyEmptyReason(const QList<const TaskFlow *> &flows, const QDateTime &now,
                                   const LocalCalendar &calendar)
 {

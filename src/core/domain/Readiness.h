@@ -67,6 +67,10 @@ qsizetype readyCount(const TaskFlow &flow, const QDateTime &now, const LocalCale
 // Stable: equal keys keep their incoming order.
 QList<ReadyTask> sortedReady(const QList<ReadyTask> &tasks, ReadySort sort);
 TodayGroups todayGroups(const QList<ReadyTask> &tasks, const QDateTime &now, const LocalCalendar &calendar);
+// The Ready list as the window shows it: today's tasks first, in their
+// planned order, then the rest in `sort`.
+QList<ReadyTask> inListOrder(const QList<const TaskFlow *> &flows, const QDateTime &now,
+                             const LocalCalendar &calendar, ReadySort sort);
 // Why the Ready list is empty; meaningful only when it is.
 ReadyEmptyReason readyEmptyReason(const QList<const TaskFlow *> &flows, const QDateTime &now,
                                   const LocalCalendar &calendar);

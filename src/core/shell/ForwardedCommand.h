@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace fenrow {
+
+// A command line handed to the running program, which owns the store, and
+// what came of it. The program runs the very command the caller would have
+// run; what only the caller has (its folder, its terminal, its standard
+// input) travels with the request, and what the program needs from the
+// terminal mid-way comes back as a question, after which the caller sends
+// the whole request again with the answer. A command asks before it
+// changes anything, so a run cut short at a question has changed nothing.
+namespace ForwardedCommand {
+
+struct Request {
+    // Without the program's name.
+    QStringList arguments;
+    // Where relative paths start.
+    QString workingDirectory;
+    // The store the caller means; the program refuses another's.
+    QString storePath;
+    // Whether the caller's standard input is a terminal it can ask on.
+    bool interactive = false;
+    // The answers to the questions asked so far, in order: "yes" or "no".
+    QStringList answers;
+    // The caller's whole standard input, once the command asked for it.
+    std::optional<QString> input;
+};
+
+enum class Stream : uint {
+    out = 1,
+    err = 2,
+};
+
+struct Output {
+    Stream stream = Stream::out;
+    QString text;
+    friend bool operator==(const Output &, const Output &) = default;
+};
+
+struct Reply {
+    enum class Need {
+        // The command ran: print `output` and exit with `status`.
+        nothing,
+        // Ask `question` on the terminal and send again with the answer.
+        answer,
+        // Send again with the whole standard input.
+        input,
+    };
+
+    int status = 0;
+    // In the order it was written, each stream's parts in one piece
+    // where they followed each other.
+    QList<Output> output;
+    Need need = Need::nothing;
+    QString question;
+};
+
+inline QString needName(Reply::Need need)
+{
+    switch (need) {
+    case Reply::Need::answer:
+        return QStringLiteral("answer");
+    case Reply::Need::input:
+        return QStringLiteral("input");
+    case Reply::Need::nothing:
+        break;
+    }
+    return {};
+}
+
+inline Reply::Need needNamed(const QString &name)
+{
+    if (name == QLatin1String("answer"))
+        return Reply::Need::answer;
+    if (name == QLatin1String("input"))
+        return Reply::Need::input;
+    return Reply::Need::nothing;
+}
+
+} // namespace ForwardedCommand
+
+} // namespace fenrow
