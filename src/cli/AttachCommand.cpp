@@ -54,10 +54,10 @@ QString sizeText(qint64 bytes)
 }
 
 // Why the file could not be read, as far as the file system tells.
-QString unreadableReason(const QString &path)
+QString unreadableReason(const UserPath &path)
 {
-    const QFileInfo info(path);
-    const QString quoted = PlainText::quoted(path);
+    const QFileInfo info(path.absolute);
+    const QString quoted = PlainText::quoted(path.typed);
     if (!info.exists())
         return QStringLiteral("there is no file %1").arg(quoted);
     if (info.isDir())
@@ -72,12 +72,12 @@ int attach(CommandContext &context)
     const TaskFlow *flow = CommandSupport::flowArgument(context, 0);
     if (!flow)
         return exitFailure;
-    const QString path = context.argument(1);
-    const std::variant<FlowFileImport::Payload, FlowFileImport::Failure> read = FlowFileImport::read(path);
+    const UserPath path = context.userPath(context.argument(1));
+    const std::variant<FlowFileImport::Payload, FlowFileImport::Failure> read = FlowFileImport::read(path.absolute);
     if (const auto *failure = std::get_if<FlowFileImport::Failure>(&read)) {
         if (const auto *tooLarge = std::get_if<FlowFileImport::TooLarge>(failure))
             return context.fail(QStringLiteral("%1 is larger than 20 MiB (it has %2)")
-                                    .arg(PlainText::quoted(path), sizeText(tooLarge->byteCount)));
+                                    .arg(PlainText::quoted(path.typed), sizeText(tooLarge->byteCount)));
         return context.fail(unreadableReason(path));
     }
 

@@ -43,11 +43,11 @@ int backUp(CommandContext &context)
     // A folder, or nothing (the current folder), takes the name of the day.
     const QString given = context.argument(0);
     const QString name = FenrowBackup::fileName(FenrowBackup::manualPrefix, now, store.calendar());
-    QString path = given;
+    QString path = context.filePath(given);
     if (given.isEmpty())
-        path = QDir::current().filePath(name);
-    else if (QFileInfo(given).isDir())
-        path = QDir(given).filePath(name);
+        path = QDir(context.workingDirectory()).filePath(name);
+    else if (QFileInfo(path).isDir())
+        path = QDir(path).filePath(name);
 
     const FenrowBackup backup = store.makeBackup(now);
     const std::optional<QByteArray> bytes = backup.encoded();
@@ -84,7 +84,7 @@ int restore(CommandContext &context)
 
     const QString path = context.argument(0);
     QString problem;
-    const std::optional<QByteArray> bytes = DocumentFile::read(path, &problem);
+    const std::optional<QByteArray> bytes = DocumentFile::read(context.userPath(path), &problem);
     if (!bytes)
         return context.fail(QStringLiteral("cannot restore: %1; nothing was changed").arg(problem));
     const auto decoded = FenrowBackup::decoded(*bytes);

@@ -10,9 +10,11 @@
 
 #include "domain/FenrowStore.h"
 #include "domain/FixedClock.h"
+#include "domain/OverridableClock.h"
 #include "domain/SystemClock.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 namespace fenrow {
 
@@ -85,10 +87,17 @@ QString problemWith(const CommandRegistry &registry, const CommandDefinition &co
     return {};
 }
 
-std::unique_ptr<Clock> clockFor(const ParsedArguments &parsed)
+std::optional<QDateTime> fixedMoment(const ParsedArguments &parsed)
 {
     if (parsed.has(GlobalOption::now))
-        return std::make_unique<FixedClock>(QDateTime::fromString(parsed.value(GlobalOption::now), Qt::ISODate));
+        return QDateTime::fromString(parsed.value(GlobalOption::now), Qt::ISODate);
+    return std::nullopt;
+}
+
+std::unique_ptr<Clock> clockFor(const ParsedArguments &parsed)
+{
+    if (const std::optional<QDateTime> moment = fixedMoment(parsed))
+        return std::make_unique<FixedClock>(*moment);
     return std::make_unique<SystemClock>();
 }
 
@@ -99,7 +108,12 @@ CommandDispatcher::CommandDispatcher(const CommandRegistry &registry, StoreOpene
 {
 }
 
-int CommandDispatcher::run(const QStringList &arguments, Console &console) const
+CommandDispatcher::CommandDispatcher(const CommandRegistry &registry, CommandWorkspace workspace)
+    : m_registry(registry), m_workspace(workspace)
+{
+}
+
+int CommandDispatcher::run(const QStringList &arguments, Console &console, const QString &workingDirectory) const
 {
     const ParsedArguments parsed = ParsedArguments::parse(arguments, m_registry);
     const CommandRegistry::Match match = m_registry.find(parsed.words);
@@ -127,21 +141,43 @@ int CommandDispatcher::run(const QStringList &arguments, Console &console) const
     if (!problem.isEmpty())
         return console.usageError(problem, HelpText::usage(m_registry, command), command.name);
 
+    const QString folder = workingDirectory.isEmpty() ? QDir::currentPath() : workingDirectory;
+    if (m_workspace.store) {
+        // Inside the program: its store, history and preferences, its clock
+        // fixed for the command's length when it brought --now.
+        const OverridableClock::Scope moment(*m_workspace.clock, fixedMoment(parsed));
+        CommandContext context(m_registry, command, parsed, console, *m_workspace.clock, m_workspace, folder);
+        const int status = command.run(context);
+        console.out().flush();
+        if (command.usesStore && m_workspace.store->hasChanges())
+            return console.fail(QStringLiteral("the changes could not be saved"));
+        return status;
+    }
+
     const std::unique_ptr<Clock> clock = clockFor(parsed);
     // Declared after the clock, which the store keeps a reference to.
     std::unique_ptr<FenrowStore> store;
     if (command.usesStore) {
-        QString fatal;
-        store = m_openStore(*clock, &fatal);
+        StoreAccess access = m_openStore(*clock);
+        if (access.handedOverStatus)
+            return *access.handedOverStatus;
+        store = std::move(access.store);
         if (!store) {
             console.out().flush();
-            console.err() << fatal << Qt::endl;
+            console.err() << access.fatalMessage << Qt::endl;
             return exitFailure;
         }
     }
 
-    CommandContext context(m_registry, command, parsed, console, *clock, store.get());
-    const int status = command.run(context);
+    CommandWorkspace workspace;
+    workspace.store = store.get();
+    // In a block: the context's own history and preferences go before the
+    // store they refer to.
+    int status;
+    {
+        CommandContext context(m_registry, command, parsed, console, *clock, workspace, folder);
+        status = command.run(context);
+    }
     console.out().flush();
     // The store logs a failed save and keeps the changes pending; a command
     // must not report success for changes that never reached the file.

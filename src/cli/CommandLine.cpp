@@ -2,15 +2,19 @@
 
 #include "CommandCatalog.h"
 #include "CommandDispatcher.h"
+#include "CommandForwarding.h"
 #include "CommandRegistry.h"
 #include "Console.h"
 
+#include "FenrowBusClient.h"
 #include "domain/FenrowModelContainer.h"
 #include "domain/FenrowStore.h"
+#include "shell/AppURLRouter.h"
 #include "shell/ProcessEntry.h"
 
 #include <QByteArray>
 #include <QCoreApplication>
+#include <QDir>
 #include <QTextStream>
 
 #include <unistd.h>
@@ -32,6 +36,48 @@ bool isToolkitOptionWithValue(QByteArray argument)
     return options.contains(argument);
 }
 
+// How this run reaches the store: it takes it (the lock is kept in `lock`
+// for the rest of the run), or hands the command to the Fenrow that owns it,
+// or says who keeps it out.
+CommandDispatcher::StoreAccess reachStore(const QStringList &arguments, const Clock &clock, Console &console,
+                                          std::unique_ptr<StoreLock> &lock)
+{
+    CommandDispatcher::StoreAccess access;
+    if (FenrowModelContainer::usesMemory(arguments)) {
+        access.store = FenrowModelContainer::openStore(arguments, clock, LocalCalendar(), &access.fatalMessage);
+        return access;
+    }
+
+    const QStringList commandLine = arguments.mid(1);
+    StoreLockHolder self;
+    self.role = StoreLockHolder::Role::command;
+    self.description = (QStringList{QStringLiteral("fenrow")} + commandLine).join(QLatin1Char(' ')).left(120);
+    const QString storePath = FenrowModelContainer::storePath();
+    FenrowBusClient bus;
+    StoreOwnership::Claim claim =
+        FenrowModelContainer::claim(self, [&bus, &storePath] { return bus.servesStore(storePath); });
+
+    if (claim.lock) {
+        lock = std::move(claim.lock);
+        access.store = FenrowModelContainer::openStore(arguments, clock, LocalCalendar(), &access.fatalMessage);
+        return access;
+    }
+    if (claim.ownerReachable) {
+        ForwardedCommand::Request request;
+        request.arguments = commandLine;
+        request.workingDirectory = QDir::currentPath();
+        request.storePath = storePath;
+        request.interactive = console.isInteractive();
+        access.handedOverStatus =
+            CommandForwarding::forward(request, console, [&bus](const ForwardedCommand::Request &sent, QString *why) {
+                return bus.runCommand(sent, why);
+            });
+        return access;
+    }
+    access.fatalMessage = QStringLiteral("fenrow: ") + claim.problem;
+    return access;
+}
+
 } // namespace
 
 bool hasSubcommand(int argc, char *argv[])
@@ -49,7 +95,7 @@ bool hasSubcommand(int argc, char *argv[])
         if (argument.startsWith('-'))
             continue;
         // Open-URL events reach the desktop program as an argument.
-        if (argument.toLower().startsWith("fenrow:"))
+        if (AppURLRouter::isURLArgument(QString::fromLocal8Bit(argument)))
             continue;
         return true;
     }
@@ -63,15 +109,19 @@ int run(QCoreApplication &application)
     CommandRegistry registry;
     CommandCatalog::registerAll(registry);
     const QStringList arguments = application.arguments();
-    CommandDispatcher dispatcher(registry, [&arguments](const Clock &clock, QString *fatalMessage) {
-        return FenrowModelContainer::openStore(arguments, clock, LocalCalendar(), fatalMessage);
-    });
-    dispatcher.setProcessEndsAfterCommand(true);
 
     QTextStream out(stdout);
     QTextStream err(stderr);
     QTextStream input(stdin);
     Console console(out, err, &input, isatty(STDIN_FILENO) == 1);
+
+    // Outlives the dispatcher's store: the store is this process's to write
+    // only while the lock is held.
+    std::unique_ptr<StoreLock> lock;
+    CommandDispatcher dispatcher(registry, [&](const Clock &clock) {
+        return reachStore(arguments, clock, console, lock);
+    });
+    dispatcher.setProcessEndsAfterCommand(true);
     return dispatcher.run(arguments.mid(1), console);
 }
 

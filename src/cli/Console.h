@@ -12,6 +12,7 @@ public:
     // `input` may be null. A console that is not `interactive` never asks:
     // a question then has no answer.
     Console(QTextStream &out, QTextStream &err, QTextStream *input, bool interactive);
+    virtual ~Console() = default;
 
     QTextStream &out() { return m_out; }
     QTextStream &err() { return m_err; }
@@ -20,17 +21,19 @@ public:
     // Asks a yes/no question on the error stream (so output stays clean for
     // pipes); anything but "y" or "yes" is no. No terminal or end of input
     // is `unanswered`.
-    Answer confirm(const QString &question);
+    virtual Answer confirm(const QString &question);
 
     // Everything left on the input, for a file read from "-"; empty when
     // there is no input.
-    QString readAll();
+    virtual QString readAll();
 
     // Reports a failure and returns the failure status.
     int fail(const QString &message);
     // Reports a mistake in the command line, shows how `helpTopic` is used
     // (when `usage` is given) and where to read more; returns the usage status.
     int usageError(const QString &message, const QString &usage, const QString &helpTopic);
+
+    bool isInteractive() const { return m_interactive; }
 
 private:
     QTextStream &m_out;

@@ -9,10 +9,10 @@
 
 namespace fenrow::DocumentFile {
 
-std::optional<QByteArray> read(const QString &path, QString *problem)
+std::optional<QByteArray> read(const UserPath &path, QString *problem)
 {
-    const QFileInfo info(path);
-    const QString quoted = PlainText::quoted(path);
+    const QFileInfo info(path.absolute);
+    const QString quoted = PlainText::quoted(path.typed);
     if (!info.exists()) {
         *problem = QStringLiteral("there is no file %1").arg(quoted);
         return std::nullopt;
@@ -21,7 +21,7 @@ std::optional<QByteArray> read(const QString &path, QString *problem)
         *problem = QStringLiteral("%1 is a folder, not a file").arg(quoted);
         return std::nullopt;
     }
-    QFile file(path);
+    QFile file(path.absolute);
     if (!file.open(QIODevice::ReadOnly)) {
         *problem = QStringLiteral("%1 cannot be read: %2").arg(quoted, file.errorString());
         return std::nullopt;

@@ -29,7 +29,7 @@ int deliver(CommandContext &context, const TaskFlow &flow, const QString &text, 
         context.out() << text;
         return exitSuccess;
     }
-    const QString path = context.optionValue(outputOption);
+    const QString path = context.filePath(context.optionValue(outputOption));
     QString problem;
     if (!DocumentFile::write(path, text.toUtf8(), &problem))
         return context.fail(QStringLiteral("%1 export failed: %2; %3").arg(format, problem, notWrittenHelp));
@@ -68,7 +68,7 @@ int importOPML(CommandContext &context)
 {
     const QString path = context.argument(0);
     QString problem;
-    const std::optional<QByteArray> bytes = DocumentFile::read(path, &problem);
+    const std::optional<QByteArray> bytes = DocumentFile::read(context.userPath(path), &problem);
     if (!bytes)
         return context.fail(QStringLiteral("cannot import: %1").arg(problem));
     FenrowStore &store = context.store();

@@ -30,7 +30,7 @@ std::optional<QString> readProse(CommandContext &context, QString *problem)
     const QString path = context.optionValue(fromTextOption);
     if (path == QLatin1String("-"))
         return context.console().readAll();
-    const std::optional<QByteArray> bytes = DocumentFile::read(path, problem);
+    const std::optional<QByteArray> bytes = DocumentFile::read(context.userPath(path), problem);
     if (!bytes)
         return std::nullopt;
     return QString::fromUtf8(*bytes);

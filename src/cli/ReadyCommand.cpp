@@ -13,7 +13,6 @@
 #include "domain/FenrowStore.h"
 #include "domain/Readiness.h"
 #include "shell/AppPreferences.h"
-#include "shell/SettingsFile.h"
 
 #include <QJsonArray>
 
@@ -23,12 +22,6 @@ namespace {
 
 const QString sortOption = QStringLiteral("sort");
 
-// The list's own sort setting, shared with the window; a value this version
-// does not know reads as the flow order.
-ReadySort savedSort()
-{
-    return AppPreferences(SettingsFile::open()).readySort();
-}
 
 QString emptyReason(ReadyEmptyReason reason)
 {
@@ -70,7 +63,8 @@ QStringList rowCells(const ReadyTask &task, bool withFlow, const QDateTime &now,
 
 int showReady(CommandContext &context)
 {
-    ReadySort sort = savedSort();
+    // The list's own sort setting, shared with the window.
+    ReadySort sort = context.preferences().readySort();
     if (context.hasOption(sortOption)) {
         const std::optional<ReadySort> chosen = OptionChoice::parse<ReadySort>(context.optionValue(sortOption));
         if (!chosen)

@@ -18,9 +18,6 @@
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
 #include "domain/TextRules.h"
-#include "shell/AppEnvironment.h"
-#include "shell/AppPreferences.h"
-#include "shell/SettingsFile.h"
 
 #include <QJsonArray>
 #include <QUuid>
@@ -88,21 +85,18 @@ void printAutoLink(CommandContext &context, const FlowNode &node, QuickCaptureMo
 int addTask(CommandContext &context)
 {
     FenrowStore &store = context.store();
-    AppPreferences preferences(SettingsFile::open());
-    const std::unique_ptr<AppEnvironment> environment = EngineSupport::environment(context);
-    QuickCaptureModel capture(store, *environment, preferences);
+    QuickCaptureModel capture(store, context.environment(), context.preferences(), &context.history());
     // The panel ignores blank text; a command that was asked to add adds.
     capture.text = TextRules::trimmed(context.argument(0)).isEmpty() ? TextRules::newTaskTitle : context.argument(0);
 
     // The title may name its due date ("Pay rent by june 5th"), read as
     // quick capture reads it. --due gives the date itself and keeps the
     // title as typed; "--due none" keeps it without a date.
-    std::optional<QDateTime> dueDate;
     if (context.hasOption(dueOption)) {
         const QString due = context.optionValue(dueOption);
         if (due.trimmed().compare(QLatin1StringView("none"), Qt::CaseInsensitive) != 0) {
-            dueDate = parseTaskDate(due, store.calendar());
-            if (!dueDate)
+            capture.givenDueDate = store.calendar().readDate(due);
+            if (!capture.givenDueDate)
                 return context.usageError(QStringLiteral("--due takes a date such as 2026-06-10 (or none), not %1")
                                               .arg(PlainText::quoted(due)));
         }
@@ -134,8 +128,6 @@ int addTask(CommandContext &context)
     if (!node)
         return context.fail(QStringLiteral("the task could not be added"));
     const QUuid nodeID = node->id;
-    if (dueDate)
-        store.setDueDate(*dueDate, *node);
     EngineSupport::waitUntil([&] { return linked.has_value(); });
     // Looked up again: the store is the truth after the engine's turn.
     node = store.node(nodeID);
@@ -169,7 +161,7 @@ int editTask(CommandContext &context)
     if (!node)
         return exitFailure;
 
-    edits->applyTo(store, *node);
+    context.recordAction(edits->actionName(), *node->flow(), [&] { edits->applyTo(store, *node); });
     if (context.json())
         context.printJson(JsonOutput::task(*node, context.clock().now(), store.calendar()));
     else
@@ -188,7 +180,8 @@ int completeTask(CommandContext &context)
 
     const bool wasDone = node->isDone;
     const qint64 roundsBefore = node->repeatCount;
-    const QList<const FlowNode *> released = store.setStatus(NodeStatus::done, *node);
+    const QList<const FlowNode *> released = context.recordAction(
+        QStringLiteral("Complete task"), *node->flow(), [&] { return store.setStatus(NodeStatus::done, *node); });
     // A recurring task is never seen done: it counts one more round instead.
     const bool repeated = node->repeatCount != roundsBefore;
 

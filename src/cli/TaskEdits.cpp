@@ -58,7 +58,7 @@ bool readDate(const CommandContext &context, const QString &option, const LocalC
         *field = std::optional<QDateTime>();
         return true;
     }
-    const std::optional<QDateTime> date = parseTaskDate(text, calendar);
+    const std::optional<QDateTime> date = calendar.readDate(text);
     if (!date) {
         *problem = QStringLiteral("--%1 takes a date such as 2026-06-10 (or none), not %2")
                        .arg(option, PlainText::quoted(text));
@@ -69,25 +69,6 @@ bool readDate(const CommandContext &context, const QString &option, const LocalC
 }
 
 } // namespace
-
-std::optional<QDateTime> parseTaskDate(const QString &text, const LocalCalendar &calendar)
-{
-    const QString trimmed = text.trimmed();
-    // A bare day is that day wherever it falls; only a moment has a zone.
-    static constexpr qsizetype dayLength = 10;
-    if (trimmed.size() == dayLength) {
-        const QDate day = QDate::fromString(trimmed, Qt::ISODate);
-        if (!day.isValid())
-            return std::nullopt;
-        return calendar.startOfDay(day);
-    }
-    QDateTime moment = QDateTime::fromString(trimmed, Qt::ISODate);
-    if (!moment.isValid())
-        return std::nullopt;
-    if (moment.timeSpec() == Qt::LocalTime)
-        moment = QDateTime(moment.date(), moment.time(), calendar.zone());
-    return moment;
-}
 
 std::optional<std::optional<NodeRecurrence>> parseRepeat(const QString &text)
 {
@@ -174,6 +155,25 @@ std::optional<TaskEdits> TaskEdits::read(const CommandContext &context, const Lo
 bool TaskEdits::isEmpty() const
 {
     return !title && !notes && !status && !priority && !color && !estimate && !startDate && !dueDate && !recurrence;
+}
+
+QString TaskEdits::actionName() const
+{
+    if (title)
+        return QStringLiteral("Rename");
+    if (notes)
+        return QStringLiteral("Edit notes");
+    if (status)
+        return QStringLiteral("Change status");
+    if (priority)
+        return QStringLiteral("Change priority");
+    if (color)
+        return QStringLiteral("Change color");
+    if (estimate)
+        return QStringLiteral("Set estimate");
+    if (startDate || dueDate)
+        return QStringLiteral("Set date");
+    return QStringLiteral("Change repeat");
 }
 
 void TaskEdits::applyTo(FenrowStore &store, const FlowNode &node) const

@@ -43,14 +43,14 @@ struct TaskEdits {
                                          QString *problem);
 
     bool isEmpty() const;
+    // The name of the undo step: that of the first change, in the order of
+    // the fields above ("Rename", "Set date", "Change status", …).
+    QString actionName() const;
     // One store operation per change; completion comes last, so a recurring
     // task rolls on from its new dates.
     void applyTo(FenrowStore &store, const FlowNode &node) const;
 };
 
-// Reads DATE: YYYY-MM-DD, or an ISO 8601 date-time, taken in the calendar's
-// zone unless it names an offset.
-std::optional<QDateTime> parseTaskDate(const QString &text, const LocalCalendar &calendar);
 // Reads a repeat rule: daily, weekdays, weekly, monthly, monthly:DAY or
 // after:DAYS. "never" and "none" read as no repeat (an absent inner value).
 std::optional<std::optional<NodeRecurrence>> parseRepeat(const QString &text);

@@ -18,17 +18,16 @@ CommandLineTest::CommandLineTest() : setupClock(QDateTime(QDate(2026, 5, 1), QTi
 CommandResult CommandLineTest::run(const QStringList &arguments, const QString &typed, bool interactive)
 {
     const QString path = folder.filePath(QStringLiteral("default.store"));
-    CommandDispatcher dispatcher(registry, [&](const Clock &clock, QString *fatal) -> std::unique_ptr<FenrowStore> {
+    CommandDispatcher dispatcher(registry, [&](const Clock &clock) {
+        CommandDispatcher::StoreAccess access;
         ++storeOpenings;
         if (!fatalMessage.isEmpty()) {
-            *fatal = fatalMessage;
-            return nullptr;
+            access.fatalMessage = fatalMessage;
+            return access;
         }
-        QString reason;
-        auto store = FenrowStore::open(StoreDatabase::open(path, &reason), clock, LocalCalendar(), &reason);
-        if (!store)
-            *fatal = reason;
-        return store;
+        access.store =
+            FenrowStore::open(StoreDatabase::open(path, &access.fatalMessage), clock, LocalCalendar(), &access.fatalMessage);
+        return access;
     });
 
     CommandResult result;

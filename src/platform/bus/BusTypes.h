@@ -1,0 +1,47 @@
+#pragma once
+
+#include "shell/ForwardedCommand.h"
+
+#include <QDBusArgument>
+#include <QList>
+#include <QMetaType>
+#include <QString>
+
+namespace fenrow {
+
+// A task as the bus gives it: (id, title, flow name).
+struct BusTask {
+    QString id;
+    QString title;
+    QString flowName;
+};
+
+// A part of a forwarded command's output: (stream, text).
+struct BusOutput {
+    uint stream = 0;
+    QString text;
+};
+
+QDBusArgument &operator<<(QDBusArgument &argument, const BusTask &task);
+const QDBusArgument &operator>>(const QDBusArgument &argument, BusTask &task);
+QDBusArgument &operator<<(QDBusArgument &argument, const BusOutput &output);
+const QDBusArgument &operator>>(const QDBusArgument &argument, BusOutput &output);
+
+namespace BusTypes {
+
+// Makes the types above known to QtDBus; call before the first message.
+void registerAll();
+
+// The options of RunCommand, both ways.
+QVariantMap requestOptions(const ForwardedCommand::Request &request);
+void readRequestOptions(const QVariantMap &options, ForwardedCommand::Request &request);
+
+QList<BusOutput> busOutput(const QList<ForwardedCommand::Output> &output);
+QList<ForwardedCommand::Output> commandOutput(const QList<BusOutput> &output);
+
+} // namespace BusTypes
+
+} // namespace fenrow
+
+Q_DECLARE_METATYPE(fenrow::BusTask)
+Q_DECLARE_METATYPE(fenrow::BusOutput)

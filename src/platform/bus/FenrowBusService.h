@@ -1,0 +1,56 @@
+#pragma once
+
+#include "shell/ForwardedCommand.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QList>
+
+namespace fenrow {
+
+class FenrowBusHandler;
+
+// The running Fenrow on the session bus: it owns the name
+// "studio.tarnwick.Fenrow" and answers the interface of
+// studio.tarnwick.Fenrow.xml on "/studio/tarnwick/Fenrow". Each call's
+// arguments are checked before anything happens; a call it cannot take
+// gets an error with a sentence that says why, never a crash. Commands run
+// one at a time, in the order they came.
+class FenrowBusService : public QDBusVirtualObject {
+    Q_OBJECT
+
+public:
+    FenrowBusService(FenrowBusHandler &handler, QObject *parent = nullptr);
+    ~FenrowBusService() override;
+
+    // Takes the name and the object on `connection`. False, with the reason,
+    // when the bus is not there or another process has the name.
+    bool start(const QDBusConnection &connection, QString *problem);
+    bool isServing() const { return m_serving; }
+
+    QString introspect(const QString &path) const override;
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
+
+    // The interface, as in studio.tarnwick.Fenrow.xml.
+    static QString interfaceXml();
+
+private:
+    struct PendingCommand {
+        QDBusMessage message;
+        QDBusConnection connection;
+        ForwardedCommand::Request request;
+    };
+
+    void answer(const QDBusMessage &message, const QDBusConnection &connection);
+    void queueCommand(const QDBusMessage &message, const QDBusConnection &connection);
+    void runNextCommand();
+
+    FenrowBusHandler &m_handler;
+    QDBusConnection m_connection;
+    bool m_serving = false;
+    QList<PendingCommand> m_commands;
+    bool m_runningCommand = false;
+};
+
+} // namespace fenrow
