@@ -184,6 +184,20 @@ void AppShell::toggleQuickCapture()
         m_panel->toggle();
 }
 
+void AppShell::showMainWindow()
+{
+    if (!m_window)
+        return;
+    if (m_window->isMinimized())
+        m_window->showNormal();
+    else
+        m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+    if (!m_window->isActiveWindow())
+        QApplication::alert(m_window);
+}
+
 void AppShell::showAbout()
 {
     if (canUseApplication() && m_window)

@@ -60,6 +60,10 @@ public:
 
     // The capture command: opens or closes the panel, once onboarding is done.
     void toggleQuickCapture();
+    // Brings the main window to the front: shown, raised and given the
+    // focus, or, where the desktop keeps the focus elsewhere, marked as
+    // asking for attention.
+    void showMainWindow();
     // Shows the About page of the settings; the Help command does the same.
     void showAbout();
     // Clears onboarding's flag: the interface is removed, the window shows
