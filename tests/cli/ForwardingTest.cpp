@@ -1,0 +1,203 @@
+// Commands handed to the program that owns the store: run there on its
+// store, history and clock, with the caller's terminal and folder, and
+// printing what the same command prints when it runs alone.
+#include "CommandLineTest.h"
+
+#include "cli/CommandForwarding.h"
+#include "cli/CommandWorkspace.h"
+#include "cli/Console.h"
+#include "cli/ExitStatus.h"
+
+#include "domain/FenrowHistory.h"
+#include "domain/OverridableClock.h"
+#include "persistence/StoreDatabase.h"
+#include "shell/AppEnvironment.h"
+#include "shell/AppPreferences.h"
+#include "shell/SettingsFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTextStream>
+
+namespace fenrow::testing {
+namespace {
+
+const QString now = QStringLiteral("2026-06-10T09:00:00");
+
+// The running program's side: the store held open for the whole test, its
+// history, preferences and engine, as the desktop program holds them.
+class ForwardingTest : public CommandLineTest {
+protected:
+    void startOwner()
+    {
+        QString reason;
+        store = FenrowStore::open(StoreDatabase::open(folder.filePath(QStringLiteral("default.store")), &reason),
+                                  clock, LocalCalendar(), &reason);
+        ASSERT_NE(store, nullptr) << reason.toStdString();
+        history = std::make_unique<FenrowHistory>(*store);
+        preferences = std::make_unique<AppPreferences>(SettingsFile::open());
+        environment = std::make_unique<AppEnvironment>(QStringList{"fenrow", AppEnvironment::uiTestArgument});
+    }
+
+    // Runs `arguments` as a caller would: handed to the owner, asked again
+    // for each question or the input it wants.
+    CommandResult forwarded(const QStringList &arguments, const QString &typed = {}, bool interactive = false,
+                            const QString &workingDirectory = {})
+    {
+        CommandResult result;
+        QString input = typed;
+        QTextStream out(&result.out);
+        QTextStream err(&result.err);
+        QTextStream in(&input);
+        Console console(out, err, &in, interactive);
+        ForwardedCommand::Request request;
+        request.arguments = arguments;
+        request.workingDirectory = workingDirectory.isEmpty() ? folder.path() : workingDirectory;
+        request.interactive = interactive;
+        const CommandWorkspace workspace{store.get(), history.get(), preferences.get(), environment.get(), &clock};
+        result.status = CommandForwarding::forward(request, console, [&](const ForwardedCommand::Request &sent,
+                                                                         QString *) {
+            ++rounds;
+            return std::optional(CommandForwarding::runInOwner(registry, workspace, sent));
+        });
+        out.flush();
+        err.flush();
+        return result;
+    }
+
+    QStringList ownerFlowNames() const
+    {
+        QStringList names;
+        for (const TaskFlow *flow : store->flows())
+            names.append(flow->name);
+        return names;
+    }
+
+    OverridableClock clock;
+    std::unique_ptr<FenrowStore> store;
+    std::unique_ptr<FenrowHistory> history;
+    std::unique_ptr<AppPreferences> preferences;
+    std::unique_ptr<AppEnvironment> environment;
+    int rounds = 0;
+};
+
+TEST_F(ForwardingTest, PrintsWhatTheSameCommandPrintsAlone)
+{
+    addFlows({"Work", "Home"});
+    addTasks("Work", {NodeStatus::pending, NodeStatus::done, NodeStatus::inProgress});
+    const QList<QStringList> commands{
+        {"ready", "--now", now},
+        {"flows", "--json", "--now", now},
+        {"find", "task", "--now", now},
+        {"export", "markdown", "Work", "--now", now},
+        {"edit", "nothing like it", "--title", "x"},
+        {"plan", "--budget", "soon"},
+        {"flow", "delete", "Home"},
+    };
+    QList<CommandResult> alone;
+    for (const QStringList &command : commands)
+        alone.append(run(command));
+
+    startOwner();
+    for (qsizetype i = 0; i < commands.size(); ++i) {
+        SCOPED_TRACE(commands[i].join(' ').toStdString());
+        const CommandResult handed = forwarded(commands[i]);
+        EXPECT_EQ(handed.status, alone[i].status);
+        EXPECT_EQ(handed.out, alone[i].out);
+        EXPECT_EQ(handed.err, alone[i].err);
+    }
+    // Failures of every kind were among them: not found, a usage mistake,
+    // a question nobody could answer.
+    EXPECT_EQ(alone[4].status, exitFailure);
+    EXPECT_EQ(alone[5].status, exitUsage);
+    EXPECT_EQ(alone[6].status, exitFailure);
+    EXPECT_EQ(ownerFlowNames(), (QStringList{"Work", "Home"}));
+}
+
+TEST_F(ForwardingTest, QuestionsAndStandardInputAreTheCallers)
+{
+    addFlows({"Work", "Home"});
+    startOwner();
+
+    // A question goes back to the caller's terminal; until it is answered
+    // nothing changes, and what the command wrote before is not doubled.
+    const CommandResult refused = forwarded({"flow", "delete", "Home"}, QStringLiteral("n\n"), true);
+    EXPECT_EQ(refused.status, exitFailure);
+    EXPECT_EQ(refused.err.count("Delete flow \"Home\""), 1) << refused.err.toStdString();
+    EXPECT_EQ(ownerFlowNames(), (QStringList{"Work", "Home"}));
+    EXPECT_EQ(rounds, 2);
+
+    const CommandResult confirmed = forwarded({"flow", "delete", "Home"}, QStringLiteral("yes\n"), true);
+    EXPECT_EQ(confirmed.status, exitSuccess) << confirmed.err.toStdString();
+    EXPECT_TRUE(confirmed.out.startsWith("Deleted flow \"Home\"")) << confirmed.out.toStdString();
+    EXPECT_EQ(ownerFlowNames(), QStringList{"Work"});
+
+    // "-" reads the caller's standard input, not the program's.
+    const CommandResult drafted = forwarded({"new-flow", "--from-text", "-", "--name", "Trip", "--ui-test"},
+                                            QStringLiteral("Book the train. Pack the bags. Water the plants."));
+    EXPECT_EQ(drafted.status, exitSuccess) << drafted.err.toStdString();
+    EXPECT_EQ(ownerFlowNames(), (QStringList{"Work", "Trip"}));
+    EXPECT_FALSE(store->flows().last()->items().empty());
+}
+
+TEST_F(ForwardingTest, PathsStartFromTheCallersFolderAndTheMomentFromItsNow)
+{
+    addFlows({"Work"});
+    addTasks("Work", {NodeStatus::pending});
+    startOwner();
+    const QString callerFolder = folder.filePath(QStringLiteral("caller"));
+    ASSERT_TRUE(QDir().mkpath(callerFolder));
+
+    const CommandResult exported =
+        forwarded({"export", "opml", "Work", "-o", "work.opml"}, {}, false, callerFolder);
+    ASSERT_EQ(exported.status, exitSuccess) << exported.err.toStdString();
+    EXPECT_TRUE(QFile::exists(QDir(callerFolder).filePath("work.opml")));
+    EXPECT_FALSE(QFile::exists(QDir::current().filePath("work.opml")));
+    EXPECT_TRUE(exported.out.contains(QDir(callerFolder).filePath("work.opml"))) << exported.out.toStdString();
+
+    const CommandResult missing = forwarded({"import", "nowhere.opml"}, {}, false, callerFolder);
+    EXPECT_EQ(missing.err, "fenrow: cannot import: there is no file \"nowhere.opml\"\n");
+
+    const CommandResult imported = forwarded({"import", "work.opml", "--now", now}, {}, false, callerFolder);
+    EXPECT_EQ(imported.status, exitSuccess) << imported.err.toStdString();
+    ASSERT_EQ(store->flows().size(), 2);
+    EXPECT_EQ(store->flows().last()->createdAt, QDateTime::fromString(now, Qt::ISODate));
+    // The program's clock is its own again once the command is done.
+    EXPECT_NE(clock.now(), QDateTime::fromString(now, Qt::ISODate));
+}
+
+TEST_F(ForwardingTest, EachChangeIsOneNamedStepOfTheProgramsUndo)
+{
+    addFlows({"Work"});
+    startOwner();
+    const QUuid work = store->flows().first()->id;
+
+    ASSERT_EQ(forwarded({"add", "Pay rent by june 5th", "--flow", "Work", "--now", now}).status, exitSuccess);
+    ASSERT_EQ(forwarded({"edit", "Pay rent", "--title", "Pay the rent", "--due", "2026-06-04"}).status, exitSuccess);
+    ASSERT_EQ(forwarded({"done", "Pay the rent"}).status, exitSuccess);
+    QStringList names;
+    for (const FenrowHistory::Entry &entry : history->undoStack(work))
+        names.append(entry.name);
+    EXPECT_EQ(names, (QStringList{"Capture task", "Rename", "Complete task"}));
+
+    // No canvas shows the flow, so Edit ▸ Undo reaches the steps from
+    // anywhere, newest first.
+    history->undo();
+    const FlowNode *task = store->flows().first()->orderedItems().value(0);
+    ASSERT_NE(task, nullptr);
+    EXPECT_FALSE(task->isDone);
+    history->undo();
+    EXPECT_EQ(task->title, "Pay rent");
+    history->undo();
+    EXPECT_TRUE(store->flows().first()->items().empty());
+
+    // With the flow on the canvas the step is the canvas's, not borrowed.
+    history->setActiveFlowID(work);
+    const qsizetype borrowed = history->borrowedUndo().size();
+    ASSERT_EQ(forwarded({"add", "Call the bank", "--flow", "Work"}).status, exitSuccess);
+    EXPECT_EQ(history->borrowedUndo().size(), borrowed);
+    EXPECT_EQ(history->undoStack(work).last().name, "Capture task");
+}
+
+} // namespace
+} // namespace fenrow::testing
