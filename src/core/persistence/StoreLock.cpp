@@ -90,9 +90,11 @@ std::optional<qint64> flockHolderFromKernel(const QString &lockPath, bool *known
                              .arg(major(status.st_dev), 2, 16, QLatin1Char('0'))
                              .arg(minor(status.st_dev), 2, 16, QLatin1Char('0'))
                              .arg(quint64(status.st_ino));
-    while (!locks.atEnd()) {
-        const QStringList fields =
-            QString::fromLatin1(locks.readLine()).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    // Read whole: a /proc file has size 0, so QFile::atEnd() holds from the
+    // start and a line-by-line loop would read nothing.
+    const QList<QByteArray> lines = locks.readAll().split('\n');
+    for (const QByteArray &line : lines) {
+        const QStringList fields = QString::fromLatin1(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
         // "1: FLOCK  ADVISORY  WRITE 4711 00:2f:1234 0 EOF"; waiters carry "->".
         if (fields.size() < 6 || fields.value(1) != QLatin1String("FLOCK"))
             continue;
