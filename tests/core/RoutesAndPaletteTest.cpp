@@ -1,6 +1,7 @@
 #include "TestStore.h"
 
 #include "domain/FenrowHistory.h"
+#include "shell/AppURLRouter.h"
 #include "shell/FlowSearchPalette.h"
 #include "shell/InterfaceLanguage.h"
 #include "shell/RouteRequest.h"
@@ -118,6 +119,63 @@ TEST_F(FlowSearchPaletteTest, EmptyResultOnlyForARealQueryAndOpeningAsksForFlowA
     ASSERT_TRUE(palette.openHighlighted(routes));
     EXPECT_EQ(routes.flowRequest()->flowID, current->id);
     EXPECT_EQ(routes.flowRequest()->nodeID, here.id);
+}
+
+TEST(AppURLRouterTest, ReadyOpensTheListOtherURLsOnlyRaiseTheWindowAndEarlyOnesWait)
+{
+    bool usable = true;
+    int shown = 0;
+    AppURLRouter router([&] { return usable; }, [&] { ++shown; });
+    RouteRequest routes;
+    QSignalSpy ready(&routes, &RouteRequest::readyRequested);
+    QSignalSpy flows(&routes, &RouteRequest::flowRequested);
+
+    router.route(QUrl(QStringLiteral("fenrow://ready")));
+    router.route(QUrl(QStringLiteral("https://ready")));
+    router.route(QUrl(QStringLiteral("FENROW://somewhere")));
+    EXPECT_EQ(shown, 0) << "no window yet";
+    router.setRouteRequest(&routes);
+    EXPECT_EQ(shown, 2);
+    EXPECT_EQ(ready.size(), 1);
+
+    // Each link is a request of its own, the same one twice included.
+    const std::optional<QUuid> first = routes.readyToken();
+    router.route(QUrl(QStringLiteral("fenrow://ready")));
+    const std::optional<QUuid> second = routes.readyToken();
+    router.route(QUrl(QStringLiteral("FENROW://READY/ignored?x=1")));
+    EXPECT_EQ(ready.size(), 3);
+    EXPECT_EQ(shown, 4);
+    EXPECT_NE(first, second);
+    EXPECT_NE(second, routes.readyToken());
+
+    // Scheme and host must be exactly theirs; anything else of ours only
+    // raises the window.
+    const struct {
+        const char *url;
+        bool raises;
+    } cases[] = {
+        {"fenrow://flows", true},   {"fenrow:ready", true},        {"fenrow://", true},
+        {"fenrowx://ready", false}, {"http://fenrow/ready", false}, {"ready", false},
+    };
+    for (const auto &testCase : cases) {
+        SCOPED_TRACE(testCase.url);
+        const int before = shown;
+        router.route(QUrl(QString::fromLatin1(testCase.url)));
+        EXPECT_EQ(shown, before + (testCase.raises ? 1 : 0));
+    }
+    EXPECT_EQ(ready.size(), 3);
+    EXPECT_EQ(flows.size(), 0);
+
+    usable = false;
+    router.route(QUrl(QStringLiteral("fenrow://ready")));
+    router.route(QUrl(QStringLiteral("fenrow://flows")));
+    EXPECT_EQ(shown, 7) << "nothing until onboarding is done";
+    EXPECT_EQ(ready.size(), 3);
+
+    EXPECT_TRUE(AppURLRouter::isURLArgument(QStringLiteral("Fenrow://ready")));
+    EXPECT_TRUE(AppURLRouter::isURLArgument(QStringLiteral("fenrow:ready")));
+    EXPECT_FALSE(AppURLRouter::isURLArgument(QStringLiteral("fenrowx://ready")));
+    EXPECT_FALSE(AppURLRouter::isURLArgument(QStringLiteral("ready")));
 }
 
 TEST(TodayOrderTest, MovingATaskPlacesItBeforeTheTarget)
