@@ -118,15 +118,12 @@ std::unique_ptr<Session> Session::start(QApplication &application, QString *fata
     const QStringList arguments = application.arguments();
     const bool onDisk = !FenrowModelContainer::usesMemory(arguments);
     if (onDisk && !lock) {
-        QString problem;
-        lock = StoreLock::tryAcquire(FenrowModelContainer::storePath(), {0, StoreLockHolder::Role::desktop, {}},
-                                     &problem);
-        if (!lock) {
-            *fatal = QString::fromLatin1(FenrowModelContainer::failurePrefix)
-                + (problem.isEmpty() ? StoreOwnership::busyMessage(StoreLock::holder(FenrowModelContainer::storePath()))
-                                     : problem);
+        StoreOwnership::Claim claim = FenrowModelContainer::claim({0, StoreLockHolder::Role::desktop, {}}, {});
+        if (!claim.lock) {
+            *fatal = QString::fromLatin1(FenrowModelContainer::failurePrefix) + claim.problem;
             return nullptr;
         }
+        lock = std::move(claim.lock);
     }
     parts->lock = std::move(lock);
     parts->store = FenrowModelContainer::openStore(arguments, parts->clock, LocalCalendar(), fatal);

@@ -1,0 +1,407 @@
+// The running program as the one owner of the store: the real `fenrow`
+// executable, started as a user would start it beside the window, hands its
+// commands and second starts to this process over a private session bus.
+#include "AppShell.h"
+#include "DesktopProgram.h"
+#include "MainWindow.h"
+#include "QuickCapturePanel.h"
+#include "ReadyListModel.h"
+#include "ReadyListView.h"
+#include "ReadyRowDelegate.h"
+#include "domain/FenrowModelContainer.h"
+#include "domain/FenrowStore.h"
+#include "domain/SystemClock.h"
+#include "persistence/StoreDatabase.h"
+#include "shell/SettingsFile.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QEventLoop>
+#include <QFile>
+#include <QListView>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace fenrow {
+namespace {
+
+struct ProcessRun {
+    int status = -1;
+    QString out;
+    QString err;
+};
+
+class SingleOwnerTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(QDBusConnection::sessionBus().isConnected()) << "run this suite on a private session bus";
+        m_savedData = qgetenv("XDG_DATA_HOME");
+        m_savedConfig = qgetenv("XDG_CONFIG_HOME");
+        qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
+        qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
+        const auto settings = SettingsFile::open();
+        settings->setValue("preferences.uiLanguage", "en");
+        settings->setValue("preferences.hasCompletedOnboarding", true);
+        settings->sync();
+        QString fatal;
+        session = DesktopProgram::Session::start(*qApp, &fatal);
+        ASSERT_NE(session, nullptr) << fatal.toStdString();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+        // The sample flow arrives with the window's first appearance.
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !store().flows().isEmpty(); }));
+    }
+
+    void TearDown() override
+    {
+        session.reset();
+        qputenv("XDG_DATA_HOME", m_savedData);
+        qputenv("XDG_CONFIG_HOME", m_savedConfig);
+    }
+
+    MainWindow &window() const { return session->window(); }
+    FenrowStore &store() const { return session->store(); }
+
+    QProcessEnvironment fenrowEnvironment() const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("XDG_DATA_HOME", home.filePath("data"));
+        environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
+        environment.insert("LC_ALL", "C.UTF-8");
+        return environment;
+    }
+
+    // Runs the executable and keeps this program's event loop turning
+    // meanwhile, so that it can answer what the child hands over.
+    ProcessRun fenrow(const QStringList &arguments, QProcessEnvironment environment = {})
+    {
+        if (environment.isEmpty())
+            environment = fenrowEnvironment();
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(home.path());
+        QEventLoop loop;
+        QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+        QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
+        process.start(QStringLiteral(FENROW_EXECUTABLE), arguments);
+        QTimer::singleShot(60000, &loop, &QEventLoop::quit);
+        loop.exec();
+        ProcessRun run;
+        if (process.state() != QProcess::NotRunning) {
+            ADD_FAILURE() << "fenrow did not finish: " << arguments.join(' ').toStdString();
+            process.kill();
+            process.waitForFinished();
+            return run;
+        }
+        run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+        run.out = QString::fromUtf8(process.readAllStandardOutput());
+        run.err = QString::fromUtf8(process.readAllStandardError());
+        return run;
+    }
+
+    const FlowNode *task(const QString &title) const
+    {
+        for (const TaskFlow *flow : store().flows())
+            for (const FlowNode *node : flow->items())
+                if (node->title == title)
+                    return node;
+        return nullptr;
+    }
+
+    QStringList readyTitles() const
+    {
+        QStringList titles;
+        const ReadyListModel &rows = *window().readyList()->model();
+        for (int row = 0; row < rows.rowCount(); ++row) {
+            const QModelIndex index = rows.index(row);
+            if (ReadyListModel::Kind(index.data(ReadyListModel::KindRole).toInt()) == ReadyListModel::Kind::task)
+                titles << index.data().toString();
+        }
+        return titles;
+    }
+
+    int mainWindows() const
+    {
+        int count = 0;
+        for (QWidget *widget : QApplication::topLevelWidgets())
+            count += qobject_cast<MainWindow *>(widget) != nullptr;
+        return count;
+    }
+
+    void saveScreenshot(const QString &name) const
+    {
+        const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
+        folder.mkpath(QStringLiteral("."));
+        EXPECT_TRUE(window().grab().save(folder.filePath(name)));
+    }
+
+    QTemporaryDir home;
+    std::unique_ptr<DesktopProgram::Session> session;
+
+private:
+    QByteArray m_savedData;
+    QByteArray m_savedConfig;
+};
+
+TEST_F(SingleOwnerTest, CommandsChangeTheWindowsStoreAndShowThereAtOnce)
+{
+    window().setRoute(DetailRoute::ready());
+    ASSERT_TRUE(readyTitles().contains("Define the offer"));
+
+    const ProcessRun renamed = fenrow({"edit", "Define the offer", "--title", "Define the offer, renamed"});
+    ASSERT_EQ(renamed.status, 0) << renamed.err.toStdString();
+    EXPECT_TRUE(renamed.out.startsWith("Define the offer, renamed\n")) << renamed.out.toStdString();
+    const ProcessRun added = fenrow({"add", "Buy milk"});
+    ASSERT_EQ(added.status, 0) << added.err.toStdString();
+    EXPECT_TRUE(readyTitles().contains("Define the offer, renamed"));
+    EXPECT_TRUE(readyTitles().contains("Buy milk"));
+    saveScreenshot(QStringLiteral("ready-after-commands.png"));
+
+    // Ticking the renamed task in the window works on the very same task:
+    // no stale copy can bring the old title back.
+    const FlowNode *offer = task("Define the offer, renamed");
+    ASSERT_NE(offer, nullptr);
+    QListView *list = window().readyList()->list();
+    const QRect row = list->visualRect(window().readyList()->model()->indexOf(offer->id));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, ReadyRowDelegate::completeRect(row).center());
+    ASSERT_TRUE(offer->isDone);
+    // Undo takes back the window's tick, and only that.
+    window().undo();
+    EXPECT_FALSE(offer->isDone);
+    EXPECT_EQ(offer->title, "Define the offer, renamed");
+    window().redo();
+    ASSERT_TRUE(offer->isDone);
+
+    const ProcessRun found = fenrow({"find", "renamed"});
+    EXPECT_TRUE(found.out.contains("Define the offer, renamed")) << found.out.toStdString();
+
+    // What the file holds once the program has ended.
+    session.reset();
+    QString reason;
+    SystemClock clock;
+    const auto reopened =
+        FenrowStore::open(StoreDatabase::open(FenrowModelContainer::storePath(), &reason), clock, LocalCalendar(), &reason);
+    ASSERT_NE(reopened, nullptr) << reason.toStdString();
+    QStringList doneTitles;
+    QStringList titles;
+    for (const TaskFlow *flow : reopened->flows())
+        for (const FlowNode *node : flow->items()) {
+            titles << node->title;
+            if (node->isDone)
+                doneTitles << node->title;
+        }
+    EXPECT_EQ(doneTitles, QStringList{"Define the offer, renamed"});
+    EXPECT_TRUE(titles.contains("Buy milk"));
+}
+
+TEST_F(SingleOwnerTest, TwoCommandLinesAddingAtOnceLoseNothing)
+{
+    // Each loop is a hundred separate processes; both loops run at once.
+    const QString loop = QStringLiteral("for i in $(seq 100); do \"$FENROW\" add \"Errand $i from $SIDE\" "
+                                        "--flow Errands >/dev/null || exit 1; done");
+    QList<QProcess *> sides;
+    for (const char *side : {"left", "right"}) {
+        auto *process = new QProcess(&window());
+        QProcessEnvironment environment = fenrowEnvironment();
+        environment.insert("FENROW", FENROW_EXECUTABLE);
+        environment.insert("SIDE", side);
+        process->setProcessEnvironment(environment);
+        process->start("bash", {"-c", loop});
+        sides << process;
+    }
+    const bool finished = QTest::qWaitFor(
+        [&] {
+            return std::all_of(sides.begin(), sides.end(),
+                               [](QProcess *p) { return p->state() == QProcess::NotRunning; });
+        },
+        240000);
+    ASSERT_TRUE(finished);
+    for (QProcess *side : sides)
+        EXPECT_EQ(side->exitCode(), 0) << side->readAllStandardError().toStdString();
+
+    int errands = 0;
+    int flowsNamedErrands = 0;
+    for (const TaskFlow *flow : store().flows()) {
+        if (flow->name != "Errands")
+            continue;
+        ++flowsNamedErrands;
+        errands += int(flow->items().size());
+    }
+    EXPECT_EQ(flowsNamedErrands, 1);
+    EXPECT_EQ(errands, 200);
+}
+
+TEST_F(SingleOwnerTest, ASecondStartHandsOverAndEnds)
+{
+    const QUuid sample = store().flows().first()->id;
+    window().setRoute(DetailRoute::flow(sample));
+    window().hide();
+    ASSERT_EQ(fenrow({}).status, 0);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window().isVisible(); }));
+
+    ASSERT_EQ(fenrow({"fenrow://somewhere"}).status, 0);
+    EXPECT_EQ(window().route(), DetailRoute::flow(sample));
+    ASSERT_EQ(fenrow({"fenrow://ready"}).status, 0);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window().route().isReady(); }));
+    saveScreenshot(QStringLiteral("ready-from-url.png"));
+
+    ASSERT_EQ(fenrow({"--capture"}).status, 0);
+    QuickCapturePanel *panel = AppShell::current()->quickCapturePanel();
+    ASSERT_NE(panel, nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([panel] { return panel->isVisible(); }));
+    ASSERT_EQ(fenrow({"--capture"}).status, 0);
+    EXPECT_TRUE(QTest::qWaitFor([panel] { return !panel->isVisible(); }));
+    EXPECT_EQ(mainWindows(), 1);
+}
+
+TEST_F(SingleOwnerTest, AnOwnerOutOfReachKeepsCommandsOutAndNothingChanges)
+{
+    const qsizetype tasksBefore = store().flows().first()->items().size();
+    QProcessEnvironment environment = fenrowEnvironment();
+    for (const char *name : {"DBUS_SESSION_BUS_ADDRESS", "DISPLAY", "WAYLAND_DISPLAY"})
+        environment.remove(name);
+    // Nowhere to find a bus on its own either.
+    environment.insert("XDG_RUNTIME_DIR", home.filePath("runtime"));
+    const ProcessRun kept = fenrow({"add", "Never added"}, environment);
+    EXPECT_EQ(kept.status, 1);
+    EXPECT_TRUE(kept.err.contains(
+        QStringLiteral("the Fenrow window (process %1)").arg(QCoreApplication::applicationPid())))
+        << kept.err.toStdString();
+    EXPECT_TRUE(kept.err.contains("nothing was changed")) << kept.err.toStdString();
+    EXPECT_EQ(store().flows().first()->items().size(), tasksBefore);
+    EXPECT_EQ(task("Never added"), nullptr);
+}
+
+// Callers on the bus other than the command line: scripts and desktop
+// tools, through the interface the repository describes.
+class BusCallsTest : public SingleOwnerTest {
+protected:
+    QDBusMessage call(const QString &method, const QVariantList &arguments = {},
+                      const QString &interface = QStringLiteral("studio.tarnwick.Fenrow"))
+    {
+        QDBusMessage message = QDBusMessage::createMethodCall("studio.tarnwick.Fenrow", "/studio/tarnwick/Fenrow",
+                                                              interface, method);
+        message.setArguments(arguments);
+        // A connection of its own, like another program's, answered while
+        // this loop turns.
+        QDBusConnection caller = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "caller");
+        QDBusPendingCall pending = caller.asyncCall(message);
+        QDBusPendingCallWatcher watcher(pending);
+        QEventLoop loop;
+        QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+        if (!watcher.isFinished())
+            loop.exec();
+        return pending.reply();
+    }
+
+    static QString errorOf(const QDBusMessage &reply)
+    {
+        return reply.type() == QDBusMessage::ErrorMessage ? reply.errorName() + ": " + reply.errorMessage()
+                                                           : QString();
+    }
+};
+
+TEST_F(BusCallsTest, IntentsActOnTheWindowsStoreAndBadCallsGetReadableErrors)
+{
+    // From the Ready list, Undo reaches a step taken outside the window.
+    window().setRoute(DetailRoute::ready());
+    const QDBusMessage added = call("AddTask", {"Water the plants tomorrow", "", ""});
+    ASSERT_EQ(added.type(), QDBusMessage::ReplyMessage) << errorOf(added).toStdString();
+    const QString id = added.arguments().value(0).toString();
+    EXPECT_EQ(added.arguments().value(1).toString(), "Water the plants");
+    EXPECT_EQ(added.arguments().value(3).toString(), "Added “Water the plants” to Sample: Launch a landing page.");
+    const FlowNode *plants = task("Water the plants");
+    ASSERT_NE(plants, nullptr);
+    EXPECT_TRUE(plants->dueDate.has_value());
+    window().undo();
+    EXPECT_EQ(task("Water the plants"), nullptr);
+
+    const QDBusMessage ready = call("ReadyTasks");
+    ASSERT_EQ(ready.type(), QDBusMessage::ReplyMessage) << errorOf(ready).toStdString();
+    EXPECT_EQ(ready.arguments().value(1).toString(), "Ready now (1): Define the offer");
+    const QString offer = task("Define the offer")->id.toString(QUuid::WithoutBraces);
+    const QDBusMessage completed = call("CompleteTask", {offer});
+    EXPECT_EQ(completed.arguments().value(0).toString(), "Done: Define the offer.");
+    EXPECT_TRUE(task("Define the offer")->isDone);
+
+    const QString stranger = QUuid::createUuid().toString();
+    const QList<std::pair<QDBusMessage, QString>> refusals{
+        {call("CompleteTask", {stranger}), "studio.tarnwick.Fenrow.Error.NotFound"},
+        {call("OpenFlow", {stranger}), "studio.tarnwick.Fenrow.Error.NotFound"},
+        {call("AddTask", {"Lost", stranger, ""}), "studio.tarnwick.Fenrow.Error.NotFound"},
+        {call("CompleteTask", {"not an id"}), "org.freedesktop.DBus.Error.InvalidArgs: task must be a task's id"},
+        {call("AddTask", {"Lost", "", "next blue moon"}), "org.freedesktop.DBus.Error.InvalidArgs: due must be"},
+        {call("AddTask", {"Lost"}),
+         "org.freedesktop.DBus.Error.InvalidArgs: AddTask takes (title s, flow s, due s), not (s)"},
+        {call("Fly"), "org.freedesktop.DBus.Error.UnknownMethod"},
+        {call("RunCommand", {QStringList{"flows"}, home.path(), QVariantMap{{"store", "/elsewhere/default.store"}}}),
+         "studio.tarnwick.Fenrow.Error.OtherStore"},
+        {call("RunCommand", {QStringList{"flows"}, "relative", QVariantMap{}}),
+         "org.freedesktop.DBus.Error.InvalidArgs: working_directory must be an absolute path"},
+    };
+    for (const auto &[reply, expected] : refusals)
+        EXPECT_TRUE(errorOf(reply).startsWith(expected)) << errorOf(reply).toStdString();
+    EXPECT_EQ(task("Lost"), nullptr);
+    EXPECT_EQ(store().flows().size(), 1);
+}
+
+TEST_F(BusCallsTest, TheServiceAnswersAsItsInterfaceFileDescribesIt)
+{
+    // Method names and argument types, in the order given.
+    const auto methods = [](const QString &xml) {
+        QStringList described;
+        const QRegularExpression method(R"x(<method name="(\w+)"\s*/?>)x");
+        const QRegularExpression argument(R"x(<arg name="\w+" type="([^"]+)" direction="(in|out)"/>)x");
+        qsizetype at = 0;
+        while (true) {
+            const QRegularExpressionMatch found = method.match(xml, at);
+            if (!found.hasMatch())
+                break;
+            const qsizetype end = xml.indexOf(found.captured(0).endsWith("/>") ? "/>" : "</method>",
+                                              found.capturedStart());
+            QString entry = found.captured(1);
+            auto arguments = argument.globalMatch(xml.mid(found.capturedEnd(), end - found.capturedEnd()));
+            while (arguments.hasNext()) {
+                const QRegularExpressionMatch arg = arguments.next();
+                entry += ' ' + arg.captured(2) + ':' + arg.captured(1);
+            }
+            described << entry;
+            at = found.capturedEnd();
+        }
+        return described;
+    };
+    QFile file(QStringLiteral(FENROW_SOURCE_DIR "/src/platform/bus/studio.tarnwick.Fenrow.xml"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString xml = QString::fromUtf8(file.readAll());
+    const QDBusMessage introspected = call("Introspect", {}, "org.freedesktop.DBus.Introspectable");
+    ASSERT_EQ(introspected.type(), QDBusMessage::ReplyMessage);
+    const QString live = introspected.arguments().value(0).toString();
+    const qsizetype ours = live.indexOf(R"(<interface name="studio.tarnwick.Fenrow">)");
+    ASSERT_GE(ours, 0) << live.toStdString();
+    const QStringList described = methods(xml);
+    EXPECT_EQ(methods(live.mid(ours, live.indexOf("</interface>", ours) - ours)), described);
+    EXPECT_TRUE(described.contains("RunCommand in:as in:s in:a{sv} out:i out:a(us) out:s out:s"));
+
+    // And it keeps that word: each method answers the types it promises.
+    const QDBusMessage storePath = call("StorePath");
+    EXPECT_EQ(storePath.signature(), "s");
+    EXPECT_EQ(storePath.arguments().value(0).toString(), FenrowModelContainer::storePath());
+    const QDBusMessage ready = call("ReadyTasks");
+    EXPECT_EQ(ready.signature(), "a(sss)s");
+    const QDBusMessage flows = call("RunCommand", {QStringList{"flows"}, home.path(),
+                                                   QVariantMap{{"store", FenrowModelContainer::storePath()}}});
+    EXPECT_EQ(flows.signature(), "ia(us)ss");
+}
+
+} // namespace
+} // namespace fenrow
