@@ -166,4 +166,32 @@ TEST_F(EndToEndTest, AddedTasksShowInTheReadyListInTheSavedSort)
     EXPECT_EQ(tasks[1].toObject()["flowName"].toString(), "Untitled flow");
 }
 
+TEST_F(EndToEndTest, RunsAtTheSameTimeTakeTurnsAndLoseNothing)
+{
+    ASSERT_EQ(fenrow({"flow", "add", "Errands"}).status, 0);
+    // Two loops of a hundred separate runs each, side by side: each run
+    // waits for the store while the other has it.
+    QList<QProcess *> loops;
+    for (const char *side : {"left", "right"}) {
+        auto *loop = new QProcess;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("XDG_DATA_HOME", home.filePath("data"));
+        environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
+        environment.insert("FENROW", FENROW_EXECUTABLE);
+        environment.insert("SIDE", side);
+        loop->setProcessEnvironment(environment);
+        loop->start("bash", {"-c", "for i in $(seq 100); do \"$FENROW\" add \"$SIDE $i\" --flow Errands "
+                                   ">/dev/null || exit 1; done"});
+        loops << loop;
+    }
+    for (QProcess *loop : loops) {
+        EXPECT_TRUE(loop->waitForFinished(240000));
+        EXPECT_EQ(loop->exitCode(), 0) << loop->readAllStandardError().toStdString();
+        delete loop;
+    }
+    const QJsonArray flows = fenrow({"flows", "--json"}).json().array();
+    ASSERT_EQ(flows.size(), 1);
+    EXPECT_EQ(flows[0].toObject()["progress"].toObject()["totalCount"].toInt(), 200);
+}
+
 } // namespace
