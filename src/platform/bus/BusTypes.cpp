@@ -1,6 +1,8 @@
 #include "BusTypes.h"
 
 #include <QDBusMetaType>
+#include <QDir>
+#include <QFileInfo>
 
 namespace fenrow {
 
@@ -79,6 +81,15 @@ void readRequestOptions(const QVariantMap &options, ForwardedCommand::Request &r
     request.answers = answers.canConvert<QDBusArgument>() ? qdbus_cast<QStringList>(answers) : answers.toStringList();
     if (options.contains(inputKey))
         request.input = options.value(inputKey).toString();
+}
+
+bool isSameStore(const QString &path, const QString &other)
+{
+    const auto resolved = [](const QString &given) {
+        const QString canonical = QFileInfo(given).canonicalFilePath();
+        return canonical.isEmpty() ? QDir::cleanPath(QFileInfo(given).absoluteFilePath()) : canonical;
+    };
+    return !path.isEmpty() && resolved(path) == resolved(other);
 }
 
 QList<BusOutput> busOutput(const QList<ForwardedCommand::Output> &output)

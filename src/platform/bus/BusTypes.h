@@ -36,6 +36,9 @@ void registerAll();
 QVariantMap requestOptions(const ForwardedCommand::Request &request);
 void readRequestOptions(const QVariantMap &options, ForwardedCommand::Request &request);
 
+// Whether two paths name the same store file, however they are spelled.
+bool isSameStore(const QString &path, const QString &other);
+
 QList<BusOutput> busOutput(const QList<ForwardedCommand::Output> &output);
 QList<ForwardedCommand::Output> commandOutput(const QList<BusOutput> &output);
 

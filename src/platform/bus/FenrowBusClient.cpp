@@ -5,8 +5,6 @@
 
 #include <QDBusArgument>
 #include <QDBusMessage>
-#include <QDir>
-#include <QFileInfo>
 
 #include <climits>
 
@@ -29,12 +27,6 @@ QDBusMessage methodCall(const QString &method, const QVariantList &arguments)
     // Only a Fenrow that runs answers; the bus must not start one.
     message.setAutoStartService(false);
     return message;
-}
-
-QString sameFile(const QString &path)
-{
-    const QString canonical = QFileInfo(path).canonicalFilePath();
-    return canonical.isEmpty() ? QDir::cleanPath(QFileInfo(path).absoluteFilePath()) : canonical;
 }
 
 } // namespace
@@ -60,7 +52,7 @@ bool FenrowBusClient::servesStore(const QString &storePath)
                                                  quickTimeout);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
         return false;
-    return sameFile(reply.arguments().constFirst().toString()) == sameFile(storePath);
+    return BusTypes::isSameStore(reply.arguments().constFirst().toString(), storePath);
 }
 
 bool FenrowBusClient::callWithoutAnswer(const QString &method, const QVariantList &arguments, QString *problem)

@@ -12,7 +12,6 @@
 #include <QDBusMetaType>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QLoggingCategory>
 
 #include <exception>
@@ -59,12 +58,6 @@ std::optional<QUuid> readID(const QString &text)
     if (id.isNull() && !trimmed.startsWith(QLatin1Char('{')))
         id = QUuid::fromString(QLatin1Char('{') + trimmed + QLatin1Char('}'));
     return id.isNull() ? std::nullopt : std::optional<QUuid>(id);
-}
-
-QString sameFile(const QString &path)
-{
-    const QString canonical = QFileInfo(path).canonicalFilePath();
-    return canonical.isEmpty() ? QDir::cleanPath(QFileInfo(path).absoluteFilePath()) : canonical;
 }
 
 } // namespace
@@ -247,7 +240,7 @@ void FenrowBusService::queueCommand(const QDBusMessage &message, const QDBusConn
         return;
     }
     const QString owned = m_handler.storePath();
-    if (request.storePath.isEmpty() || sameFile(request.storePath) != sameFile(owned)) {
+    if (!BusTypes::isSameStore(request.storePath, owned)) {
         connection.send(message.createErrorReply(
             FenrowBusNames::otherStoreError,
             QStringLiteral("this Fenrow owns the store %1, not \"%2\"").arg(owned, request.storePath)));
