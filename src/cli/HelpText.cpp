@@ -55,7 +55,9 @@ QString usage(const CommandRegistry &registry, const CommandDefinition &command)
 void printOverview(const CommandRegistry &registry, QTextStream &out)
 {
     out << "Usage: fenrow COMMAND [ARGUMENTS] [OPTIONS]\n"
-           "Without a command, fenrow starts the desktop program.\n\n"
+           "Without a command, fenrow starts the desktop program, or brings it to the\n"
+           "front when it runs. While it runs, commands are carried out by it, and its\n"
+           "window shows their changes at once.\n\n"
            "Commands:\n";
     printCommandTable(registry.commands(), out);
     out << "\nOptions:\n";
