@@ -15,6 +15,7 @@ shift || true
 repetitions=${FENROW_BENCH_REPETITIONS:-10}
 programs=(fenrow-bench-store-open fenrow-bench-store-save fenrow-bench-ready fenrow-bench-graph
           fenrow-bench-ready-command)
+programs+=(fenrow-bench-forwarded-command)
 programs+=(fenrow-bench-history-search)
 programs+=(fenrow-bench-exchange)
 programs+=(fenrow-bench-canvas)
