@@ -15,7 +15,7 @@ namespace {
 
 using testing::berlinTime;
 
-TEST(DomainRecords, RawStringsReadTolerantlyAndRoundTrip)
+TEST(DomainRecords, RawStringsReadTolerantlyRoundTripAndAreNeverRewritten)
 {
     EXPECT_EQ(readRaw<NodeStatus>(u"inProgress"), NodeStatus::inProgress);
     EXPECT_EQ(readRaw<NodeStatus>(u"someday"), NodeStatus::pending);
@@ -34,10 +34,8 @@ TEST(DomainRecords, RawStringsReadTolerantlyAndRoundTrip)
         const auto color = static_cast<NodeColor>(i);
         EXPECT_EQ(readRaw<NodeColor>(rawString(color)), color);
     }
-}
 
-TEST(DomainRecords, UnknownRawTextIsReadButNeverRewritten)
-{
+    // A record reads unknown text so, and never writes it back.
     FlowNode node;
     node.statusRaw = QStringLiteral("blocked-by-vendor");
     node.priorityRaw = QStringLiteral("critical");

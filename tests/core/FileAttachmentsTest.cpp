@@ -4,6 +4,8 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
+#include <sqlite3.h>
+
 namespace fenrow {
 namespace {
 
@@ -266,7 +268,20 @@ TEST(FileBytes, StayOnDiskUntilAskedFor)
     EXPECT_EQ(file->posX, 40);
     EXPECT_EQ(file->links().size(), 1);
     EXPECT_EQ(file->data.value(), contents);
+    EXPECT_FALSE(file->thumbnail.isLoaded()) << "each kind of bytes is read by itself";
     EXPECT_EQ(file->thumbnail.value(), QByteArray("png"));
+
+    // The file's own row has no room for bytes at all.
+    sqlite3 *db = nullptr;
+    ASSERT_EQ(sqlite3_open(store.path().toUtf8().constData(), &db), SQLITE_OK);
+    sqlite3_stmt *query = nullptr;
+    sqlite3_prepare_v2(db, "SELECT count(*) FROM pragma_table_info('flow_file') WHERE type = 'BLOB' AND name <> 'id'"
+                           " AND name <> 'flow_id'",
+                       -1, &query, nullptr);
+    ASSERT_EQ(sqlite3_step(query), SQLITE_ROW);
+    EXPECT_EQ(sqlite3_column_int(query, 0), 0);
+    sqlite3_finalize(query);
+    sqlite3_close(db);
 
     // A purged file leaves neither its row nor its links behind.
     store->setFileTrashed(*file, true);

@@ -37,28 +37,6 @@ protected:
     }
 };
 
-TEST_F(GeneratedFlowsTest, ProposalsOfACycleKeepTheFirstTwo)
-{
-    addAll("abc");
-    store->applyProposals({proposal("a", "b"), proposal("b", "c"), proposal("c", "a")}, *flow, false);
-    EXPECT_EQ(edgesOf(*flow), QStringList({"ab*", "bc*"}));
-}
-
-TEST_F(GeneratedFlowsTest, RepeatedReplacingLeavesNoStaleMachineEdge)
-{
-    addAll("abcd");
-    link("c", "d");
-    store->applyProposals({proposal("a", "b"), proposal("b", "c")}, *flow, true);
-    store->applyProposals({proposal("a", "c")}, *flow, true);
-    store->applyProposals({proposal("a", "c"), proposal("d", "c")}, *flow, true);
-    EXPECT_EQ(edgesOf(*flow), QStringList({"cd", "ac*"})) << "d -> c would close a loop with the manual edge";
-
-    // Adding without replacing keeps what is there and skips doubles.
-    store->applyProposals({proposal("a", "c"), proposal("b", "d")}, *flow, false);
-    EXPECT_EQ(edgesOf(*flow), QStringList({"cd", "ac*", "bd*"}));
-    EXPECT_FALSE(store->hasChanges()) << "each run saved";
-}
-
 TEST_F(GeneratedFlowsTest, ProposalForANodeDeletedMeanwhileIsSkipped)
 {
     addAll("abc");

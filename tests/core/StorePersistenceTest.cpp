@@ -1,4 +1,5 @@
 #include "TestStore.h"
+#include "../cli/QtPrinters.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -157,136 +158,27 @@ TEST(StorePersistence, EveryFieldSurvivesCloseAndReopen)
     TestStore store;
     QUuid flowID;
     store->insertRecords(fullBundle(&flowID));
+    const QStringList inserted = testing::describe(*store);
     FenrowStore &reopened = store.reopen();
+    EXPECT_EQ(testing::describe(reopened), inserted);
 
-    const TaskFlow *flow = reopened.flow(flowID);
-    ASSERT_NE(flow, nullptr);
-    EXPECT_EQ(flow->name, QStringLiteral("Launch ✈"));
-    EXPECT_EQ(flow->order, 3);
-    EXPECT_EQ(flow->createdAt, berlinTime(2026, 1, 2, 3, 4));
-    EXPECT_EQ(flow->viewportOffsetX, -120.5);
-    EXPECT_EQ(flow->viewportOffsetY, 42.25);
-    EXPECT_EQ(flow->viewportScale, 1.75);
-    EXPECT_TRUE(flow->hasBeenFramed);
-    ASSERT_EQ(flow->items().size(), 2u);
-
-    const FlowNode *full = nodeTitled(*flow, QStringLiteral("Write copy"));
+    // Values the bundle chose because a reader could quietly change them;
+    // both sides of the comparison would then agree.
+    const TaskFlow &flow = *reopened.flow(flowID);
+    const FlowNode *full = nodeTitled(flow, QStringLiteral("Write copy"));
     ASSERT_NE(full, nullptr);
-    EXPECT_EQ(full->flow(), flow);
-    EXPECT_TRUE(full->isDone);
-    EXPECT_EQ(full->statusRaw, QStringLiteral("paused"));
-    EXPECT_EQ(full->notes, QStringLiteral("Line one\nLine \"two\""));
-    EXPECT_EQ(full->priorityRaw, QStringLiteral("high"));
     EXPECT_EQ(full->colorRaw, QStringLiteral("mystery-colour")) << "unknown raw text is kept as stored";
-    EXPECT_EQ(full->startDate, berlinTime(2026, 6, 1));
-    EXPECT_EQ(full->dueDate, berlinTime(2026, 6, 30));
-    EXPECT_EQ(full->estimateMinutes, 90);
-    EXPECT_EQ(full->dayPlanRank, 2);
-    EXPECT_EQ(full->manualWidth, 240.5);
-    EXPECT_EQ(full->manualHeight, 120);
-    EXPECT_EQ(full->checklist().size(), 1);
     EXPECT_EQ(full->recurrenceRaw, QStringLiteral("weekly:1"));
-    EXPECT_EQ(full->repeatCount, 4);
-    EXPECT_EQ(full->completedAt, berlinTime(2026, 6, 5, 17, 45));
-    EXPECT_TRUE(full->isCollapsed);
     EXPECT_EQ(full->posX, 19999.5);
-    EXPECT_EQ(full->posY, -20000);
-    EXPECT_EQ(full->order, 7);
-    EXPECT_EQ(full->createdAt, berlinTime(2026, 1, 2, 3, 5));
-
-    const FlowNode *bare = nodeTitled(*flow, QString());
-    ASSERT_NE(bare, nullptr);
-    EXPECT_EQ(bare->statusRaw, QStringLiteral("pending"));
-    EXPECT_EQ(bare->checklistData, QString());
-    EXPECT_FALSE(bare->startDate || bare->dueDate || bare->estimateMinutes || bare->dayPlanRank
-                 || bare->manualWidth || bare->manualHeight || bare->recurrenceRaw || bare->completedAt);
-
-    ASSERT_EQ(flow->edges().size(), 2u);
-    for (const DependencyEdge *edge : flow->edges()) {
-        EXPECT_EQ(edge->flow(), flow);
-        if (edge->fromItem() == full) {
-            EXPECT_EQ(edge->toItem(), bare);
-            EXPECT_EQ(edge->kind, EdgeKind::subtask);
-            EXPECT_EQ(edge->source, EdgeSource::ai);
-        } else {
-            EXPECT_EQ(edge->fromItem(), bare);
-            EXPECT_EQ(edge->toItem(), full);
+    EXPECT_EQ(full->fileLinks(), flow.files()[0]->links()) << "the link is known from both ends";
+    for (const DependencyEdge *edge : flow.edges()) {
+        if (edge->fromItem() != full) {
             EXPECT_FALSE(edge->kind.has_value()) << "an absent kind stays absent";
-            EXPECT_EQ(edge->source, EdgeSource::manual);
         }
     }
-
-    ASSERT_EQ(flow->files().size(), 1u);
-    const FlowFile *file = flow->files()[0];
-    EXPECT_EQ(file->filename, QStringLiteral("plan.pdf"));
-    EXPECT_EQ(file->contentTypeRaw, QStringLiteral("application/pdf"));
-    EXPECT_EQ(file->byteCount, 5);
-    EXPECT_TRUE(file->isTrashed);
-    EXPECT_EQ(file->manualWidth, 300);
-    EXPECT_FALSE(file->manualHeight);
-    EXPECT_EQ(file->order, 1);
-    EXPECT_EQ(file->data.value(), QByteArray("%PDF\0", 5));
-    EXPECT_EQ(file->thumbnail.value(), QByteArray()) << "empty bytes differ from no bytes";
-
-    ASSERT_EQ(flow->fileLinks().size(), 1u);
-    const FileLink *link = flow->fileLinks()[0];
-    EXPECT_EQ(link->file(), file);
-    EXPECT_EQ(link->node(), full);
-    EXPECT_EQ(full->fileLinks(), QList<FileLink *>{const_cast<FileLink *>(link)});
-    EXPECT_EQ(file->links().size(), 1);
-
-    ASSERT_EQ(reopened.completionRecords().size(), 2u);
-    for (const CompletionRecord *record : reopened.completionRecords()) {
-        if (record->kindRaw == CompletionRecord::archivedKind) {
-            EXPECT_EQ(record->flowID, flowID);
-            EXPECT_EQ(record->nodeID, full->id);
-            EXPECT_EQ(record->title, QStringLiteral("Old task"));
-            EXPECT_EQ(record->completedAt, berlinTime(2026, 2, 1, 8, 0));
-            EXPECT_EQ(record->payload.value(), QByteArray("{\"title\":\"Old task\"}"));
-        } else {
-            EXPECT_EQ(record->flowName, QStringLiteral("Gone"));
-            EXPECT_EQ(record->cycle, 12);
-            EXPECT_FALSE(record->payload.isPresent());
-            EXPECT_EQ(record->payload.value(), std::nullopt);
-        }
-    }
-
-    ASSERT_EQ(reopened.templates().size(), 2u);
-    for (const FlowTemplate *flowTemplate : reopened.templates()) {
-        if (flowTemplate->name == QStringLiteral("Empty"))
-            EXPECT_FALSE(flowTemplate->payload.has_value());
-        else
-            EXPECT_EQ(flowTemplate->payload, QByteArray("{\"nodes\":[]}"));
-    }
-}
-
-TEST(StorePersistence, BytesAreReadOnlyWhenAskedFor)
-{
-    TestStore store;
-    QUuid flowID;
-    store->insertRecords(fullBundle(&flowID));
-    FenrowStore &reopened = store.reopen();
-    const FlowFile *file = reopened.flow(flowID)->files()[0];
-
-    EXPECT_TRUE(file->data.isPresent());
-    EXPECT_FALSE(file->data.isLoaded());
-    EXPECT_FALSE(file->thumbnail.isLoaded());
-
-    // The main rows hold no bytes at all.
-    sqlite3 *db = nullptr;
-    ASSERT_EQ(sqlite3_open(store.path().toUtf8().constData(), &db), SQLITE_OK);
-    sqlite3_stmt *query = nullptr;
-    sqlite3_prepare_v2(db, "SELECT count(*) FROM pragma_table_info('flow_file') WHERE type = 'BLOB' AND name <> 'id'"
-                           " AND name <> 'flow_id'",
-                       -1, &query, nullptr);
-    ASSERT_EQ(sqlite3_step(query), SQLITE_ROW);
-    EXPECT_EQ(sqlite3_column_int(query, 0), 0);
-    sqlite3_finalize(query);
-    sqlite3_close(db);
-
-    EXPECT_EQ(file->data.value()->size(), 5);
-    EXPECT_TRUE(file->data.isLoaded());
-    EXPECT_FALSE(file->thumbnail.isLoaded());
+    EXPECT_EQ(flow.files()[0]->thumbnail.value(), QByteArray()) << "empty bytes differ from no bytes";
+    for (const CompletionRecord *record : reopened.completionRecords())
+        EXPECT_EQ(record->payload.isPresent(), record->kindRaw == CompletionRecord::archivedKind);
 }
 
 TEST(StorePersistence, CompletionTimesAreBackfilledOnceAtOpening)

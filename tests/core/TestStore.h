@@ -22,6 +22,81 @@ inline QDateTime berlinTime(int year, int month, int day, int hour = 0, int minu
     return QDateTime(QDate(year, month, day), QTime(hour, minute), berlin());
 }
 
+// Every field of every record, one line each, ids included: two stores that
+// give the same lines hold the same data. A flow's rows are sorted, as the
+// file gives them back in an order of its own.
+inline QStringList describe(const FenrowStore &store)
+{
+    const auto date = [](const std::optional<QDateTime> &value) {
+        return value ? value->toUTC().toString(Qt::ISODateWithMs) : QStringLiteral("-");
+    };
+    const auto number = [](const auto &value) {
+        return value ? QString::number(*value, 'g', 17) : QStringLiteral("-");
+    };
+    const auto bytes = [](const std::optional<QByteArray> &value) {
+        return value ? QString::fromLatin1(value->toBase64()) : QStringLiteral("-");
+    };
+    const auto id = [](const QUuid &value) { return value.toString(QUuid::WithoutBraces); };
+
+    QStringList lines;
+    for (const TaskFlow *flow : store.flows()) {
+        QStringList rows;
+        lines << QStringList{QStringLiteral("flow"), id(flow->id), flow->name, QString::number(flow->order),
+                             date(flow->createdAt), QString::number(flow->viewportOffsetX),
+                             QString::number(flow->viewportOffsetY), QString::number(flow->viewportScale),
+                             QString::number(flow->hasBeenFramed)}
+                     .join('|');
+        for (const FlowNode *node : flow->items()) {
+            rows << QStringList{QStringLiteral("node"), id(node->id), node->title, QString::number(node->isDone),
+                                 node->statusRaw, node->notes, node->priorityRaw, node->colorRaw,
+                                 date(node->startDate), date(node->dueDate), number(node->estimateMinutes),
+                                 number(node->dayPlanRank), number(node->manualWidth), number(node->manualHeight),
+                                 node->checklistData, node->recurrenceRaw.value_or("-"),
+                                 QString::number(node->repeatCount), date(node->completedAt),
+                                 QString::number(node->isCollapsed), QString::number(node->posX),
+                                 QString::number(node->posY), QString::number(node->order), date(node->createdAt),
+                                 id(node->flow()->id)}
+                         .join('|');
+        }
+        for (const DependencyEdge *edge : flow->edges()) {
+            rows << QStringList{QStringLiteral("edge"), id(edge->id), id(edge->fromItem()->id),
+                                 id(edge->toItem()->id), rawString(edge->source),
+                                 edge->kind ? rawString(*edge->kind) : QStringLiteral("-"), date(edge->createdAt),
+                                 edge->flow() ? id(edge->flow()->id) : QStringLiteral("-")}
+                         .join('|');
+        }
+        for (const FlowFile *file : flow->files()) {
+            rows << QStringList{QStringLiteral("file"), id(file->id), file->filename, file->contentTypeRaw,
+                                 QString::number(file->byteCount), bytes(file->data.value()),
+                                 bytes(file->thumbnail.value()), QString::number(file->isTrashed),
+                                 QString::number(file->posX), QString::number(file->posY),
+                                 number(file->manualWidth), number(file->manualHeight),
+                                 QString::number(file->order), date(file->createdAt),
+                                 QString::number(file->links().size())}
+                         .join('|');
+        }
+        for (const FileLink *link : flow->fileLinks()) {
+            rows << QStringList{QStringLiteral("link"), id(link->id), id(link->file()->id), id(link->node()->id),
+                                 date(link->createdAt)}
+                         .join('|');
+        }
+        rows.sort();
+        lines << rows;
+    }
+    for (const FlowTemplate *flowTemplate : store.templateList())
+        lines << QStringList{QStringLiteral("template"), id(flowTemplate->id), flowTemplate->name,
+                             date(flowTemplate->createdAt), bytes(flowTemplate->payload)}
+                     .join('|');
+    QStringList records;
+    for (const CompletionRecord *record : store.completionRecords())
+        records << QStringList{QStringLiteral("record"), id(record->id), id(record->nodeID), id(record->flowID),
+                               record->flowName, record->title, record->kindRaw, date(record->completedAt),
+                               QString::number(record->cycle), bytes(record->payload.value())}
+                       .join('|');
+    records.sort();
+    return lines + records;
+}
+
 // A store in a real file of a temporary folder, which tests can close and
 // open again to see what really reached the disk.
 class TestStore {
