@@ -2,7 +2,7 @@
 // positions at once, and the viewport the canvas leaves in the flow.
 #include "FenrowStore.h"
 
-#include "canvas/CanvasBounds.h"
+#include "ValueLimits.h"
 
 namespace fenrow {
 
@@ -13,8 +13,8 @@ void FenrowStore::moveNodes(const TaskFlow &flow, const QHash<QUuid, QPointF> &p
         const auto found = positions.constFind(node->id);
         if (found == positions.constEnd())
             continue;
-        changedAny |= update(node, &FlowNode::posX, CanvasBounds::clampCoordinate(found->x()));
-        changedAny |= update(node, &FlowNode::posY, CanvasBounds::clampCoordinate(found->y()));
+        changedAny |= update(node, &FlowNode::posX, ValueLimits::coordinate(found->x()));
+        changedAny |= update(node, &FlowNode::posY, ValueLimits::coordinate(found->y()));
     }
     if (changedAny)
         finishChange();
@@ -23,9 +23,9 @@ void FenrowStore::moveNodes(const TaskFlow &flow, const QHash<QUuid, QPointF> &p
 void FenrowStore::setViewport(const TaskFlow &flow, double offsetX, double offsetY, double scale)
 {
     TaskFlow *target = mutableFlow(flow);
-    bool changedAny = update(target, &TaskFlow::viewportOffsetX, offsetX);
-    changedAny |= update(target, &TaskFlow::viewportOffsetY, offsetY);
-    changedAny |= update(target, &TaskFlow::viewportScale, scale);
+    bool changedAny = update(target, &TaskFlow::viewportOffsetX, ValueLimits::viewportOffset(offsetX));
+    changedAny |= update(target, &TaskFlow::viewportOffsetY, ValueLimits::viewportOffset(offsetY));
+    changedAny |= update(target, &TaskFlow::viewportScale, ValueLimits::viewportScale(scale));
     changedAny |= update(target, &TaskFlow::hasBeenFramed, true);
     if (changedAny)
         finishChange();

@@ -5,8 +5,7 @@
 
 #include "Clock.h"
 #include "RecordID.h"
-#include "canvas/CanvasBounds.h"
-#include "canvas/NodeSizeResolver.h"
+#include "ValueLimits.h"
 
 #include <algorithm>
 
@@ -79,8 +78,8 @@ const FlowFile *FenrowStore::attachFile(const FlowFileImport::Payload &payload, 
 void FenrowStore::moveFile(const FlowFile &file, double x, double y)
 {
     FlowFile *target = mut(file);
-    const bool movedX = update(target, &FlowFile::posX, CanvasBounds::clampCoordinate(x));
-    const bool movedY = update(target, &FlowFile::posY, CanvasBounds::clampCoordinate(y));
+    const bool movedX = update(target, &FlowFile::posX, ValueLimits::coordinate(x));
+    const bool movedY = update(target, &FlowFile::posY, ValueLimits::coordinate(y));
     if (movedX || movedY)
         finishChange();
 }
@@ -88,10 +87,10 @@ void FenrowStore::moveFile(const FlowFile &file, double x, double y)
 void FenrowStore::setFileManualSize(const FlowFile &file, double width, double height)
 {
     // A file card obeys the same size limits as a node card.
-    const NodeSize size = NodeSizeResolver::clampManual(width, height);
+    const ValueLimits::ManualSize size = ValueLimits::manualSize(width, height);
     FlowFile *target = mut(file);
-    const bool changedWidth = update(target, &FlowFile::manualWidth, std::optional<double>(size.width));
-    const bool changedHeight = update(target, &FlowFile::manualHeight, std::optional<double>(size.height));
+    const bool changedWidth = update(target, &FlowFile::manualWidth, size.width);
+    const bool changedHeight = update(target, &FlowFile::manualHeight, size.height);
     if (changedWidth || changedHeight)
         finishChange();
 }

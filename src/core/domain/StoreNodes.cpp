@@ -5,16 +5,9 @@
 #include "FlowGraph.h"
 #include "RecordID.h"
 #include "TextRules.h"
-#include "canvas/CanvasBounds.h"
-#include "canvas/NodeSizeResolver.h"
+#include "ValueLimits.h"
 
 namespace fenrow {
-
-namespace {
-
-constexpr qint64 maxEstimateMinutes = 124800;
-
-} // namespace
 
 const FlowNode *FenrowStore::addNode(const QString &title, const TaskFlow &flow)
 {
@@ -44,8 +37,8 @@ void FenrowStore::moveNode(const FlowNode &node, double x, double y)
     // Deliberately no test for an unchanged position: a drag that ends
     // where it began still saves.
     FlowNode *target = mut(node);
-    target->posX = CanvasBounds::clampCoordinate(x);
-    target->posY = CanvasBounds::clampCoordinate(y);
+    target->posX = ValueLimits::coordinate(x);
+    target->posY = ValueLimits::coordinate(y);
     m_pending.write(target);
     finishChange();
 }
@@ -109,32 +102,23 @@ void FenrowStore::setColor(NodeColor color, const FlowNode &node)
 
 void FenrowStore::setEstimate(std::optional<qint64> minutes, const FlowNode &node)
 {
-    if (minutes && *minutes < 1)
-        minutes.reset();
-    if (minutes)
-        minutes = std::min(*minutes, maxEstimateMinutes);
-    if (update(mut(node), &FlowNode::estimateMinutes, minutes))
+    if (update(mut(node), &FlowNode::estimateMinutes, ValueLimits::estimate(minutes)))
         finishChange();
 }
 
 void FenrowStore::setManualSize(const FlowNode &node, std::optional<double> width, std::optional<double> height)
 {
-    std::optional<double> newWidth;
-    std::optional<double> newHeight;
-    if (width && height) {
-        const NodeSize size = NodeSizeResolver::clampManual(*width, *height);
-        newWidth = size.width;
-        newHeight = size.height;
-    }
+    const ValueLimits::ManualSize size = ValueLimits::manualSize(width, height);
     FlowNode *target = mut(node);
-    const bool changedWidth = update(target, &FlowNode::manualWidth, newWidth);
-    const bool changedHeight = update(target, &FlowNode::manualHeight, newHeight);
+    const bool changedWidth = update(target, &FlowNode::manualWidth, size.width);
+    const bool changedHeight = update(target, &FlowNode::manualHeight, size.height);
     if (changedWidth || changedHeight)
         finishChange();
 }
 
 void FenrowStore::setStartDate(std::optional<QDateTime> date, const FlowNode &node)
 {
+    date = ValueLimits::date(date);
     if (date)
         date = m_calendar.startOfDay(*date);
     FlowNode *target = mut(node);
@@ -147,6 +131,7 @@ void FenrowStore::setStartDate(std::optional<QDateTime> date, const FlowNode &no
 
 void FenrowStore::setDueDate(std::optional<QDateTime> date, const FlowNode &node)
 {
+    date = ValueLimits::date(date);
     if (date)
         date = m_calendar.startOfDay(*date);
     if (update(mut(node), &FlowNode::dueDate, date))
@@ -155,6 +140,8 @@ void FenrowStore::setDueDate(std::optional<QDateTime> date, const FlowNode &node
 
 void FenrowStore::setDayPlanRank(std::optional<qint64> rank, const FlowNode &node)
 {
+    if (rank)
+        rank = ValueLimits::count(*rank);
     if (update(mut(node), &FlowNode::dayPlanRank, rank))
         finishChange();
 }
