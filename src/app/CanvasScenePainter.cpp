@@ -7,6 +7,7 @@
 #include "domain/FlowFile.h"
 #include "domain/FlowNode.h"
 #include "domain/TaskFlow.h"
+#include "formats/DocumentInput.h"
 
 #include <QApplication>
 #include <QFontMetricsF>
@@ -434,7 +435,8 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
         QString text;
         if (const auto *tooLarge = std::get_if<FlowFileImport::TooLarge>(&failure->failure))
             text = qtTrId("canvas.file.drop.tooLarge ")
-                       .arg(failure->filename, QLocale(QLocale::system()).formattedDataSize(tooLarge->byteCount));
+                       .arg(failure->filename, DocumentInput::sizeText(tooLarge->byteCount, FlowFileImport::maxBytes,
+                                                                       QLocale(QLocale::system())));
         else
             text = qtTrId("canvas.file.drop.failed ").arg(failure->filename);
         paintBanner(painter, screenPoint(failure->location, view), text, colors, viewport);

@@ -4,6 +4,7 @@
 #include "capture/GeneratedFlows.h"
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
+#include "formats/DocumentInput.h"
 #include "formats/FenrowBackup.h"
 #include "formats/OPMLCodec.h"
 #include "shell/AppEnvironment.h"
@@ -200,10 +201,10 @@ QFileDialog *FlowExportCommands::importOPML()
                                      qtTrId("import.opml.panel.button"), QStringLiteral("OPML (*.opml)"));
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
         m_folder = QFileInfo(path).absolutePath();
-        QFile file(path);
         std::optional<OPMLCodec::Document> document;
-        if (file.open(QIODevice::ReadOnly))
-            document = OPMLCodec::decode(file.readAll(), m_store.calendar());
+        const auto read = DocumentInput::read(path, DocumentInput::outlineLimit);
+        if (const auto *bytes = std::get_if<QByteArray>(&read))
+            document = OPMLCodec::decode(*bytes, m_store.calendar());
         if (!document) {
             inform("import.opml.failed", QMessageBox::Information, qtTrId("import.opml.failed.title"),
                    qtTrId("import.opml.failed.message"));
@@ -293,9 +294,10 @@ QFileDialog *FlowExportCommands::restoreBackup()
 
 void FlowExportCommands::restoreFrom(const QString &path)
 {
-    QFile file(path);
-    const auto decoded = file.open(QIODevice::ReadOnly) ? FenrowBackup::decoded(file.readAll())
-                                                        : std::variant<FenrowBackup, BackupError>(BackupError::unreadable);
+    const auto read = DocumentInput::read(path, DocumentInput::backupLimit);
+    const QByteArray *bytes = std::get_if<QByteArray>(&read);
+    const auto decoded =
+        bytes ? FenrowBackup::decoded(*bytes) : std::variant<FenrowBackup, BackupError>(BackupError::unreadable);
     if (const BackupError *error = std::get_if<BackupError>(&decoded)) {
         inform("backup.restore.unreadable", QMessageBox::Information, qtTrId("backup.restore.unreadable.title"),
                qtTrId(*error == BackupError::newerVersion ? "backup.restore.newer.message"

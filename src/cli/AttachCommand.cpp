@@ -12,6 +12,7 @@
 #include "domain/FenrowStore.h"
 #include "domain/FlowFileImport.h"
 #include "platform/ThumbnailMaker.h"
+#include "formats/DocumentInput.h"
 
 #include <QFileInfo>
 #include <QLocale>
@@ -77,7 +78,8 @@ int attach(CommandContext &context)
     if (const auto *failure = std::get_if<FlowFileImport::Failure>(&read)) {
         if (const auto *tooLarge = std::get_if<FlowFileImport::TooLarge>(failure))
             return context.fail(QStringLiteral("%1 is larger than 20 MiB (it has %2)")
-                                    .arg(PlainText::quoted(path.typed), sizeText(tooLarge->byteCount)));
+                                    .arg(PlainText::quoted(path.typed),
+                                         DocumentInput::sizeText(tooLarge->byteCount, FlowFileImport::maxBytes)));
         return context.fail(unreadableReason(path));
     }
 

@@ -9,6 +9,7 @@
 
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
+#include "formats/DocumentInput.h"
 #include "formats/FenrowBackup.h"
 
 #include <QDir>
@@ -84,7 +85,7 @@ int restore(CommandContext &context)
 
     const QString path = context.argument(0);
     QString problem;
-    const std::optional<QByteArray> bytes = DocumentFile::read(context.userPath(path), &problem);
+    const std::optional<QByteArray> bytes = DocumentFile::read(context.userPath(path), DocumentInput::backupLimit, &problem);
     if (!bytes)
         return context.fail(QStringLiteral("cannot restore: %1; nothing was changed").arg(problem));
     const auto decoded = FenrowBackup::decoded(*bytes);

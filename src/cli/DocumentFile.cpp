@@ -2,6 +2,8 @@
 
 #include "PlainText.h"
 
+#include "formats/DocumentInput.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -9,24 +11,14 @@
 
 namespace fenrow::DocumentFile {
 
-std::optional<QByteArray> read(const UserPath &path, QString *problem)
+std::optional<QByteArray> read(const UserPath &path, qint64 limit, QString *problem)
 {
-    const QFileInfo info(path.absolute);
-    const QString quoted = PlainText::quoted(path.typed);
-    if (!info.exists()) {
-        *problem = QStringLiteral("there is no file %1").arg(quoted);
+    auto read = DocumentInput::read(path.absolute, limit);
+    if (const auto *refusal = std::get_if<DocumentInput::Refusal>(&read)) {
+        *problem = DocumentInput::describe(*refusal, path.typed);
         return std::nullopt;
     }
-    if (info.isDir()) {
-        *problem = QStringLiteral("%1 is a folder, not a file").arg(quoted);
-        return std::nullopt;
-    }
-    QFile file(path.absolute);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *problem = QStringLiteral("%1 cannot be read: %2").arg(quoted, file.errorString());
-        return std::nullopt;
-    }
-    return file.readAll();
+    return std::get<QByteArray>(std::move(read));
 }
 
 bool write(const QString &path, const QByteArray &bytes, QString *problem)

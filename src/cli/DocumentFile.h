@@ -18,8 +18,9 @@ struct UserPath {
 
 namespace fenrow::DocumentFile {
 
-// The whole file, or none with the reason ("there is no file …").
-std::optional<QByteArray> read(const UserPath &path, QString *problem);
+// The whole file, or none with the reason ("there is no file …"); only a
+// regular file of at most `limit` bytes (see DocumentInput).
+std::optional<QByteArray> read(const UserPath &path, qint64 limit, QString *problem);
 
 // Writes the bytes whole to a new file and renames it into place, so that a
 // failure leaves nothing half written. False with the reason on failure.

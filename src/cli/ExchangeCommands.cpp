@@ -9,6 +9,7 @@
 #include "PlainText.h"
 
 #include "domain/FenrowStore.h"
+#include "formats/DocumentInput.h"
 #include "formats/OPMLCodec.h"
 
 #include <QFileInfo>
@@ -68,7 +69,7 @@ int importOPML(CommandContext &context)
 {
     const QString path = context.argument(0);
     QString problem;
-    const std::optional<QByteArray> bytes = DocumentFile::read(context.userPath(path), &problem);
+    const std::optional<QByteArray> bytes = DocumentFile::read(context.userPath(path), DocumentInput::outlineLimit, &problem);
     if (!bytes)
         return context.fail(QStringLiteral("cannot import: %1").arg(problem));
     FenrowStore &store = context.store();

@@ -14,6 +14,7 @@
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
 #include "shell/AppEnvironment.h"
+#include "formats/DocumentInput.h"
 
 #include <QJsonArray>
 
@@ -30,7 +31,7 @@ std::optional<QString> readProse(CommandContext &context, QString *problem)
     const QString path = context.optionValue(fromTextOption);
     if (path == QLatin1String("-"))
         return context.console().readAll();
-    const std::optional<QByteArray> bytes = DocumentFile::read(context.userPath(path), problem);
+    const std::optional<QByteArray> bytes = DocumentFile::read(context.userPath(path), DocumentInput::proseLimit, problem);
     if (!bytes)
         return std::nullopt;
     return QString::fromUtf8(*bytes);
