@@ -224,6 +224,19 @@ TEST_F(History, BorrowedStepsAndTheActiveFlow)
     EXPECT_EQ(history.borrowedUndo(), QList<QUuid>{flow->id});
     history.undo();
     EXPECT_FALSE((*this)["a"].isDone);
+
+    // A full stack still takes a borrowed step, and undo finds it: the
+    // stack stays at its limit when it grows by one.
+    const FlowNode &a = (*this)["a"];
+    for (int i = 0; i < FenrowHistory::stackLimit; ++i)
+        history.recordAction(QStringLiteral("Rename"), *flow,
+                             [&, i] { store->setTitle(a, QStringLiteral("a%1").arg(i)); });
+    ASSERT_EQ(history.undoStack(flow->id).size(), FenrowHistory::stackLimit);
+    history.recordBorrowedAction(QStringLiteral("Change status"), *flow,
+                                 [&] { store->setStatus(NodeStatus::done, a); });
+    EXPECT_EQ(history.borrowedUndo(), QList<QUuid>{flow->id});
+    history.undo();
+    EXPECT_FALSE(a.isDone) << "the tick of a full stack is undone";
 }
 
 } // namespace

@@ -50,6 +50,7 @@ void FenrowHistory::push(const QUuid &flowID, Entry entry)
 {
     QList<Entry> &stack = m_undoStacks[flowID];
     stack.append(std::move(entry));
+    ++m_entriesPushed;
     // Selection steps go before actions, however recent they are.
     qsizetype excess = stack.size() - stackLimit;
     while (excess > 0) {

@@ -127,6 +127,8 @@ private:
     QHash<QUuid, FlowSnapshot> m_latest;
     QHash<QUuid, SelectionBridge> m_bridges;
     bool m_isPerforming = false;
+    // Every entry ever pushed, so that an action knows it made one.
+    quint64 m_entriesPushed = 0;
 };
 
 template <typename Body>
@@ -158,9 +160,11 @@ auto FenrowHistory::recordBorrowedAction(const QString &name, const TaskFlow &fl
     -> std::invoke_result_t<Body>
 {
     const QUuid flowID = flow.id;
-    const qsizetype before = m_undoStacks.value(flowID).size();
+    // Counted pushes, not the stack's size: a full stack stays at its limit
+    // when it takes a step, and the step must be remembered all the same.
+    const quint64 before = m_entriesPushed;
     auto remember = [&] {
-        if (m_undoStacks.value(flowID).size() > before) {
+        if (m_entriesPushed != before) {
             m_borrowedUndo.append(flowID);
             m_borrowedRedo.clear();
             emit stacksChanged();
