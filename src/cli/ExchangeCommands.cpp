@@ -73,20 +73,22 @@ int importOPML(CommandContext &context)
     if (!bytes)
         return context.fail(QStringLiteral("cannot import: %1").arg(problem));
     FenrowStore &store = context.store();
-    const std::optional<OPMLCodec::Document> document = OPMLCodec::decode(*bytes, store.calendar());
-    if (!document) {
-        return context.fail(QStringLiteral("cannot import %1: it is not an OPML outline with at least one entry, or "
-                                           "it is damaged; nothing was added")
-                                .arg(PlainText::quoted(path)));
+    const OPMLCodec::Reading reading = OPMLCodec::read(*bytes, store.calendar());
+    if (const auto *refusal = std::get_if<OPMLCodec::Refusal>(&reading)) {
+        return context.fail(QStringLiteral("cannot import %1: %2; nothing was added")
+                                .arg(PlainText::quoted(path), refusal->text()));
     }
+    const OPMLCodec::Document &document = std::get<OPMLCodec::Document>(reading);
 
     const FenrowStore::ImportedFlow imported =
-        store.importOPML(document->title, document->roots, QFileInfo(path).completeBaseName());
+        store.importOPML(document.title, document.roots, QFileInfo(path).completeBaseName());
     const TaskFlow &flow = *imported.flow;
     const qsizetype position = store.flows().indexOf(&flow) + 1;
     if (context.json()) {
         QJsonObject described = JsonOutput::flow(flow, position, store.calendar());
         described.insert(QStringLiteral("hasDependencies"), imported.hasDependencies);
+        described.insert(QStringLiteral("entriesLeftOut"), document.entriesLeftOut);
+        described.insert(QStringLiteral("datesLeftOut"), document.datesLeftOut);
         context.printJson(described);
         return exitSuccess;
     }
@@ -94,6 +96,15 @@ int importOPML(CommandContext &context)
                   << ") at position " << position << ", with "
                   << PlainText::counted(qint64(flow.items().size()), QStringLiteral("task"), QStringLiteral("tasks"))
                   << ".\n";
+    if (const qsizetype count = document.entriesLeftOut; count > 0) {
+        context.out() << PlainText::counted(count, QStringLiteral("entry"), QStringLiteral("entries"))
+                      << (count == 1 ? " without text was" : " without text were") << " left out.\n";
+    }
+    if (const qsizetype count = document.datesLeftOut; count > 0) {
+        context.out() << PlainText::counted(count, QStringLiteral("date"), QStringLiteral("dates"))
+                      << (count == 1 ? " was left out: it is" : " were left out: they are")
+                      << " no day in the years 1 to 9999.\n";
+    }
     if (imported.hasDependencies)
         context.out() << "The file brought its own dependencies between tasks; they are in place.\n";
     return exitSuccess;
@@ -147,7 +158,12 @@ void registerIn(CommandRegistry &registry)
             "outline's note becomes the task's notes. The flow is named after the\n"
             "outline's title, or after the file. Prints the new flow, and says when the\n"
             "file brought dependencies of its own (files written by \"fenrow export\n"
-            "opml\" do). With --json, the flow and hasDependencies."),
+            "opml\" do), and how many entries without text and dates that are no day\n"
+            "in the years 1 to 9999 were left out. With --json, the flow,\n"
+            "hasDependencies, entriesLeftOut and datesLeftOut.\n"
+            "An outline deeper than 1,000 levels, with more than 200,000 entries, more\n"
+            "than 64 attributes to an element or a value longer than 1,048,576\n"
+            "characters is refused, naming the line; nothing is added."),
         .minArguments = 1,
         .maxArguments = 1,
         .run = importOPML,

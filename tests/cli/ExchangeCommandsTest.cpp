@@ -109,5 +109,36 @@ TEST_F(ExchangeCommandsTest, ImportsForeignOutlinesAndRefusesBrokenOnes)
     EXPECT_EQ(flowNames().size(), 2);
 }
 
+
+TEST_F(ExchangeCommandsTest, SaysWhatAnImportLeftOutOrWhyItRefusedTheFile)
+{
+    const auto write = [this](const char *name, const QByteArray &body) {
+        const QString path = folder.filePath(QLatin1StringView(name));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<opml version=\"2.0\"><body>\n" + body
+                   + "</body></opml>\n");
+        return path;
+    };
+    const QString dates = write("dates.opml", "<outline text=\"Far\" fenrowDue=\"20260-6-1\" fenrowStart=\"2026-6-1\"/>\n"
+                                              "<outline text=\" \"/><outline/>\n");
+    const CommandResult imported = run({"import", dates});
+    EXPECT_EQ(imported.status, exitSuccess) << imported.err.toStdString();
+    EXPECT_TRUE(imported.out.endsWith("with 1 task.\n2 entries without text were left out.\n"
+                                      "1 date was left out: it is no day in the years 1 to 9999.\n"))
+        << imported.out.toStdString();
+    EXPECT_EQ(run({"backup", folder.path()}).status, exitSuccess) << "every date in the store can be written";
+
+    QByteArray deep;
+    for (int level = 0; level <= 1000; ++level)
+        deep += "<outline text=\"x\">\n";
+    const CommandResult refused = run({"import", write("deep.opml", deep)});
+    EXPECT_EQ(refused.status, exitFailure);
+    EXPECT_TRUE(refused.err.contains("cannot import \"" + folder.filePath("deep.opml")
+                                     + "\": line 1003: entries nested deeper than 1,000; nothing was added"))
+        << refused.err.toStdString();
+    EXPECT_EQ(flowNames(), (QStringList{"Launch", "dates"}));
+}
+
 } // namespace
 } // namespace fenrow::testing

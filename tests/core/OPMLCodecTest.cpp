@@ -209,10 +209,18 @@ TEST(OPMLCodec, AttributesOfOtherOutliners)
         "<outline text=\"Dates\" fenrowStart=\"2026-3-9\" fenrowDue=\"2026-13-01\" fenrowChecklist=\"[broken\""
         " fenrowAfter=\" A , ,B,\" fenrowId=\"x1\"/>"
         "<outline text=\"Greek\"><![CDATA[ignored]]></outline>"
+        "<outline TEXT=\" Upper \" _NOTE=\"loud\" _Status=\"checked\" fenrowDue=\"20260-6-1\" FenrowStart=\"0-1-1\"/>"
         "</BODY></OPML>");
     ASSERT_TRUE(read);
     EXPECT_EQ(read->title, "Shopping");
-    EXPECT_EQ(texts(read->roots), (QStringList{"Milk", "Bread", "Cheese", "", "Dates", "Greek"}));
+    EXPECT_EQ(texts(read->roots), (QStringList{"Milk", "Bread", "Cheese", "", "Dates", "Greek", "Upper"}));
+    EXPECT_EQ(read->entriesLeftOut, 1) << "the outline without text";
+    EXPECT_EQ(read->datesLeftOut, 3) << "month 13, the year 20260 and the year 0";
+    const Outline &upper = read->roots[6];
+    EXPECT_EQ(upper.note, "loud");
+    EXPECT_TRUE(upper.isDone);
+    EXPECT_FALSE(upper.dueDate);
+    EXPECT_FALSE(upper.startDate);
     EXPECT_EQ(read->roots[0].note, "two litres");
     EXPECT_TRUE(read->roots[0].isDone);
     EXPECT_FALSE(read->roots[1].isDone);
@@ -333,6 +341,8 @@ TEST(OPMLCodec, TheDirectReaderReadsAsTheXmlReaderDoesOrStepsAside)
          document("<outline text=\"tab\there\nline\" _note=\"one&#10;two&#x9;three &lt;b&gt; &quot;q&quot;\"/>")},
         {"text and markup inside outlines", document("<outline text=\"A\">loose <b>bold</b> text</outline>")},
         {"non-ASCII text", document("<outline text=\"Çay ☕ için — größer\"/>")},
+        {"names in upper case", document("<outline TEXT=\"A\" _NOTE=\"n&#9;m\" Text=\"B\"/><outline Title=\"C\"/>")},
+        {"entries and dates left out", document("<outline/><outline text=\"A\" fenrowDue=\"12026-1-1\"/>")},
     };
     for (const auto &[name, bytes] : usual) {
         SCOPED_TRACE(name);
@@ -364,6 +374,95 @@ TEST(OPMLCodec, TheDirectReaderReadsAsTheXmlReaderDoesOrStepsAside)
         EXPECT_FALSE(takenDirectly(bytes));
         EXPECT_EQ(decode(bytes), OPMLCodec::decodeWithXmlReader(bytes, berlin));
     }
+}
+
+
+TEST(OPMLCodec, TabsSurviveARoundTrip)
+{
+    const QString outline = OPMLCodec::encode(
+        QStringLiteral("Plan"),
+        {{id(1), QStringLiteral("Name\tAge"), QStringLiteral("col 1\tcol 2"), false, {}, {}, {}}}, {}, {},
+        QStringLiteral("after %1"), berlin);
+    const std::optional<OPMLCodec::Document> read = decode(outline.toUtf8());
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->roots[0].text, "Name\tAge");
+    EXPECT_EQ(read->roots[0].note, "col 1\tcol 2");
+}
+
+// `count` outlines, each inside the one before, one start tag a line.
+QByteArray nested(int count, const QByteArray &attributes = {})
+{
+    QByteArray body;
+    for (int i = 0; i < count; ++i)
+        body += "\n<outline text=\"" + QByteArray::number(i) + "\"" + attributes + ">";
+    for (int i = 0; i < count; ++i)
+        body += "</outline>";
+    return document(body);
+}
+
+// ` a1="x"` up to ` aN="x"`, each on its own line.
+QByteArray attributeLines(int count)
+{
+    QByteArray attributes;
+    for (int i = 1; i <= count; ++i)
+        attributes += "\n a" + QByteArray::number(i) + "=\"x\"";
+    return attributes;
+}
+
+// Documents at a limit are read; one step past it they are refused whole,
+// by both readers alike, at the line (and entry) where it was crossed: the
+// end of the tag for what the outline builder counts, the attribute itself
+// for an element with too many.
+TEST(OPMLCodec, LimitsRefuseTheWholeDocumentAndSayWhere)
+{
+    using Reason = OPMLCodec::Refusal::Reason;
+    QByteArray flat;
+    for (int i = 0; i <= OPMLCodec::maxEntries; ++i)
+        flat += "<outline text=\"e\"/>\n";
+    const QByteArray longValue(OPMLCodec::maxValueLength, 'v');
+    QStringEncoder utf16(QStringConverter::Utf16, QStringEncoder::Flag::WriteBom);
+    const QByteArray crowded = document("<outline text=\"A\"/>\n<outline" + attributeLines(65) + "/>");
+
+    struct Case {
+        const char *name;
+        QByteArray bytes;
+        std::optional<OPMLCodec::Refusal> refusal;
+    };
+    const QList<Case> cases{
+        {"1,000 deep", nested(1000), std::nullopt},
+        {"1,001 deep, tags over two lines", nested(1001, "\n"), OPMLCodec::Refusal{Reason::tooDeep, 2004, 1001}},
+        {"200,001 entries", document(flat), OPMLCodec::Refusal{Reason::tooManyEntries, 200002, 200001}},
+        {"64 attributes", document("<outline text=\"A\"" + attributeLines(63) + "/>"), std::nullopt},
+        {"65 attributes", crowded, OPMLCodec::Refusal{Reason::tooManyAttributes, 68, 2}},
+        {"65 attributes in UTF-16", utf16.encode(QString::fromUtf8(crowded).replace("UTF-8", "UTF-16")),
+         OPMLCodec::Refusal{Reason::tooManyAttributes, 68, 2}},
+        {"65 attributes hidden by UTF-7",
+         "<?xml version=\"1.0\" encoding=\"UTF-7\"?>+ADw-opml+AD4APA-body+AD4APA-outline"
+             + attributeLines(65).replace("\"", "+ACI-").replace("=", "+AD0-") + "\n/+AD4APA-/body+AD4APA-/opml+AD4-",
+         OPMLCodec::Refusal{Reason::tooManyAttributes, 66, 1}},
+        {"65 attributes on the head",
+         document("<outline text=\"A\"/>", "<head" + attributeLines(65) + "/>"),
+         OPMLCodec::Refusal{Reason::tooManyAttributes, 67, 0}},
+        {"the longest value", document("<outline text=\"" + longValue + "\"/>"), std::nullopt},
+        {"a value too long", document("<outline text=\"A\"/>\n<outline text=\"A\" _note=\"" + longValue + "v\"/>"),
+         OPMLCodec::Refusal{Reason::valueTooLong, 3, 2}},
+        {"a title too long", document("<outline text=\"A\"/>", "<head>\n<title>" + longValue + "v</title></head>"),
+         OPMLCodec::Refusal{Reason::valueTooLong, 3, 0}},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        const OPMLCodec::Reading read = OPMLCodec::read(c.bytes, berlin);
+        EXPECT_EQ(read, OPMLCodec::readWithXmlReader(c.bytes, berlin));
+        if (c.refusal) {
+            ASSERT_TRUE(std::holds_alternative<OPMLCodec::Refusal>(read));
+            const OPMLCodec::Refusal &refusal = std::get<OPMLCodec::Refusal>(read);
+            EXPECT_EQ(refusal, *c.refusal) << refusal.text().toStdString();
+        } else {
+            EXPECT_TRUE(std::holds_alternative<OPMLCodec::Document>(read));
+        }
+    }
+    EXPECT_EQ(OPMLCodec::Refusal({Reason::tooDeep, 5012, 4321}).text(), "line 5012: entries nested deeper than 1,000");
+    EXPECT_EQ(OPMLCodec::Refusal({Reason::tooManyAttributes, 7, 3}).text(), "line 7: entry 3 has more than 64 attributes");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "Clock.h"
 #include "RecordID.h"
 #include "TextRules.h"
+#include "ValueLimits.h"
 #include "formats/FlowMarkdown.h"
 #include "formats/OPMLCodec.h"
 
@@ -185,8 +186,10 @@ FenrowStore::ImportedFlow FenrowStore::importOPML(const QString &title, const QL
         node->title = outline.text.isEmpty() ? TextRules::newTaskTitle : outline.text;
         node->isDone = outline.isDone;
         node->notes = outline.note;
-        node->startDate = outline.startDate;
-        node->dueDate = outline.dueDate;
+        // The reader keeps only storable days; outlines made in code pass
+        // the same gate.
+        node->startDate = ValueLimits::date(outline.startDate);
+        node->dueDate = ValueLimits::date(outline.dueDate);
         node->checklistData = outline.checklistData;
         node->order = qint64(nodes.size());
         node->createdAt = now;

@@ -7,9 +7,12 @@
 #include "domain/LocalCalendar.h"
 
 #include <QHash>
+#include <QLocale>
+#include <QStringDecoder>
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 namespace fenrow::OPMLCodec {
@@ -61,6 +64,10 @@ void appendEscaped(QString &out, QStringView text)
             break;
         case u'\n':
             out += QLatin1StringView("&#10;");
+            break;
+        case u'\t':
+            // A reader turns a bare tab in a value into a space.
+            out += QLatin1StringView("&#9;");
             break;
         default:
             if (QChar::isHighSurrogate(c) && i + 1 < size && text[i + 1].isLowSurrogate()) {
@@ -118,6 +125,207 @@ bool dependsOnOutside(const QXmlStreamReader &xml)
     });
 }
 
+
+// The general XML reader over the whole document. The builder's refusal
+// names the line the reader stands on, after the tag that crossed a limit.
+Reading readXml(const QByteArray &bytes, const LocalCalendar &calendar)
+{
+    OutlineBuilder builder(calendar);
+    QXmlStreamReader xml(bytes);
+    ElementAttributes attributes;
+    const auto refused = [&] {
+        builder.refusedOnLine(xml.lineNumber());
+        return builder.result();
+    };
+    while (!xml.atEnd()) {
+        switch (xml.readNext()) {
+        case QXmlStreamReader::DTD:
+            if (dependsOnOutside(xml))
+                return Refusal{};
+            break;
+        case QXmlStreamReader::EntityReference:
+            // Left unexpanded: it names something outside the document.
+            return Refusal{};
+        case QXmlStreamReader::StartElement: {
+            const QXmlStreamAttributes read = xml.attributes();
+            attributes.clear();
+            for (const QXmlStreamAttribute &attribute : read)
+                attributes.emplace_back(attribute.qualifiedName(), attribute.value());
+            if (!builder.startElement(xml.name(), attributes))
+                return refused();
+            break;
+        }
+        case QXmlStreamReader::EndElement:
+            if (!builder.endElement(xml.name()))
+                return refused();
+            break;
+        case QXmlStreamReader::Characters:
+            builder.characters(xml.text());
+            break;
+        default:
+            break;
+        }
+    }
+    if (xml.hasError())
+        return Refusal{};
+    return builder.result();
+}
+
+// The first start tag with more attributes than a document may give an
+// element, found without reading the document as XML: QXmlStreamReader
+// compares every attribute of an element with every other before it hands
+// the element over, which for a million of them takes hours. Markup is
+// ASCII in every encoding a reader can meet here, so the scan looks at
+// code units: comments, CDATA, processing instructions and quoted values
+// are passed over, and each "=" left in a start tag is an attribute.
+// Wherever the scan could lose its way, the reader stops at the same place
+// as badly formed.
+template <typename Char>
+const Char *findUnit(const Char *from, const Char *end, Char wanted)
+{
+    if constexpr (sizeof(Char) == 1) {
+        const void *found = std::memchr(from, wanted, std::size_t(end - from));
+        return found ? static_cast<const Char *>(found) : end;
+    } else {
+        return std::find(from, end, wanted);
+    }
+}
+
+template <typename Char>
+std::optional<Refusal> crowdedElement(const Char *text, qsizetype size)
+{
+    const Char *const end = text + size;
+    const auto at = [&](const Char *p, const char *literal) {
+        const std::size_t length = std::strlen(literal);
+        if (std::size_t(end - p) < length)
+            return false;
+        for (std::size_t i = 0; i < length; ++i) {
+            if (p[i] != Char(literal[i]))
+                return false;
+        }
+        return true;
+    };
+    const auto after = [&](const Char *from, const char *closing) -> const Char * {
+        for (const Char *p = from; p < end; ++p) {
+            if (at(p, closing))
+                return p + std::strlen(closing);
+        }
+        return end;
+    };
+    const auto isNameStart = [](Char c) {
+        return (c >= Char('a') && c <= Char('z')) || (c >= Char('A') && c <= Char('Z')) || c == Char('_')
+            || c == Char(':') || c > Char(0x7F);
+    };
+    const auto isBlank = [](Char c) {
+        return c == Char(' ') || c == Char('\t') || c == Char('\n') || c == Char('\r');
+    };
+
+    qsizetype entries = 0;
+    const Char *p = text;
+    while (p < end) {
+        p = findUnit(p, end, Char('<'));
+        if (p == end)
+            break;
+        const Char next = p + 1 < end ? p[1] : Char(0);
+        if (next == Char('!') && at(p, "<!--")) {
+            p = after(p + 4, "-->");
+        } else if (next == Char('!') && at(p, "<![CDATA[")) {
+            p = after(p + 9, "]]>");
+        } else if (next == Char('?')) {
+            p = after(p + 2, "?>");
+        } else if (!isNameStart(next)) {
+            // A declaration or an end tag: over quoted literals to its end,
+            // stopping at a "<", where a declaration inside it begins.
+            ++p;
+            while (p < end && *p != Char('>') && *p != Char('<')) {
+                if (*p == Char('"') || *p == Char('\'')) {
+                    const Char quote = *p;
+                    p = findUnit(p + 1, end, quote);
+                }
+                if (p < end)
+                    ++p;
+            }
+        } else {
+            ++p;
+            const Char *nameEnd = p;
+            while (nameEnd < end && !isBlank(*nameEnd) && *nameEnd != Char('>') && *nameEnd != Char('/'))
+                ++nameEnd;
+            const bool isOutline = nameEnd - p == 7 && [&] {
+                for (qsizetype i = 0; i < 7; ++i) {
+                    const Char c = p[i] | Char(0x20);
+                    if (c != Char("outline"[i]))
+                        return false;
+                }
+                return true;
+            }();
+            entries += isOutline;
+            qsizetype attributes = 0;
+            p = nameEnd;
+            while (p < end && *p != Char('>') && *p != Char('<')) {
+                if (*p == Char('"') || *p == Char('\'')) {
+                    const Char quote = *p;
+                    p = findUnit(p + 1, end, quote);
+                } else if (*p == Char('=') && ++attributes > maxAttributes) {
+                    return Refusal{Refusal::Reason::tooManyAttributes, lineAt(text, p - text),
+                                   isOutline ? entries : 0};
+                }
+                if (p < end)
+                    ++p;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+// The encoding an XML declaration at the start of `head` names, if any.
+QString declaredEncoding(QStringView head)
+{
+    if (head.startsWith(u'\uFEFF'))
+        head = head.sliced(1);
+    if (!head.startsWith(u"<?xml"))
+        return {};
+    head = head.first(std::max<qsizetype>(head.indexOf(u"?>"), 0));
+    const qsizetype name = head.indexOf(u"encoding");
+    if (name < 0)
+        return {};
+    qsizetype quote = name + 8;
+    while (quote < head.size() && head[quote] != u'"' && head[quote] != u'\'')
+        ++quote;
+    const qsizetype closing = quote < head.size() ? head.indexOf(head[quote], quote + 1) : -1;
+    return closing > quote ? head.sliced(quote + 1, closing - quote - 1).trimmed().toString() : QString();
+}
+
+std::optional<Refusal> crowdedElement(const QString &text)
+{
+    return crowdedElement(reinterpret_cast<const char16_t *>(text.utf16()), text.size());
+}
+
+// The scan over the document as the XML reader decodes it: in the encoding
+// its byte order mark or its zeros show (UTF-8 when nothing does, scanned
+// as bytes), and again in the one its declaration names when that is
+// another: the reader switches to it, and in a stateful encoding such as
+// UTF-7 even "<" can hide from a scan of the bytes.
+std::optional<Refusal> crowdedElement(const QByteArray &bytes)
+{
+    const QStringConverter::Encoding detected =
+        QStringConverter::encodingForData(bytes, u'<').value_or(QStringConverter::Utf8);
+    std::optional<Refusal> found;
+    if (detected == QStringConverter::Utf8)
+        found = crowdedElement(reinterpret_cast<const unsigned char *>(bytes.constData()), bytes.size());
+    else
+        found = crowdedElement(QString(QStringDecoder(detected).decode(bytes)));
+    if (found)
+        return found;
+    const QString head = QStringDecoder(detected).decode(bytes.first(std::min<qsizetype>(bytes.size(), 512)));
+    const QString declared = declaredEncoding(head);
+    if (declared.isEmpty() || QStringConverter::encodingForName(declared.toLatin1().constData()) == detected)
+        return std::nullopt;
+    QStringDecoder decoder(declared.toLatin1().constData());
+    // An encoding the reader does not know, it refuses before any element.
+    if (!decoder.isValid())
+        return std::nullopt;
+    return crowdedElement(QString(decoder.decode(bytes)));
+}
 
 } // namespace
 
@@ -218,51 +426,67 @@ QString encode(const QString &title, const QList<Task> &tasks, const QList<IdPai
     return out;
 }
 
-std::optional<Document> decode(const QByteArray &bytes, const LocalCalendar &calendar)
+QString Refusal::text() const
 {
+    const QLocale english(QLocale::English, QLocale::UnitedStates);
+    const QString entryText = entry > 0 ? QStringLiteral("entry %1").arg(entry) : QString();
+    QString what;
+    switch (reason) {
+    case Reason::notAnOutline:
+        return QStringLiteral("it is not an OPML outline with at least one entry, or it is damaged");
+    case Reason::tooDeep:
+        what = QStringLiteral("entries nested deeper than %1").arg(english.toString(maxDepth));
+        break;
+    case Reason::tooManyEntries:
+        what = QStringLiteral("more than %1 entries").arg(english.toString(maxEntries));
+        break;
+    case Reason::tooManyAttributes:
+        what = QStringLiteral("%1 more than %2 attributes")
+                   .arg(entry > 0 ? entryText + QStringLiteral(" has") : QStringLiteral("an element has"))
+                   .arg(english.toString(maxAttributes));
+        break;
+    case Reason::valueTooLong:
+        what = QStringLiteral("%1 longer than %2 characters")
+                   .arg(entry > 0 ? entryText + QStringLiteral(" has a value") : QStringLiteral("a value"))
+                   .arg(english.toString(maxValueLength));
+        break;
+    }
+    return QStringLiteral("line %1: %2").arg(line).arg(what);
+}
+
+Reading read(const QByteArray &bytes, const LocalCalendar &calendar)
+{
+    if (std::optional<Refusal> crowded = crowdedElement(bytes))
+        return *crowded;
     OutlineBuilder builder(calendar);
-    if (OPMLDirectReader::read(bytes, builder) == OPMLDirectReader::Result::read)
-        return builder.finish();
+    if (OPMLDirectReader::read(bytes, builder) != OPMLDirectReader::Result::unsure)
+        return builder.result();
     // The full reader has the last word on everything the direct one was
     // not sure of: other encodings, declarations, CDATA, broken markup.
-    return decodeWithXmlReader(bytes, calendar);
+    return readXml(bytes, calendar);
+}
+
+std::optional<Document> decode(const QByteArray &bytes, const LocalCalendar &calendar)
+{
+    Reading reading = read(bytes, calendar);
+    if (Document *document = std::get_if<Document>(&reading))
+        return std::move(*document);
+    return std::nullopt;
+}
+
+Reading readWithXmlReader(const QByteArray &bytes, const LocalCalendar &calendar)
+{
+    if (std::optional<Refusal> crowded = crowdedElement(bytes))
+        return *crowded;
+    return readXml(bytes, calendar);
 }
 
 std::optional<Document> decodeWithXmlReader(const QByteArray &bytes, const LocalCalendar &calendar)
 {
-    OutlineBuilder builder(calendar);
-    QXmlStreamReader xml(bytes);
-    ElementAttributes attributes;
-    while (!xml.atEnd()) {
-        switch (xml.readNext()) {
-        case QXmlStreamReader::DTD:
-            if (dependsOnOutside(xml))
-                return std::nullopt;
-            break;
-        case QXmlStreamReader::EntityReference:
-            // Left unexpanded: it names something outside the document.
-            return std::nullopt;
-        case QXmlStreamReader::StartElement: {
-            const QXmlStreamAttributes read = xml.attributes();
-            attributes.clear();
-            for (const QXmlStreamAttribute &attribute : read)
-                attributes.emplace_back(attribute.qualifiedName(), attribute.value());
-            builder.startElement(xml.name(), attributes);
-            break;
-        }
-        case QXmlStreamReader::EndElement:
-            builder.endElement(xml.name());
-            break;
-        case QXmlStreamReader::Characters:
-            builder.characters(xml.text());
-            break;
-        default:
-            break;
-        }
-    }
-    if (xml.hasError())
-        return std::nullopt;
-    return builder.finish();
+    Reading reading = readWithXmlReader(bytes, calendar);
+    if (Document *document = std::get_if<Document>(&reading))
+        return std::move(*document);
+    return std::nullopt;
 }
 
 qsizetype outlineCount(const QList<Outline> &roots)

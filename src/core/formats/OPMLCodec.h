@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <optional>
 #include <utility>
+#include <variant>
 
 namespace fenrow {
 
@@ -52,12 +53,55 @@ struct Outline {
 struct Document {
     QString title;
     QList<Outline> roots;
+    // Entries left out for having no text and nothing under them.
+    qsizetype entriesLeftOut = 0;
+    // "fenrowStart" and "fenrowDue" values left out for being no day in
+    // the years a store can hold (1 to 9999).
+    qsizetype datesLeftOut = 0;
 
     friend bool operator==(const Document &a, const Document &b)
     {
-        return a.title == b.title && std::equal(a.roots.begin(), a.roots.end(), b.roots.begin(), b.roots.end());
+        return a.title == b.title && a.entriesLeftOut == b.entriesLeftOut && a.datesLeftOut == b.datesLeftOut
+            && std::equal(a.roots.begin(), a.roots.end(), b.roots.begin(), b.roots.end());
     }
 };
+
+// The most a document may bring, far beyond any outline a person keeps; a
+// document past one of them is refused whole. They bound the memory and
+// time a hostile file can take, and the depth every walk of the tree meets.
+inline constexpr qsizetype maxDepth = 1000;
+inline constexpr qsizetype maxEntries = 200000;
+inline constexpr qsizetype maxAttributes = 64;
+// In characters (UTF-16 units), for an attribute's value and the title.
+inline constexpr qsizetype maxValueLength = 1 << 20;
+
+// Why a document was not read.
+struct Refusal {
+    enum class Reason {
+        // Not well-formed XML, no opml element, no entry worth keeping, or
+        // leaning on something outside the document.
+        notAnOutline,
+        tooDeep,
+        tooManyEntries,
+        tooManyAttributes,
+        valueTooLong,
+    };
+    Reason reason = Reason::notAnOutline;
+    // Where the limit was crossed: the line (from 1), and the entry (the
+    // outline element, counted from 1 in document order) when the line
+    // holds one; 0 where there is none.
+    qsizetype line = 0;
+    qsizetype entry = 0;
+
+    // In English, for the command line: "line 5012: entries nested deeper
+    // than 1,000"; for notAnOutline, only what is wrong.
+    QString text() const;
+
+    friend bool operator==(const Refusal &, const Refusal &) = default;
+};
+
+// A document, or why there is none. Nothing is read past a refusal.
+using Reading = std::variant<Document, Refusal>;
 
 // (tail id, head id) of an edge: (parent, child) or (prerequisite, dependent).
 using IdPair = std::pair<QUuid, QUuid>;
@@ -68,16 +112,21 @@ using IdPair = std::pair<QUuid, QUuid>;
 QString encode(const QString &title, const QList<Task> &tasks, const QList<IdPair> &subtaskPairs,
                const QList<IdPair> &dependencyPairs, const QString &afterFormat, const LocalCalendar &calendar);
 
-// Nothing when the bytes are not well-formed XML, have no opml element or
-// no outline worth keeping, or lean on an external DTD or entity, which is
-// never read. Entities declared inside the document expand only up to the
-// reader's limit, so an entity bomb is refused too. Element names ignore
-// case; attribute names do not.
+// The outline in `bytes`, or why not: the bytes are not well-formed XML,
+// have no opml element or no outline worth keeping, lean on an external DTD
+// or entity (which is never read), or go past one of the limits above.
+// Entities declared inside the document expand only up to the reader's
+// limit, so an entity bomb is refused too. Names ignore case; where an
+// element has an attribute in two spellings, the one written as this
+// program writes it wins.
+Reading read(const QByteArray &bytes, const LocalCalendar &calendar);
+// `read` without the reason.
 std::optional<Document> decode(const QByteArray &bytes, const LocalCalendar &calendar);
 
-// `decode` with the general XML reader alone. `decode` reads the usual
-// files straight from their bytes and leaves the rest to this one; the two
-// must read every file alike.
+// `read` and `decode` with the general XML reader alone. `read` takes the
+// usual files straight from their bytes and leaves the rest to this one;
+// the two must read every file alike, refusals included.
+Reading readWithXmlReader(const QByteArray &bytes, const LocalCalendar &calendar);
 std::optional<Document> decodeWithXmlReader(const QByteArray &bytes, const LocalCalendar &calendar);
 
 // Outlines in all, nested ones included.

@@ -9,6 +9,7 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace fenrow::OPMLCodec::OPMLDirectReader {
@@ -70,11 +71,12 @@ bool decodeUtf8(const char *data, qsizetype size, QString *out)
 class Reader {
 public:
     Reader(const QByteArray &bytes, OutlineBuilder &builder)
-        : m_p(bytes.constData()), m_end(bytes.constData() + bytes.size()), m_builder(builder)
+        : m_begin(bytes.constData()), m_p(m_begin), m_end(m_begin + bytes.size()), m_builder(builder)
     {
     }
 
     bool run();
+    bool refused() const { return m_refused; }
 
 private:
     bool startsWith(std::string_view text) const
@@ -97,15 +99,22 @@ private:
     bool decodeValue(std::string_view raw, bool isAttribute, QString *out);
     bool reference(const char *&p, const char *end, std::string &out);
     bool nameText(std::string_view name, QStringView *text);
+    // The builder refused the document: the reader stops where it stands.
+    bool stop();
 
+    const char *m_begin;
     const char *m_p;
     const char *m_end;
     OutlineBuilder &m_builder;
     std::vector<std::string_view> m_open;
     bool m_rootClosed = false;
-    // Names as text, made once each: a file uses a handful.
-    std::deque<std::pair<std::string, QString>> m_names;
-    std::vector<std::string_view> m_attributeNames;
+    bool m_refused = false;
+    // Names as text, made once each: a file uses a handful, a wide one a
+    // few dozen. The deques keep every name where it was made.
+    std::deque<std::string> m_nameBytes;
+    std::deque<QString> m_nameTexts;
+    std::unordered_map<std::string_view, QStringView> m_names;
+    std::vector<QStringView> m_attributeNames;
     std::vector<QString> m_values;
     ElementAttributes m_attributes;
     std::string m_scratch;
@@ -224,20 +233,27 @@ bool Reader::quotedValue(std::string_view *out)
 }
 
 // A file of thousands of different names is no outline; the full reader
-// takes it rather than this short list growing long.
+// takes it rather than this table growing large. Each name has one text,
+// so the same name is the same view.
 bool Reader::nameText(std::string_view name, QStringView *text)
 {
-    for (const auto &[bytes, known] : m_names) {
-        if (bytes == name) {
-            *text = known;
-            return true;
-        }
+    if (const auto found = m_names.find(name); found != m_names.end()) {
+        *text = found->second;
+        return true;
     }
-    if (m_names.size() >= 64)
+    if (m_names.size() >= 1024)
         return false;
-    m_names.emplace_back(std::string(name), QString::fromLatin1(name.data(), qsizetype(name.size())));
-    *text = m_names.back().second;
+    const std::string &bytes = m_nameBytes.emplace_back(name);
+    *text = m_nameTexts.emplace_back(QString::fromLatin1(bytes.data(), qsizetype(bytes.size())));
+    m_names.emplace(std::string_view(bytes), *text);
     return true;
+}
+
+bool Reader::stop()
+{
+    m_builder.refusedOnLine(lineAt(m_begin, m_p - m_begin));
+    m_refused = true;
+    return false;
 }
 
 bool Reader::startTag()
@@ -267,7 +283,7 @@ bool Reader::startTag()
             break;
         }
         std::string_view attribute;
-        if (m_p == before || !name(&attribute))
+        if (m_p == before || !name(&attribute) || qsizetype(m_attributeNames.size()) >= maxAttributes)
             return false;
         skipBlanks();
         if (m_p >= m_end || *m_p != '=')
@@ -275,31 +291,31 @@ bool Reader::startTag()
         ++m_p;
         skipBlanks();
         std::string_view raw;
-        if (!quotedValue(&raw))
+        QStringView attributeText;
+        if (!quotedValue(&raw) || !nameText(attribute, &attributeText))
             return false;
-        for (std::string_view seen : m_attributeNames) {
-            if (seen == attribute)
+        // One text per name: a name seen before is the very same view.
+        for (QStringView seen : m_attributeNames) {
+            if (seen.data() == attributeText.data())
                 return false;
         }
-        m_attributeNames.push_back(attribute);
+        m_attributeNames.push_back(attributeText);
         m_values.emplace_back();
         if (!decodeValue(raw, true, &m_values.back()))
             return false;
     }
 
     m_attributes.clear();
-    for (std::size_t i = 0; i < m_values.size(); ++i) {
-        QStringView attributeText;
-        if (!nameText(m_attributeNames[i], &attributeText))
-            return false;
-        m_attributes.emplace_back(attributeText, m_values[i]);
-    }
+    for (std::size_t i = 0; i < m_values.size(); ++i)
+        m_attributes.emplace_back(m_attributeNames[i], m_values[i]);
     QStringView elementText;
     if (!nameText(element, &elementText))
         return false;
-    m_builder.startElement(elementText, m_attributes);
+    if (!m_builder.startElement(elementText, m_attributes))
+        return stop();
     if (selfClosing) {
-        m_builder.endElement(elementText);
+        if (!m_builder.endElement(elementText))
+            return stop();
         m_rootClosed = m_open.empty();
     } else {
         m_open.push_back(element);
@@ -321,7 +337,8 @@ bool Reader::endTag()
     QStringView elementText;
     if (!nameText(element, &elementText))
         return false;
-    m_builder.endElement(elementText);
+    if (!m_builder.endElement(elementText))
+        return stop();
     m_rootClosed = m_open.empty();
     return true;
 }
@@ -457,7 +474,10 @@ bool Reader::reference(const char *&p, const char *end, std::string &out)
 
 Result read(const QByteArray &bytes, OutlineBuilder &builder)
 {
-    return Reader(bytes, builder).run() ? Result::read : Result::unsure;
+    Reader reader(bytes, builder);
+    if (reader.run())
+        return Result::read;
+    return reader.refused() ? Result::refused : Result::unsure;
 }
 
 } // namespace fenrow::OPMLCodec::OPMLDirectReader

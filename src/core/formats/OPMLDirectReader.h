@@ -15,9 +15,13 @@ class OutlineBuilder;
 // and the general reader reads the file again and has the last word.
 namespace OPMLDirectReader {
 
-enum class Result { read, unsure };
+// `refused`: the builder refused the document, at a place the general
+// reader reaches only through the same elements, so its verdict stands.
+enum class Result { read, unsure, refused };
 
 // On `unsure` the builder has seen part of the file and is to be dropped.
+// An element with more attributes than a document may give one is left to
+// the general reader, before which the whole file is checked for them.
 Result read(const QByteArray &bytes, OutlineBuilder &builder);
 
 } // namespace OPMLDirectReader
