@@ -203,5 +203,41 @@ TEST_F(OPMLExchange, ForeignOutlinesBecomeSubtaskTrees)
     EXPECT_TRUE(graphOf(*imported.flow).contains("United States > Far West"));
 }
 
+
+// A chain of subtasks far deeper than any outline may be, as edits or a
+// script can make it: every export, the duplicate and the template walk it
+// in time and space proportional to the flow.
+TEST(DeepFlow, AChainOfFiftyThousandSubtasksExportsDuplicatesAndTemplates)
+{
+    ASSERT_TRUE(InterfaceLanguage::apply(QStringLiteral("en")));
+    constexpr int depth = 50000;
+    FlowBlueprint chain;
+    chain.name = QStringLiteral("Chain");
+    for (int i = 0; i < depth; ++i) {
+        FlowBlueprint::Item &item = chain.items.emplace_back();
+        item.key = item.order = i;
+        item.title = QStringLiteral("T%1").arg(i);
+        if (i > 0)
+            chain.edges.append({i - 1, i, QStringLiteral("subtask"), QStringLiteral("manual")});
+    }
+    TestStore store(TestStore::Backing::memory);
+    const TaskFlow &flow = *store->instantiate(chain, std::nullopt);
+    ASSERT_EQ(flow.edges().size(), std::size_t(depth - 1));
+
+    const QString markdown = store->markdown(flow);
+    EXPECT_LT(markdown.size(), 50 * depth);
+    EXPECT_TRUE(markdown.endsWith("\n" + QString(32, QLatin1Char(' ')) + "- [ ] T49999\n")) << "at the deepest indent";
+    const QString outline = store->exportOPML(flow);
+    EXPECT_LT(outline.size(), 250 * depth);
+    EXPECT_EQ(OPMLCodec::read(outline.toUtf8(), store->calendar()),
+              OPMLCodec::Reading(OPMLCodec::Refusal{OPMLCodec::Refusal::Reason::tooDeep, 1007, 1001}))
+        << "too deep for an outline to bring back";
+
+    EXPECT_EQ(store->duplicateFlow(flow)->edges().size(), std::size_t(depth - 1));
+    const FlowTemplate *saved = store->saveAsTemplate(flow);
+    ASSERT_NE(saved, nullptr);
+    EXPECT_EQ(store->createFlow(*saved)->edges().size(), std::size_t(depth - 1));
+}
+
 } // namespace
 } // namespace fenrow::testing

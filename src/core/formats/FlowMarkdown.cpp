@@ -50,9 +50,14 @@ QString render(const QString &title, const QList<const FlowNode *> &nodes, const
         std::stable_sort(list.begin(), list.end());
     const SubtaskTree tree(nodes.size(), treePairs);
 
+    // Markdown nests by indentation alone, which for a long chain of
+    // subtasks would grow with the square of its length. Deeper than 16
+    // levels, tasks are listed at the sixteenth in the order of the walk,
+    // so a long chain ends as a plain list.
+    constexpr qsizetype deepestIndent = 16;
     const auto enter = [&](qsizetype rank, qsizetype depth) {
         const FlowNode &node = *nodes[rank];
-        const QString indent(depth * 2, QLatin1Char(' '));
+        const QString indent(std::min(depth, deepestIndent) * 2, QLatin1Char(' '));
         const QString continuation = indent + QStringLiteral("  ");
 
         QString task = indent + (node.isDone ? QStringLiteral("- [x] ") : QStringLiteral("- [ ] "));

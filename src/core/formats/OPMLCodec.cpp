@@ -373,7 +373,14 @@ QString encode(const QString &title, const QList<Task> &tasks, const QList<IdPai
     appendEscaped(out, title);
     out += QLatin1StringView("</title>\n  </head>\n  <body>\n");
 
-    const auto indent = [&out](qsizetype depth) { out.append(QString((depth + 2) * 2, QLatin1Char(' '))); };
+    // The nesting is in the elements; indentation only guides the eye, and
+    // past some depth it would only push the text off the screen and make
+    // a long chain of subtasks take space with the square of its length.
+    constexpr qsizetype deepestIndent = 32;
+    const QString spaces((deepestIndent + 2) * 2, QLatin1Char(' '));
+    const auto indent = [&](qsizetype depth) {
+        out.append(QStringView(spaces).first((std::min(depth, deepestIndent) + 2) * 2));
+    };
     const auto attribute = [&out](const char *name, QStringView value) {
         out += QLatin1Char(' ');
         out += QLatin1StringView(name);
