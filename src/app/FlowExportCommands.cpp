@@ -296,12 +296,20 @@ void FlowExportCommands::restoreFrom(const QString &path)
 {
     const auto read = DocumentInput::read(path, DocumentInput::backupLimit);
     const QByteArray *bytes = std::get_if<QByteArray>(&read);
-    const auto decoded =
-        bytes ? FenrowBackup::decoded(*bytes) : std::variant<FenrowBackup, BackupError>(BackupError::unreadable);
-    if (const BackupError *error = std::get_if<BackupError>(&decoded)) {
+    const auto decoded = bytes ? FenrowBackup::decoded(*bytes)
+                               : std::variant<FenrowBackup, BackupProblem>(BackupProblem{
+                                     BackupError::unreadable,
+                                     DocumentInput::describe(std::get<DocumentInput::Refusal>(read),
+                                                             QFileInfo(path).fileName())});
+    if (const BackupProblem *refused = std::get_if<BackupProblem>(&decoded)) {
+        // Where and what, as the reader found it, below the sentence: in
+        // the terms of the file, which are the same in every language.
+        QString text = qtTrId(refused->kind == BackupError::newerVersion ? "backup.restore.newer.message"
+                                                                         : "backup.restore.unreadable.message");
+        if (!refused->detail.isEmpty())
+            text += QStringLiteral("\n\n") + refused->detail;
         inform("backup.restore.unreadable", QMessageBox::Information, qtTrId("backup.restore.unreadable.title"),
-               qtTrId(*error == BackupError::newerVersion ? "backup.restore.newer.message"
-                                                          : "backup.restore.unreadable.message"));
+               text);
         return;
     }
     askHowToRestore(std::make_shared<const FenrowBackup>(std::get<FenrowBackup>(decoded)));

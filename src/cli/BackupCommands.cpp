@@ -89,12 +89,12 @@ int restore(CommandContext &context)
     if (!bytes)
         return context.fail(QStringLiteral("cannot restore: %1; nothing was changed").arg(problem));
     const auto decoded = FenrowBackup::decoded(*bytes);
-    if (const BackupError *error = std::get_if<BackupError>(&decoded)) {
-        const QString reason = *error == BackupError::newerVersion
-            ? QStringLiteral("it was made by a newer version of Fenrow; update Fenrow to restore it")
-            : QStringLiteral("it is not a Fenrow backup, or it is damaged");
-        return context.fail(
-            QStringLiteral("cannot restore %1: %2; nothing was changed").arg(PlainText::quoted(path), reason));
+    if (const BackupProblem *refused = std::get_if<BackupProblem>(&decoded)) {
+        const QString reason = refused->kind == BackupError::newerVersion
+            ? QStringLiteral("it was made by a newer version of Fenrow (%1); update Fenrow to restore it")
+            : QStringLiteral("it is not a Fenrow backup, or it is damaged: %1");
+        return context.fail(QStringLiteral("cannot restore %1: %2; nothing was changed")
+                                .arg(PlainText::quoted(path), reason.arg(refused->detail)));
     }
     const FenrowBackup &backup = std::get<FenrowBackup>(decoded);
 

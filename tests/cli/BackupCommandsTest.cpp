@@ -132,8 +132,12 @@ TEST_F(BackupCommandsTest, RefusesDocumentsItCannotRestoreAndChangesNothing)
         QString reason;
     };
     const QList<Case> cases{
-        {newerPath, "it was made by a newer version of Fenrow; update Fenrow to restore it; nothing was changed"},
-        {writeFile("notes.txt", "plain words"), "it is not a Fenrow backup, or it is damaged; nothing was changed"},
+        {newerPath, "it was made by a newer version of Fenrow (version 2; this Fenrow reads version 1 and older); "
+                    "update Fenrow to restore it; nothing was changed"},
+        {writeFile("notes.txt", "plain words"),
+         "it is not a Fenrow backup, or it is damaged: not a JSON object; nothing was changed"},
+        {writeFile("cut.fenrowbackup", readFile(path).left(30)),
+         "it is damaged: createdAt (line 1, column 31): the document ends inside a string; nothing was changed"},
         {folder.filePath("gone.fenrowbackup"), "there is no file"},
     };
     addFlows({"Garden"});

@@ -125,9 +125,16 @@ QByteArray serialised(const QJsonObject &object)
 std::optional<BackupError> errorOf(const QByteArray &bytes)
 {
     const auto result = FenrowBackup::decoded(bytes);
-    if (const BackupError *error = std::get_if<BackupError>(&result))
-        return *error;
+    if (const BackupProblem *problem = std::get_if<BackupProblem>(&result))
+        return problem->kind;
     return std::nullopt;
+}
+
+QString detailOf(const QByteArray &bytes)
+{
+    const auto result = FenrowBackup::decoded(bytes);
+    const BackupProblem *problem = std::get_if<BackupProblem>(&result);
+    return problem ? problem->detail : QStringLiteral("(read)");
 }
 
 // The sample document with one change made through its JSON tree.
@@ -209,6 +216,51 @@ TEST(BackupDocument, NumbersThatJsonCannotHoldStopTheWriting)
     backup = sampleDocument();
     backup.flows[0].viewportScale = INFINITY;
     EXPECT_FALSE(backup.encoded());
+}
+
+TEST(BackupDocument, ARefusalSaysWhereAndWhy)
+{
+    const auto inItem = [](int index, const std::function<void(QJsonObject &)> &edit) {
+        return edited([&](QJsonObject &root) {
+            editFlow(root, [&](QJsonObject &flow) {
+                QJsonArray items = flow.value("items").toArray();
+                QJsonObject item = items[index].toObject();
+                edit(item);
+                items.replace(index, item);
+                flow.insert("items", items);
+            });
+        });
+    };
+    EXPECT_EQ(detailOf(inItem(1, [](QJsonObject &item) { item.insert("dueDate", "2026-11-15"); })),
+              "flows[0].items[1].dueDate: not a date in the form 2026-11-15T19:24:05Z");
+    EXPECT_EQ(detailOf(inItem(0, [](QJsonObject &item) { item.remove("title"); })),
+              "flows[0].items[0]: \"title\" is missing");
+    const QByteArray huge = inItem(0, [](QJsonObject &item) { item.insert("order", 1e19); });
+    EXPECT_EQ(detailOf(huge), QStringLiteral("flows[0].items[0].order (line 1, column %1): a whole number beyond 64 bits")
+                                  .arg(huge.indexOf("\"order\":1e+19") + 9));
+    EXPECT_EQ(detailOf(edited([](QJsonObject &root) { root.insert("flows", QJsonObject()); })), "flows: not a list");
+    EXPECT_EQ(detailOf(edited([](QJsonObject &root) { root.insert("format", "other"); })),
+              "format: \"other\" is not studio.tarnwick.fenrow.backup");
+    EXPECT_EQ(detailOf(edited([](QJsonObject &root) { root.insert("version", 2); })),
+              "version 2; this Fenrow reads version 1 and older");
+    EXPECT_EQ(detailOf("<opml version=\"2.0\"/>"), "not a JSON object");
+    EXPECT_EQ(detailOf("  \n"), "the file is empty");
+
+    // Broken JSON is placed by line and column, with what was being read.
+    const QByteArray indented = QJsonDocument(parsed(*sampleDocument().encoded())).toJson(QJsonDocument::Indented);
+    QByteArray broken = indented;
+    broken.replace("\"hasBeenFramed\": true,", "\"hasBeenFramed\": true");
+    const qsizetype line = indented.left(indented.indexOf("\"hasBeenFramed\"")).count('\n') + 2;
+    EXPECT_EQ(detailOf(broken), QStringLiteral("flows[0] (line %1, column 13): expected \",\" or \"}\"").arg(line));
+    const QByteArray compact = *sampleDocument().encoded();
+    EXPECT_EQ(detailOf(compact.left(30)), "createdAt (line 1, column 31): the document ends inside a string");
+    EXPECT_EQ(detailOf(compact + "{}"),
+              QStringLiteral("line 1, column %1: something follows the document").arg(compact.size() + 1));
+
+    // A byte-order mark before the document is no damage.
+    const auto marked = FenrowBackup::decoded("\xEF\xBB\xBF" + compact);
+    ASSERT_TRUE(std::holds_alternative<FenrowBackup>(marked)) << detailOf("\xEF\xBB\xBF" + compact).toStdString();
+    EXPECT_EQ(std::get<FenrowBackup>(marked), sampleDocument());
 }
 
 TEST(BackupDocument, AnyMissingOrMistypedRequiredFieldMakesTheWholeDocumentUnreadable)

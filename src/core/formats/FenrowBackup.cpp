@@ -280,13 +280,89 @@ std::optional<QUuid> parseID(QByteArrayView text)
     return id;
 }
 
+// The reader and where in the document it is, so that the first thing
+// wrong can be told with its place: "flows[2].items[15].dueDate".
+class Decoder {
+public:
+    explicit Decoder(QByteArrayView bytes) : json(bytes) {}
+
+    JsonReader json;
+
+    // Entering and leaving a member or an element. The reader's own
+    // mistake is placed where it was found: at the first step left after it.
+    void enter(const char *key) { m_path.push_back({key, -1}); }
+    void enter(qsizetype index) { m_path.push_back({nullptr, index}); }
+    void leave()
+    {
+        if (!json.ok() && !m_mistakePlaced) {
+            m_mistakePath = path();
+            m_mistakePlaced = true;
+        }
+        m_path.pop_back();
+    }
+
+    // Says what is wrong with the value here; false, as every reader
+    // returns on a refusal. The first refusal stands.
+    bool refuse(const QString &what)
+    {
+        if (m_problem.isEmpty())
+            m_problem = m_path.empty() ? what : path() + QStringLiteral(": ") + what;
+        return json.fail();
+    }
+    bool refuse(const char *what) { return refuse(QString::fromLatin1(what)); }
+
+    // The first refusal, or the reader's own mistake with its line and
+    // column and the place it was reading.
+    QString problem() const
+    {
+        if (!m_problem.isEmpty())
+            return m_problem;
+        const JsonReader::Mistake mistake = json.mistake();
+        const QString place = QStringLiteral("line %1, column %2").arg(mistake.line).arg(mistake.column);
+        const QString what = QString::fromLatin1(mistake.reason ? mistake.reason : "not valid JSON");
+        return m_mistakePath.isEmpty() ? place + QStringLiteral(": ") + what
+                                       : m_mistakePath + QStringLiteral(" (") + place + QStringLiteral("): ") + what;
+    }
+
+private:
+    QString path() const
+    {
+        QString text;
+        for (const Step &step : m_path) {
+            if (step.key)
+                text += (text.isEmpty() ? QString() : QStringLiteral(".")) + QLatin1StringView(step.key);
+            else
+                text += QStringLiteral("[%1]").arg(step.index);
+        }
+        return text;
+    }
+
+    struct Step {
+        const char *key;
+        qsizetype index;
+    };
+    std::vector<Step> m_path;
+    QString m_problem;
+    QString m_mistakePath;
+    bool m_mistakePlaced = false;
+};
+
+// What a value of each type must look like, for refusals.
+constexpr const char *notText = "not a string";
+constexpr const char *notNumber = "not a number";
+constexpr const char *notInteger = "not a whole number";
+constexpr const char *notBoolean = "not true or false";
+constexpr const char *notDate = "not a date in the form 2026-11-15T19:24:05Z";
+constexpr const char *notID = "not an id in the form 0A1B2C3D-0000-4000-8000-00000000000F";
+constexpr const char *notBase64 = "not base64";
+
 // Reads one value of a field into a record; false when it is not of the
 // field's type. Optional fields take null as absent.
 template <typename Record>
 struct Field {
     const char *name;
     bool required;
-    bool (*read)(JsonReader &json, Record &record);
+    bool (*read)(Decoder &decoder, Record &record);
 };
 
 template <typename Value>
@@ -299,71 +375,104 @@ bool assign(Value &into, std::optional<Value> value)
 }
 
 template <typename Value, typename Read>
-bool assignOptional(JsonReader &json, std::optional<Value> &into, Read read)
+bool assignOptional(Decoder &decoder, std::optional<Value> &into, Read read)
 {
-    if (json.takeNull()) {
+    if (decoder.json.takeNull()) {
         into.reset();
         return true;
     }
-    std::optional<Value> value = read(json);
+    std::optional<Value> value = read(decoder);
     into = value;
     return value.has_value();
 }
 
-std::optional<QString> readText(JsonReader &json)
+// The reader's own mistake (a broken string, a number beyond 64 bits)
+// stands; a value of another kind is refused as not being `what`.
+template <typename Value>
+std::optional<Value> valueOf(Decoder &decoder, JsonReader::Kind kind, const char *what,
+                             std::optional<Value> (*read)(JsonReader &))
 {
-    return json.string();
+    if (decoder.json.peek() != kind) {
+        decoder.refuse(what);
+        return std::nullopt;
+    }
+    return read(decoder.json);
 }
 
-std::optional<double> readNumber(JsonReader &json)
+std::optional<QString> readText(Decoder &decoder)
 {
-    return json.number();
+    return valueOf<QString>(decoder, JsonReader::Kind::string, notText,
+                            [](JsonReader &json) { return json.string(); });
 }
 
-std::optional<qint64> readInteger(JsonReader &json)
+std::optional<double> readNumber(Decoder &decoder)
 {
-    return json.integer();
+    return valueOf<double>(decoder, JsonReader::Kind::number, notNumber,
+                           [](JsonReader &json) { return json.number(); });
 }
 
-std::optional<bool> readBoolean(JsonReader &json)
+std::optional<qint64> readInteger(Decoder &decoder)
 {
-    return json.boolean();
+    return valueOf<qint64>(decoder, JsonReader::Kind::number, notInteger,
+                           [](JsonReader &json) { return json.integer(); });
 }
 
-std::optional<QDateTime> readDate(JsonReader &json)
+std::optional<bool> readBoolean(Decoder &decoder)
 {
+    return valueOf<bool>(decoder, JsonReader::Kind::boolean, notBoolean,
+                         [](JsonReader &json) { return json.boolean(); });
+}
+
+// A string's bytes, parsed; refused as `what` when it is no string or
+// does not parse.
+template <typename Value, typename Parse>
+std::optional<Value> parsedText(Decoder &decoder, const char *what, Parse parse)
+{
+    if (decoder.json.peek() != JsonReader::Kind::string) {
+        decoder.refuse(what);
+        return std::nullopt;
+    }
     QByteArray scratch;
-    const std::optional<QByteArrayView> text = json.utf8(scratch);
-    return text ? parseDate(*text) : std::nullopt;
-}
-
-std::optional<QUuid> readID(JsonReader &json)
-{
-    QByteArray scratch;
-    const std::optional<QByteArrayView> text = json.utf8(scratch);
-    return text ? parseID(*text) : std::nullopt;
-}
-
-std::optional<QByteArray> readBytes(JsonReader &json)
-{
-    QByteArray scratch;
-    const std::optional<QByteArrayView> text = json.utf8(scratch);
+    const std::optional<QByteArrayView> text = decoder.json.utf8(scratch);
     if (!text)
         return std::nullopt;
-    QByteArray::FromBase64Result decoded =
-        QByteArray::fromBase64Encoding(text->toByteArray(), QByteArray::AbortOnBase64DecodingErrors);
-    if (!decoded)
-        return std::nullopt;
-    return std::move(decoded.decoded);
+    std::optional<Value> value = parse(*text);
+    if (!value)
+        decoder.refuse(what);
+    return value;
+}
+
+std::optional<QDateTime> readDate(Decoder &decoder)
+{
+    return parsedText<QDateTime>(decoder, notDate, parseDate);
+}
+
+std::optional<QUuid> readID(Decoder &decoder)
+{
+    return parsedText<QUuid>(decoder, notID, parseID);
+}
+
+std::optional<QByteArray> readBytes(Decoder &decoder)
+{
+    return parsedText<QByteArray>(decoder, notBase64, [](QByteArrayView text) -> std::optional<QByteArray> {
+        QByteArray::FromBase64Result decoded =
+            QByteArray::fromBase64Encoding(text.toByteArray(), QByteArray::AbortOnBase64DecodingErrors);
+        if (!decoded)
+            return std::nullopt;
+        return std::move(decoded.decoded);
+    });
 }
 
 // One object into `record`: every required field present and of its type,
 // unknown keys skipped whatever they hold.
 template <typename Record, std::size_t count>
-bool readObject(JsonReader &json, Record &record, const std::array<Field<Record>, count> &fields)
+bool readObject(Decoder &decoder, Record &record, const std::array<Field<Record>, count> &fields)
 {
     static_assert(count <= 32);
+    JsonReader &json = decoder.json;
     std::uint32_t seen = 0;
+    if (json.peek() != JsonReader::Kind::object)
+        return decoder.refuse("not a JSON object");
     if (!json.beginObject())
         return false;
     QByteArrayView name;
@@ -375,7 +484,10 @@ bool readObject(JsonReader &json, Record &record, const std::array<Field<Record>
             json.skipValue();
             continue;
         }
-        if (!fields[index].read(json, record))
+        decoder.enter(fields[index].name);
+        const bool read = fields[index].read(decoder, record);
+        decoder.leave();
+        if (!read)
             return json.fail();
         seen |= std::uint32_t(1) << index;
     }
@@ -383,20 +495,26 @@ bool readObject(JsonReader &json, Record &record, const std::array<Field<Record>
         return false;
     for (std::size_t index = 0; index < count; ++index) {
         if (fields[index].required && !(seen & (std::uint32_t(1) << index)))
-            return json.fail();
+            return decoder.refuse(QStringLiteral("\"%1\" is missing").arg(QLatin1StringView(fields[index].name)));
     }
     return true;
 }
 
 template <typename Value>
-bool readArray(JsonReader &json, QList<Value> &values, bool (*read)(JsonReader &, Value &))
+bool readArray(Decoder &decoder, QList<Value> &values, bool (*read)(Decoder &, Value &))
 {
+    JsonReader &json = decoder.json;
+    if (json.peek() != JsonReader::Kind::array)
+        return decoder.refuse("not a list");
     if (!json.beginArray())
         return false;
     values.clear();
     while (json.nextElement()) {
         Value value;
-        if (!read(json, value))
+        decoder.enter(values.size());
+        const bool ok = read(decoder, value);
+        decoder.leave();
+        if (!ok)
             return json.fail();
         values.append(std::move(value));
     }
@@ -406,14 +524,16 @@ bool readArray(JsonReader &json, QList<Value> &values, bool (*read)(JsonReader &
 // The field lists below name each key once, with how to read it; the
 // captureless lambdas become the plain functions the tables hold.
 #define FENROW_REQUIRED(Record, key, member, reader)                                                                   \
-    Field<Record> { #key, true, [](JsonReader &json, Record &record) { return assign(record.member, reader(json)); } }
+    Field<Record> { #key, true, [](Decoder &decoder, Record &record) { return assign(record.member, reader(decoder)); } }
 #define FENROW_OPTIONAL(Record, key, member, reader)                                                                   \
     Field<Record>                                                                                                      \
     {                                                                                                                  \
-        #key, false, [](JsonReader &json, Record &record) { return assignOptional(json, record.member, reader); }     \
+        #key, false, [](Decoder &decoder, Record &record) { return assignOptional(decoder, record.member, reader); }  \
     }
+#define FENROW_LIST(Record, key, member, reader)                                                                       \
+    Field<Record> { #key, true, [](Decoder &decoder, Record &record) { return readArray(decoder, record.member, reader); } }
 
-bool readItem(JsonReader &json, FenrowBackup::Item &item)
+bool readItem(Decoder &decoder, FenrowBackup::Item &item)
 {
     using Item = FenrowBackup::Item;
     static const std::array fields{
@@ -440,10 +560,10 @@ bool readItem(JsonReader &json, FenrowBackup::Item &item)
         FENROW_REQUIRED(Item, order, order, readInteger),
         FENROW_REQUIRED(Item, createdAt, createdAt, readDate),
     };
-    return readObject(json, item, fields);
+    return readObject(decoder, item, fields);
 }
 
-bool readEdge(JsonReader &json, FenrowBackup::Edge &edge)
+bool readEdge(Decoder &decoder, FenrowBackup::Edge &edge)
 {
     using Edge = FenrowBackup::Edge;
     static const std::array fields{
@@ -454,10 +574,10 @@ bool readEdge(JsonReader &json, FenrowBackup::Edge &edge)
         FENROW_OPTIONAL(Edge, kindRaw, kindRaw, readText),
         FENROW_REQUIRED(Edge, createdAt, createdAt, readDate),
     };
-    return readObject(json, edge, fields);
+    return readObject(decoder, edge, fields);
 }
 
-bool readFile(JsonReader &json, FenrowBackup::File &file)
+bool readFile(Decoder &decoder, FenrowBackup::File &file)
 {
     using File = FenrowBackup::File;
     static const std::array fields{
@@ -474,10 +594,10 @@ bool readFile(JsonReader &json, FenrowBackup::File &file)
         FENROW_REQUIRED(File, order, order, readInteger),
         FENROW_REQUIRED(File, createdAt, createdAt, readDate),
     };
-    return readObject(json, file, fields);
+    return readObject(decoder, file, fields);
 }
 
-bool readLink(JsonReader &json, FenrowBackup::Link &link)
+bool readLink(Decoder &decoder, FenrowBackup::Link &link)
 {
     using Link = FenrowBackup::Link;
     static const std::array fields{
@@ -486,10 +606,10 @@ bool readLink(JsonReader &json, FenrowBackup::Link &link)
         FENROW_REQUIRED(Link, nodeID, nodeID, readID),
         FENROW_REQUIRED(Link, createdAt, createdAt, readDate),
     };
-    return readObject(json, link, fields);
+    return readObject(decoder, link, fields);
 }
 
-bool readFlow(JsonReader &json, FenrowBackup::Flow &flow)
+bool readFlow(Decoder &decoder, FenrowBackup::Flow &flow)
 {
     using Flow = FenrowBackup::Flow;
     static const std::array fields{
@@ -501,15 +621,15 @@ bool readFlow(JsonReader &json, FenrowBackup::Flow &flow)
         FENROW_REQUIRED(Flow, viewportOffsetY, viewportOffsetY, readNumber),
         FENROW_REQUIRED(Flow, viewportScale, viewportScale, readNumber),
         FENROW_REQUIRED(Flow, hasBeenFramed, hasBeenFramed, readBoolean),
-        Field<Flow>{"items", true, [](JsonReader &json, Flow &flow) { return readArray(json, flow.items, readItem); }},
-        Field<Flow>{"edges", true, [](JsonReader &json, Flow &flow) { return readArray(json, flow.edges, readEdge); }},
-        Field<Flow>{"files", true, [](JsonReader &json, Flow &flow) { return readArray(json, flow.files, readFile); }},
-        Field<Flow>{"links", true, [](JsonReader &json, Flow &flow) { return readArray(json, flow.links, readLink); }},
+        FENROW_LIST(Flow, items, items, readItem),
+        FENROW_LIST(Flow, edges, edges, readEdge),
+        FENROW_LIST(Flow, files, files, readFile),
+        FENROW_LIST(Flow, links, links, readLink),
     };
-    return readObject(json, flow, fields);
+    return readObject(decoder, flow, fields);
 }
 
-bool readTemplate(JsonReader &json, FenrowBackup::Template &flowTemplate)
+bool readTemplate(Decoder &decoder, FenrowBackup::Template &flowTemplate)
 {
     using Template = FenrowBackup::Template;
     static const std::array fields{
@@ -518,10 +638,10 @@ bool readTemplate(JsonReader &json, FenrowBackup::Template &flowTemplate)
         FENROW_REQUIRED(Template, createdAt, createdAt, readDate),
         FENROW_OPTIONAL(Template, payload, payload, readBytes),
     };
-    return readObject(json, flowTemplate, fields);
+    return readObject(decoder, flowTemplate, fields);
 }
 
-bool readRecord(JsonReader &json, FenrowBackup::Record &record)
+bool readRecord(Decoder &decoder, FenrowBackup::Record &record)
 {
     using Record = FenrowBackup::Record;
     static const std::array fields{
@@ -535,33 +655,27 @@ bool readRecord(JsonReader &json, FenrowBackup::Record &record)
         FENROW_REQUIRED(Record, cycle, cycle, readInteger),
         FENROW_OPTIONAL(Record, payload, payload, readBytes),
     };
-    return readObject(json, record, fields);
+    return readObject(decoder, record, fields);
 }
 
-bool readDocument(JsonReader &json, FenrowBackup &backup)
+bool readDocument(Decoder &decoder, FenrowBackup &backup)
 {
     static const std::array fields{
         FENROW_REQUIRED(FenrowBackup, format, format, readText),
         FENROW_REQUIRED(FenrowBackup, version, version, readInteger),
         FENROW_REQUIRED(FenrowBackup, createdAt, createdAt, readDate),
-        Field<FenrowBackup>{"flows", true,
-                            [](JsonReader &json, FenrowBackup &backup) {
-                                return readArray(json, backup.flows, readFlow);
-                            }},
-        Field<FenrowBackup>{"templates", true,
-                            [](JsonReader &json, FenrowBackup &backup) {
-                                return readArray(json, backup.templates, readTemplate);
-                            }},
-        Field<FenrowBackup>{"records", true,
-                            [](JsonReader &json, FenrowBackup &backup) {
-                                return readArray(json, backup.records, readRecord);
-                            }},
+        FENROW_LIST(FenrowBackup, flows, flows, readFlow),
+        FENROW_LIST(FenrowBackup, templates, templates, readTemplate),
+        FENROW_LIST(FenrowBackup, records, records, readRecord),
     };
-    return readObject(json, backup, fields) && json.atEnd();
+    if (!readObject(decoder, backup, fields))
+        return false;
+    return decoder.json.atEnd() || decoder.json.fail("something follows the document");
 }
 
 #undef FENROW_REQUIRED
 #undef FENROW_OPTIONAL
+#undef FENROW_LIST
 
 } // namespace
 
@@ -583,14 +697,28 @@ std::optional<QByteArray> FenrowBackup::encoded() const
     return writer.take();
 }
 
-std::variant<FenrowBackup, BackupError> FenrowBackup::decoded(const QByteArray &bytes)
+std::variant<FenrowBackup, BackupProblem> FenrowBackup::decoded(const QByteArray &bytes)
 {
-    JsonReader json(bytes);
+    // Editors on some systems begin UTF-8 text with a byte-order mark.
+    QByteArrayView text(bytes);
+    if (text.startsWith("\xEF\xBB\xBF"))
+        text = text.sliced(3);
+    if (text.trimmed().isEmpty())
+        return BackupProblem{BackupError::unreadable, QStringLiteral("the file is empty")};
+    Decoder decoder(text);
     FenrowBackup backup;
-    if (!readDocument(json, backup) || backup.format != formatName)
-        return BackupError::unreadable;
-    if (backup.version >= 2)
-        return BackupError::newerVersion;
+    if (!readDocument(decoder, backup))
+        return BackupProblem{BackupError::unreadable, decoder.problem()};
+    if (backup.format != formatName) {
+        return BackupProblem{BackupError::unreadable,
+                             QStringLiteral("format: \"%1\" is not %2").arg(backup.format.left(80), formatName)};
+    }
+    if (backup.version >= 2) {
+        return BackupProblem{BackupError::newerVersion,
+                             QStringLiteral("version %1; this Fenrow reads version %2 and older")
+                                 .arg(backup.version)
+                                 .arg(currentVersion)};
+    }
     return backup;
 }
 

@@ -17,6 +17,14 @@ class LocalCalendar;
 // before anything is restored, so either answer leaves the store untouched.
 enum class BackupError { unreadable, newerVersion };
 
+// The refusal with what is wrong and where, for the user to act on:
+// "flows[2].items[15].dueDate: not a date in the form 2026-11-15T19:24:05Z",
+// or the line and column of broken JSON. In English, like the format's keys.
+struct BackupProblem {
+    BackupError kind = BackupError::unreadable;
+    QString detail;
+};
+
 // Replace empties the store first; merge adds only flows it does not have.
 enum class RestoreMode { replace, merge };
 
@@ -141,9 +149,10 @@ struct FenrowBackup {
     // that is not finite, a date that is not valid).
     std::optional<QByteArray> encoded() const;
     // Reads and checks the whole document: any missing or mistyped required
-    // field, a date not in the whole-second form, or another format name is
-    // `unreadable`; a version of 2 or more is `newerVersion`.
-    static std::variant<FenrowBackup, BackupError> decoded(const QByteArray &bytes);
+    // field, a date not in the whole-second form, broken JSON or another
+    // format name is `unreadable`; a version of 2 or more is
+    // `newerVersion`. A leading UTF-8 byte-order mark is skipped.
+    static std::variant<FenrowBackup, BackupProblem> decoded(const QByteArray &bytes);
     // "Fenrow Backup 2026-11-15.fenrowbackup": the prefix, then the day of
     // `date` in `calendar`. Two backups on one day share a name.
     static QString fileName(const QString &prefix, const QDateTime &date, const LocalCalendar &calendar);

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstring>
 
 namespace fenrow {
 
@@ -238,6 +239,59 @@ void JsonWriter::boolean(bool value)
 
 // ---------------------------------------------------------------- reading
 
+bool JsonReader::fail(const char *reason)
+{
+    if (m_ok) {
+        m_ok = false;
+        m_failedAt = m_at;
+        // What was expected is beside the point when nothing is left.
+        const bool expecting = std::strncmp(reason, "expected", 8) == 0;
+        m_reason = m_at == m_end && expecting ? "the document ends too early" : reason;
+    }
+    return false;
+}
+
+JsonReader::Mistake JsonReader::mistake() const
+{
+    Mistake found;
+    if (m_ok || !m_failedAt)
+        return found;
+    found.reason = m_reason;
+    found.offset = m_failedAt - m_begin;
+    found.line = 1;
+    const char *lineStart = m_begin;
+    for (const char *at = m_begin; at < m_failedAt; ++at) {
+        if (*at == '\n') {
+            ++found.line;
+            lineStart = at + 1;
+        }
+    }
+    found.column = m_failedAt - lineStart + 1;
+    return found;
+}
+
+JsonReader::Kind JsonReader::peek()
+{
+    skipSpace();
+    if (!m_ok || m_at == m_end)
+        return Kind::none;
+    switch (*m_at) {
+    case '{':
+        return Kind::object;
+    case '[':
+        return Kind::array;
+    case '"':
+        return Kind::string;
+    case 't':
+    case 'f':
+        return Kind::boolean;
+    case 'n':
+        return Kind::null;
+    default:
+        return *m_at == '-' || isDigit(*m_at) ? Kind::number : Kind::none;
+    }
+}
+
 void JsonReader::skipSpace()
 {
     while (m_at < m_end && (*m_at == ' ' || *m_at == '\t' || *m_at == '\n' || *m_at == '\r'))
@@ -256,8 +310,10 @@ bool JsonReader::take(char c)
 
 bool JsonReader::beginObject()
 {
-    if (!m_ok || m_first.size() >= nestingLimit || !take('{'))
-        return fail();
+    if (m_first.size() >= nestingLimit)
+        return fail("nested deeper than 1024 levels");
+    if (!m_ok || !take('{'))
+        return fail("expected an object");
     m_first.push_back(true);
     return true;
 }
@@ -271,19 +327,26 @@ bool JsonReader::nextKey(QByteArrayView &key)
         return false;
     }
     if (!m_first.back() && !take(','))
-        return fail();
+        return fail("expected \",\" or \"}\"");
     m_first.back() = false;
+    skipSpace();
+    if (m_at < m_end && *m_at != '"')
+        return fail("expected a key in quotes");
     const std::optional<QByteArrayView> name = utf8(m_keyScratch);
-    if (!name || !take(':'))
-        return fail();
+    if (!name)
+        return false;
+    if (!take(':'))
+        return fail("expected \":\"");
     key = *name;
     return true;
 }
 
 bool JsonReader::beginArray()
 {
-    if (!m_ok || m_first.size() >= nestingLimit || !take('['))
-        return fail();
+    if (m_first.size() >= nestingLimit)
+        return fail("nested deeper than 1024 levels");
+    if (!m_ok || !take('['))
+        return fail("expected a list");
     m_first.push_back(true);
     return true;
 }
@@ -297,7 +360,7 @@ bool JsonReader::nextElement()
         return false;
     }
     if (!m_first.back() && !take(','))
-        return fail();
+        return fail("expected \",\" or \"]\"");
     m_first.back() = false;
     return true;
 }
@@ -315,7 +378,7 @@ bool JsonReader::takeNull()
 std::optional<QByteArrayView> JsonReader::utf8(QByteArray &scratch)
 {
     if (!m_ok || !take('"')) {
-        fail();
+        fail("expected a string");
         return std::nullopt;
     }
     const char *start = m_at;
@@ -324,14 +387,14 @@ std::optional<QByteArrayView> JsonReader::utf8(QByteArray &scratch)
     const char *segment = start;
     while (true) {
         if (m_at == m_end) {
-            fail();
+            fail("the document ends inside a string");
             return std::nullopt;
         }
         const char c = *m_at;
         if (c == '"')
             break;
         if (static_cast<unsigned char>(c) < 0x20) {
-            fail();
+            fail("a control character inside a string");
             return std::nullopt;
         }
         if (static_cast<unsigned char>(c) >= 0x80) {
@@ -349,7 +412,7 @@ std::optional<QByteArrayView> JsonReader::utf8(QByteArray &scratch)
         }
         scratch.append(segment, m_at - segment);
         if (m_end - m_at < 2) {
-            fail();
+            fail("the document ends inside a string");
             return std::nullopt;
         }
         const char escaped = m_at[1];
@@ -390,7 +453,7 @@ std::optional<QByteArrayView> JsonReader::utf8(QByteArray &scratch)
             };
             const int unit = unitAt(m_at);
             if (unit < 0) {
-                fail();
+                fail("a \\u escape without four hex digits");
                 return std::nullopt;
             }
             m_at += 4;
@@ -398,13 +461,13 @@ std::optional<QByteArrayView> JsonReader::utf8(QByteArray &scratch)
             if (QChar::isHighSurrogate(code)) {
                 const int low = m_end - m_at >= 6 && m_at[0] == '\\' && m_at[1] == 'u' ? unitAt(m_at + 2) : -1;
                 if (low < 0 || !QChar::isLowSurrogate(char32_t(low))) {
-                    fail();
+                    fail("half of a surrogate pair");
                     return std::nullopt;
                 }
                 m_at += 6;
                 code = QChar::surrogateToUcs4(char16_t(unit), char16_t(low));
             } else if (QChar::isSurrogate(code)) {
-                fail();
+                fail("half of a surrogate pair");
                 return std::nullopt;
             }
             if (code < 0x80)
@@ -414,7 +477,8 @@ std::optional<QByteArrayView> JsonReader::utf8(QByteArray &scratch)
             break;
         }
         default:
-            fail();
+            m_at -= 2;
+            fail("an unknown escape");
             return std::nullopt;
         }
         segment = m_at;
@@ -422,7 +486,8 @@ std::optional<QByteArrayView> JsonReader::utf8(QByteArray &scratch)
     const QByteArrayView raw(start, m_at - start);
     ++m_at;
     if (!ascii && !isValidUtf8(raw)) {
-        fail();
+        m_at = start;
+        fail("a string that is not UTF-8");
         return std::nullopt;
     }
     if (plain)
@@ -455,7 +520,7 @@ std::optional<JsonReader::Number> JsonReader::readNumber()
     if (m_at < m_end && *m_at == '0')
         ++m_at;
     else if (!digits()) {
-        fail();
+        fail("expected a number");
         return std::nullopt;
     }
     bool whole = true;
@@ -463,7 +528,7 @@ std::optional<JsonReader::Number> JsonReader::readNumber()
         ++m_at;
         whole = false;
         if (!digits()) {
-            fail();
+            fail("a number without digits after its point");
             return std::nullopt;
         }
     }
@@ -473,7 +538,7 @@ std::optional<JsonReader::Number> JsonReader::readNumber()
         if (m_at < m_end && (*m_at == '+' || *m_at == '-'))
             ++m_at;
         if (!digits()) {
-            fail();
+            fail("a number without digits in its exponent");
             return std::nullopt;
         }
     }
@@ -489,7 +554,8 @@ std::optional<JsonReader::Number> JsonReader::readNumber()
     const std::from_chars_result parsed = std::from_chars(start, m_at, number.value);
     // Beyond the range of a double: QJsonDocument refuses those too.
     if (parsed.ec != std::errc() || !std::isfinite(number.value)) {
-        fail();
+        m_at = start;
+        fail("a number beyond the range of a double");
         return std::nullopt;
     }
     return number;
@@ -507,6 +573,8 @@ std::optional<qint64> JsonReader::integer()
 {
     if (!m_ok)
         return std::nullopt;
+    skipSpace();
+    const char *start = m_at;
     const std::optional<Number> read = readNumber();
     if (!read)
         return std::nullopt;
@@ -514,11 +582,13 @@ std::optional<qint64> JsonReader::integer()
         return read->exact;
     // 2^63 itself is out of range; every double below it converts exactly.
     const double value = read->value;
-    if (std::trunc(value) != value || value < -9223372036854775808.0 || value >= 9223372036854775808.0) {
-        fail();
-        return std::nullopt;
-    }
-    return qint64(value);
+    const bool whole = std::trunc(value) == value;
+    if (whole && value >= -9223372036854775808.0 && value < 9223372036854775808.0)
+        return qint64(value);
+    // Placed at the number, not after it.
+    m_at = start;
+    fail(whole ? "a whole number beyond 64 bits" : "not a whole number");
+    return std::nullopt;
 }
 
 std::optional<bool> JsonReader::boolean()
@@ -532,7 +602,7 @@ std::optional<bool> JsonReader::boolean()
         m_at += 5;
         return false;
     }
-    fail();
+    fail("expected true or false");
     return std::nullopt;
 }
 
@@ -540,7 +610,7 @@ bool JsonReader::skipValue()
 {
     skipSpace();
     if (!m_ok || m_at == m_end)
-        return fail();
+        return fail("expected a value");
     switch (*m_at) {
     case '{': {
         beginObject();
@@ -562,7 +632,7 @@ bool JsonReader::skipValue()
     case 'f':
         return boolean().has_value();
     case 'n':
-        return takeNull() || fail();
+        return takeNull() || fail("expected null");
     default:
         return readNumber().has_value();
     }

@@ -56,17 +56,33 @@ private:
 // characters in strings, nothing after the document; stricter than
 // QJsonDocument, which lets lone surrogates and "1." pass) while handing
 // values straight to the caller. Nesting stops at QJsonDocument's depth.
-// Any mistake clears `ok` and every later call then fails too.
+// Any mistake clears `ok` and every later call then fails too; the first
+// one is kept with where it was found, so that a refusal can say so.
 class JsonReader {
 public:
-    explicit JsonReader(QByteArrayView bytes) : m_at(bytes.data()), m_end(bytes.data() + bytes.size()) {}
+    explicit JsonReader(QByteArrayView bytes)
+        : m_begin(bytes.data()), m_at(bytes.data()), m_end(bytes.data() + bytes.size())
+    {
+    }
 
     bool ok() const { return m_ok; }
-    bool fail()
-    {
-        m_ok = false;
-        return false;
-    }
+    // Records the first mistake (a short phrase, kept as given) and
+    // returns false. At the end of the input every mistake is the same one.
+    bool fail(const char *reason = "not valid JSON");
+
+    struct Mistake {
+        const char *reason = nullptr;
+        qsizetype offset = 0;
+        // Both from 1; the column counts bytes.
+        qsizetype line = 0;
+        qsizetype column = 0;
+    };
+    // The first mistake; only meaningful once `ok` is false.
+    Mistake mistake() const;
+
+    enum class Kind { object, array, string, number, boolean, null, none };
+    // What the next value is, judged by its first character; reads nothing.
+    Kind peek();
 
     // Objects: beginObject, then nextKey until it returns false (at the
     // closing brace, or on a mistake), reading or skipping each value. The
@@ -100,8 +116,11 @@ private:
     void skipSpace();
     bool take(char c);
 
+    const char *m_begin;
     const char *m_at;
     const char *m_end;
+    const char *m_failedAt = nullptr;
+    const char *m_reason = nullptr;
     // Per open container: has it a member yet.
     std::vector<bool> m_first;
     QByteArray m_keyScratch;
