@@ -1851,5 +1851,13 @@
         <source>That task or flow does not exist any more.</source>
         <translation>Diese Aufgabe oder dieser Flow existiert nicht mehr.</translation>
     </message>
+    <message id="backup.adjusted.title">
+        <source>Backup written with changes</source>
+        <translation>Sicherung mit Änderungen geschrieben</translation>
+    </message>
+    <message id="backup.adjusted.message">
+        <source>Some values could not be written as they are; they were left out or held to their limits:</source>
+        <translation>Einige Werte ließen sich nicht unverändert schreiben; sie wurden weggelassen oder auf ihre Grenzen gesetzt:</translation>
+    </message>
 </context>
 </TS>

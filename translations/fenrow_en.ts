@@ -1851,5 +1851,13 @@
         <source>That task or flow does not exist any more.</source>
         <translation>That task or flow does not exist any more.</translation>
     </message>
+    <message id="backup.adjusted.title">
+        <source>Backup written with changes</source>
+        <translation>Backup written with changes</translation>
+    </message>
+    <message id="backup.adjusted.message">
+        <source>Some values could not be written as they are; they were left out or held to their limits:</source>
+        <translation>Some values could not be written as they are; they were left out or held to their limits:</translation>
+    </message>
 </context>
 </TS>

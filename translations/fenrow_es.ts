@@ -1851,5 +1851,13 @@
         <source>That task or flow does not exist any more.</source>
         <translation>Esa tarea o ese flujo ya no existe.</translation>
     </message>
+    <message id="backup.adjusted.title">
+        <source>Backup written with changes</source>
+        <translation>Copia de seguridad escrita con cambios</translation>
+    </message>
+    <message id="backup.adjusted.message">
+        <source>Some values could not be written as they are; they were left out or held to their limits:</source>
+        <translation>Algunos valores no se pudieron escribir tal cual; se omitieron o se ajustaron a sus límites:</translation>
+    </message>
 </context>
 </TS>

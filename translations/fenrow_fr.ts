@@ -1851,5 +1851,13 @@
         <source>That task or flow does not exist any more.</source>
         <translation>Cette tâche ou ce flux n’existe plus.</translation>
     </message>
+    <message id="backup.adjusted.title">
+        <source>Backup written with changes</source>
+        <translation>Sauvegarde écrite avec des modifications</translation>
+    </message>
+    <message id="backup.adjusted.message">
+        <source>Some values could not be written as they are; they were left out or held to their limits:</source>
+        <translation>Certaines valeurs n’ont pas pu être écrites telles quelles ; elles ont été omises ou ramenées à leurs limites :</translation>
+    </message>
 </context>
 </TS>

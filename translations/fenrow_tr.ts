@@ -1851,5 +1851,13 @@
         <source>That task or flow does not exist any more.</source>
         <translation>Bu görev ya da akış artık yok.</translation>
     </message>
+    <message id="backup.adjusted.title">
+        <source>Backup written with changes</source>
+        <translation>Yedek değişikliklerle yazıldı</translation>
+    </message>
+    <message id="backup.adjusted.message">
+        <source>Some values could not be written as they are; they were left out or held to their limits:</source>
+        <translation>Bazı değerler olduğu gibi yazılamadı; dışarıda bırakıldılar ya da sınırlarına çekildiler:</translation>
+    </message>
 </context>
 </TS>

@@ -267,10 +267,18 @@ QFileDialog *FlowExportCommands::backUp()
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
         m_folder = QFileInfo(path).absolutePath();
         // Built and written here and now: a backup is of this moment.
-        const std::optional<QByteArray> bytes = m_store.makeBackup(m_store.clock().now()).encoded();
-        const QString failure = bytes ? writeWhole(path, *bytes) : QStringLiteral("a value cannot be encoded");
-        if (failure.isEmpty())
+        QStringList adjusted;
+        QString unwritable;
+        const std::optional<QByteArray> bytes =
+            m_store.makeBackup(m_store.clock().now(), &adjusted).encoded(&unwritable);
+        const QString failure = bytes ? writeWhole(path, *bytes) : unwritable;
+        if (failure.isEmpty()) {
+            // What the document could not carry as it was is told, not hidden.
+            if (!adjusted.isEmpty())
+                inform("backup.adjusted", QMessageBox::Information, qtTrId("backup.adjusted.title"),
+                       qtTrId("backup.adjusted.message") + QStringLiteral("\n\n") + adjusted.join(QLatin1Char('\n')));
             return;
+        }
         qCCritical(fenrowExchangeLog, "Backup failed: %s", qUtf8Printable(failure));
         inform("backup.failed", QMessageBox::Information, qtTrId("backup.failed.title"),
                qtTrId("backup.failed.message"));

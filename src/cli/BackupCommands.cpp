@@ -14,6 +14,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QJsonArray>
 #include <QJsonObject>
 
 namespace fenrow::BackupCommands {
@@ -50,12 +51,12 @@ int backUp(CommandContext &context)
     else if (QFileInfo(path).isDir())
         path = QDir(path).filePath(name);
 
-    const FenrowBackup backup = store.makeBackup(now);
-    const std::optional<QByteArray> bytes = backup.encoded();
-    if (!bytes) {
-        return context.fail(QStringLiteral("Backup failed: a size, position or date in the store cannot be written; "
-                                           "nothing was written"));
-    }
+    QStringList adjusted;
+    const FenrowBackup backup = store.makeBackup(now, &adjusted);
+    QString unwritable;
+    const std::optional<QByteArray> bytes = backup.encoded(&unwritable);
+    if (!bytes)
+        return context.fail(QStringLiteral("Backup failed: %1; nothing was written").arg(unwritable));
     QString problem;
     if (!DocumentFile::write(path, *bytes, &problem)) {
         return context.fail(QStringLiteral("Backup failed: %1; check that the folder exists and that you may write "
@@ -70,10 +71,15 @@ int backUp(CommandContext &context)
             {QStringLiteral("templates"), qint64(backup.templates.size())},
             {QStringLiteral("records"), qint64(backup.records.size())},
             {QStringLiteral("bytes"), qint64(bytes->size())},
+            {QStringLiteral("adjusted"), QJsonArray::fromStringList(adjusted)},
         });
     } else {
         context.out() << "Backed up " << contents(backup) << " to " << PlainText::quoted(shown) << ".\n";
     }
+    // Values the document could not carry as they were: said, not hidden.
+    for (const QString &note : std::as_const(adjusted))
+        context.console().err() << "fenrow: in the backup, " << note << '\n';
+    context.console().err().flush();
     return exitSuccess;
 }
 
@@ -139,7 +145,9 @@ void registerIn(CommandRegistry &registry)
             "and the archive, in one JSON document. Without a FILE it goes into the\n"
             "current folder (or the FOLDER given) as \"Fenrow Backup YYYY-MM-DD.fenrowbackup\";\n"
             "a second backup on the same day replaces the first. The file is written\n"
-            "whole or not at all. With --json: path, flows, templates, records, bytes."),
+            "whole or not at all. A value the file cannot hold as it is (a date beyond\n"
+            "the year 9999) is left out or held to its limit, and named on the error\n"
+            "stream. With --json: path, flows, templates, records, bytes, adjusted."),
         .minArguments = 0,
         .maxArguments = 1,
         .run = backUp,

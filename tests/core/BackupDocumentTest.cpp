@@ -208,14 +208,20 @@ TEST(BackupDocument, DatesAreWholeSecondsInUtc)
     EXPECT_FALSE(backup.encoded());
 }
 
-TEST(BackupDocument, NumbersThatJsonCannotHoldStopTheWriting)
+TEST(BackupDocument, NumbersThatJsonCannotHoldStopTheWritingAndAreNamed)
 {
     FenrowBackup backup = sampleDocument();
     backup.flows[0].items[1].manualWidth = std::nan("");
-    EXPECT_FALSE(backup.encoded());
+    QString problem;
+    EXPECT_FALSE(backup.encoded(&problem));
+    EXPECT_EQ(problem, "flows[0].items[1].manualWidth: nan is not a number JSON can hold");
     backup = sampleDocument();
     backup.flows[0].viewportScale = INFINITY;
     EXPECT_FALSE(backup.encoded());
+    backup = sampleDocument();
+    backup.records[0].completedAt = utc(2026, 1, 1).addYears(18234);
+    EXPECT_FALSE(backup.encoded(&problem));
+    EXPECT_EQ(problem, "records[0].completedAt: the year 20260 cannot be written (only 1 to 9999)");
 }
 
 TEST(BackupDocument, ARefusalSaysWhereAndWhy)

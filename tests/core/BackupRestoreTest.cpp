@@ -1,7 +1,9 @@
 #include "TestStore.h"
 #include "../cli/QtPrinters.h"
 
+#include "canvas/CanvasBounds.h"
 #include "domain/FenrowHistory.h"
+#include "domain/ValueLimits.h"
 #include "formats/FenrowBackup.h"
 
 #include <QSignalSpy>
@@ -419,6 +421,60 @@ TEST_F(BackupRestore, ALargeRestoreLeavesDeletionsCascading)
     target.reopen();
     ASSERT_EQ(target->flows().size(), 1);
     EXPECT_EQ(target->flows()[0]->items().size(), 3);
+}
+
+TEST_F(BackupRestore, ABackupNeverFailsOnAValueTheStoreHolds)
+{
+    // Values no edit makes, put straight into the file.
+    fillRich(*target);
+    const QUuid dig = target->flows()[1]->orderedItems()[0]->id;
+    const auto far = [](int year) { return QDateTime(QDate(year, 1, 1), QTime(0, 0), Qt::UTC); };
+    RecordBundle bundle;
+    auto flow = std::make_unique<TaskFlow>();
+    flow->id = QUuid::createUuid();
+    flow->name = QStringLiteral("Imported");
+    flow->createdAt = utc(2026, 6, 1);
+    auto node = std::make_unique<FlowNode>();
+    node->id = QUuid::createUuid();
+    node->title = QStringLiteral("Far off");
+    node->dueDate = far(20260);
+    node->startDate = far(-5);
+    node->estimateMinutes = std::numeric_limits<qint64>::max();
+    node->posY = 1e12;
+    node->createdAt = far(10000);
+    node->setFlow(flow.get());
+    const QUuid farID = node->id;
+    flow->items().add(std::move(node));
+    bundle.flows.push_back(std::move(flow));
+    target->insertRecords(std::move(bundle));
+
+    // In memory this session: the backup is written, and says what it
+    // could not keep, by task and field.
+    QStringList adjusted;
+    const FenrowBackup backup = target->makeBackup(utc(2026, 6, 10), &adjusted);
+    QString problem;
+    ASSERT_TRUE(backup.encoded(&problem)) << problem.toStdString();
+    EXPECT_EQ(adjusted, (QStringList{
+                            "task \"Far off\" in flow \"Imported\": start date left out (year -5 cannot be written)",
+                            "task \"Far off\" in flow \"Imported\": due date left out (year 20260 cannot be written)",
+                            "task \"Far off\" in flow \"Imported\": position written as 20000 (was 1e+12)",
+                            "task \"Far off\" in flow \"Imported\": creation date written as the moment of the "
+                            "backup (year 10000 cannot be written)",
+                        }));
+
+    // Opened again, the store holds them to their limits, for good.
+    target.reopen();
+    const FlowNode &held = *target->node(farID);
+    EXPECT_EQ(held.dueDate, std::nullopt);
+    EXPECT_EQ(held.startDate, std::nullopt);
+    EXPECT_EQ(held.estimateMinutes, ValueLimits::maxEstimateMinutes);
+    EXPECT_EQ(held.posY, CanvasBounds::limit);
+    EXPECT_EQ(held.createdAt, target.clock.now());
+    EXPECT_EQ(target->node(dig)->estimateMinutes, 150) << "values within the limits are left alone";
+    adjusted.clear();
+    EXPECT_TRUE(target->makeBackup(utc(2026, 6, 10), &adjusted).encoded());
+    EXPECT_EQ(adjusted, QStringList());
+    EXPECT_FALSE(target->hasChanges()) << "and wrote them back";
 }
 
 } // namespace

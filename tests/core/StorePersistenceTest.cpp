@@ -92,6 +92,7 @@ RecordBundle fullBundle(QUuid *flowID)
     file->posX = 10;
     file->posY = 20;
     file->manualWidth = 300;
+    file->manualHeight = 150;
     file->order = 1;
     file->createdAt = berlinTime(2026, 1, 5);
     file->setFlow(flow.get());
@@ -247,7 +248,7 @@ TEST(StorePersistence, LargeSavesKeepEveryColumnAndAreCheckpointedInTheBackgroun
         node->id = QUuid::createUuid();
         node->title = QStringLiteral("Task %1").arg(i);
         node->notes = QString(4000, QChar(u'a' + i % 26));
-        node->estimateMinutes = i;
+        node->estimateMinutes = i + 1;
         node->dueDate = i % 2 ? std::optional(berlinTime(2026, 2, 1 + i % 28, 0, 0)) : std::nullopt;
         node->posX = i;
         node->posY = -i;
@@ -294,7 +295,7 @@ TEST(StorePersistence, LargeSavesKeepEveryColumnAndAreCheckpointedInTheBackgroun
         const FlowNode *node = byTitle.value(QStringLiteral("Task %1").arg(i));
         ASSERT_NE(node, nullptr) << i;
         EXPECT_EQ(node->notes, QString(4000, QChar(u'a' + i % 26))) << i;
-        EXPECT_EQ(node->estimateMinutes, i);
+        EXPECT_EQ(node->estimateMinutes, i + 1);
         EXPECT_EQ(node->dueDate, i % 2 ? std::optional(berlinTime(2026, 2, 1 + i % 28, 0, 0)) : std::nullopt);
         EXPECT_EQ(node->posX, i + 1000);
         EXPECT_EQ(node->posY, -i);

@@ -2,6 +2,7 @@
 
 #include "Clock.h"
 #include "StoreLog.h"
+#include "ValueLimits.h"
 #include "persistence/StoreDatabase.h"
 
 #include <algorithm>
@@ -25,6 +26,7 @@ std::unique_ptr<FenrowStore> FenrowStore::open(std::unique_ptr<StoreDatabase> da
     store->adopt({std::move(loaded->flows), std::move(loaded->completionRecords), std::move(loaded->templates)},
                  false);
     store->reloadFlows();
+    store->normaliseLoaded();
     store->backfillCompletionTimes();
     return store;
 }
@@ -83,6 +85,68 @@ void FenrowStore::finishChange()
     save();
     reloadFlows();
     emit changed();
+}
+
+void FenrowStore::normaliseLoaded()
+{
+    // Values from before ValueLimits, or written by a road that skipped
+    // it, are held to it here, once, rather than at every reader: the plan
+    // would add up an estimate of 2^63 minutes, and a backup could not
+    // write a date in the year 20260. Opening is the one place every value
+    // passes; a backup meeting such a value anyway names it (makeBackup).
+    const QDateTime now = m_clock.now();
+    const auto required = [&](const QDateTime &moment) { return ValueLimits::isStorable(moment) ? moment : now; };
+    const auto rank = [](std::optional<qint64> value) {
+        return value ? std::optional(ValueLimits::count(*value)) : value;
+    };
+    int adjusted = 0;
+    const auto hold = [&](auto *record, auto field, const auto &value) {
+        if (update(record, field, value))
+            ++adjusted;
+    };
+    for (TaskFlow *flow : m_allFlows) {
+        hold(flow, &TaskFlow::createdAt, required(flow->createdAt));
+        hold(flow, &TaskFlow::viewportOffsetX, ValueLimits::viewportOffset(flow->viewportOffsetX));
+        hold(flow, &TaskFlow::viewportOffsetY, ValueLimits::viewportOffset(flow->viewportOffsetY));
+        hold(flow, &TaskFlow::viewportScale, ValueLimits::viewportScale(flow->viewportScale));
+        for (FlowNode *node : flow->items()) {
+            hold(node, &FlowNode::startDate, ValueLimits::date(node->startDate));
+            hold(node, &FlowNode::dueDate, ValueLimits::date(node->dueDate));
+            hold(node, &FlowNode::completedAt, ValueLimits::date(node->completedAt));
+            hold(node, &FlowNode::createdAt, required(node->createdAt));
+            hold(node, &FlowNode::estimateMinutes, ValueLimits::estimate(node->estimateMinutes));
+            hold(node, &FlowNode::dayPlanRank, rank(node->dayPlanRank));
+            hold(node, &FlowNode::repeatCount, ValueLimits::count(node->repeatCount));
+            hold(node, &FlowNode::posX, ValueLimits::coordinate(node->posX));
+            hold(node, &FlowNode::posY, ValueLimits::coordinate(node->posY));
+            const ValueLimits::ManualSize size = ValueLimits::manualSize(node->manualWidth, node->manualHeight);
+            hold(node, &FlowNode::manualWidth, size.width);
+            hold(node, &FlowNode::manualHeight, size.height);
+        }
+        for (DependencyEdge *edge : flow->edges())
+            hold(edge, &DependencyEdge::createdAt, required(edge->createdAt));
+        for (FlowFile *file : flow->files()) {
+            hold(file, &FlowFile::createdAt, required(file->createdAt));
+            hold(file, &FlowFile::byteCount, ValueLimits::count(file->byteCount));
+            hold(file, &FlowFile::posX, ValueLimits::coordinate(file->posX));
+            hold(file, &FlowFile::posY, ValueLimits::coordinate(file->posY));
+            const ValueLimits::ManualSize size = ValueLimits::manualSize(file->manualWidth, file->manualHeight);
+            hold(file, &FlowFile::manualWidth, size.width);
+            hold(file, &FlowFile::manualHeight, size.height);
+        }
+        for (FileLink *link : flow->fileLinks())
+            hold(link, &FileLink::createdAt, required(link->createdAt));
+    }
+    for (CompletionRecord *record : m_completionRecords) {
+        hold(record, &CompletionRecord::completedAt, required(record->completedAt));
+        hold(record, &CompletionRecord::cycle, ValueLimits::count(record->cycle));
+    }
+    for (FlowTemplate *flowTemplate : m_templates)
+        hold(flowTemplate, &FlowTemplate::createdAt, required(flowTemplate->createdAt));
+    if (adjusted > 0) {
+        qCWarning(fenrowStoreLog, "Held %d stored values to their limits", adjusted);
+        save();
+    }
 }
 
 void FenrowStore::backfillCompletionTimes()

@@ -19,6 +19,7 @@
 #include <QPointF>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <QUuid>
 
 #include <functional>
@@ -206,7 +207,10 @@ public:
     // --- backup (StoreBackup.cpp)
     // Everything the user owns as one document: flows in sidebar order,
     // without trashed files, with all templates and completion records.
-    FenrowBackup makeBackup(const QDateTime &createdAt) const;
+    // Every value passes ValueLimits on its way out, so that the document
+    // can always be written; a value that had to change is named in
+    // `adjusted` ("task "Pay" in flow "Home": due date left out, ...").
+    FenrowBackup makeBackup(const QDateTime &createdAt, QStringList *adjusted = nullptr) const;
     // Brings in a document that has been read whole; returns how many flows
     // it added. Replace empties the store first. Merge adds only flows,
     // templates and records whose ids are new, after the existing flows,
@@ -272,6 +276,8 @@ private:
     // Deletes every flow, template and completion record (a replacing
     // restore); the caller saves.
     void eraseEverything();
+    // Holds what was loaded to ValueLimits, writing back what changed.
+    void normaliseLoaded();
     // Saves, re-publishes the list and signals: the tail of every mutation.
     void finishChange();
 

@@ -2,6 +2,7 @@
 // by replacing the store or by merging what it does not have yet.
 #include "FenrowStore.h"
 
+#include "ValueLimits.h"
 #include "formats/FenrowBackup.h"
 
 #include <algorithm>
@@ -10,20 +11,85 @@ namespace fenrow {
 
 namespace {
 
-FenrowBackup::Flow backupFlow(const TaskFlow &flow)
+// Holds each value on its way into a backup to ValueLimits, which a
+// document can always carry, and names every value that had to change.
+// The store keeps its values within the limits (edits pass them, opening
+// normalises), so this only meets a value that came in by a road that
+// skipped them; one such value must not cost the user the whole backup.
+class OutgoingValues {
+public:
+    OutgoingValues(QStringList *adjusted, QDateTime fallbackDate)
+        : m_adjusted(adjusted), m_fallbackDate(std::move(fallbackDate))
+    {
+    }
+
+    // What the following values belong to: 'task "Pay" in flow "Home"'.
+    void about(QString subject) { m_subject = std::move(subject); }
+
+    std::optional<QDateTime> date(const std::optional<QDateTime> &value, const char *field)
+    {
+        std::optional<QDateTime> kept = ValueLimits::date(value);
+        if (value && !kept)
+            note(field, QStringLiteral("left out (%1)").arg(describe(*value)));
+        return kept;
+    }
+    // A date the document cannot do without takes the backup's own moment.
+    QDateTime date(const QDateTime &value, const char *field)
+    {
+        if (ValueLimits::isStorable(value))
+            return value;
+        note(field, QStringLiteral("written as the moment of the backup (%1)").arg(describe(value)));
+        return m_fallbackDate;
+    }
+    double number(double value, double kept, const char *field)
+    {
+        if (kept != value)
+            note(field, QStringLiteral("written as %1 (was %2)").arg(kept).arg(value));
+        return kept;
+    }
+    ValueLimits::ManualSize size(std::optional<double> width, std::optional<double> height)
+    {
+        const ValueLimits::ManualSize kept = ValueLimits::manualSize(width, height);
+        if (kept.width != width || kept.height != height)
+            note("size", QStringLiteral("held to the card limits"));
+        return kept;
+    }
+
+private:
+    static QString describe(const QDateTime &value)
+    {
+        return value.isValid() ? QStringLiteral("year %1 cannot be written").arg(value.toUTC().date().year())
+                               : QStringLiteral("not a valid date");
+    }
+    void note(const char *field, const QString &what)
+    {
+        if (m_adjusted)
+            m_adjusted->append(QStringLiteral("%1: %2 %3").arg(m_subject, QLatin1StringView(field), what));
+    }
+
+    QStringList *m_adjusted;
+    QDateTime m_fallbackDate;
+    QString m_subject;
+};
+
+FenrowBackup::Flow backupFlow(const TaskFlow &flow, OutgoingValues &values)
 {
+    const QString flowName = flow.displayName();
+    values.about(QStringLiteral("flow \"%1\"").arg(flowName));
     FenrowBackup::Flow out;
     out.id = flow.id;
     out.name = flow.name;
     out.order = flow.order;
-    out.createdAt = flow.createdAt;
-    out.viewportOffsetX = flow.viewportOffsetX;
-    out.viewportOffsetY = flow.viewportOffsetY;
-    out.viewportScale = flow.viewportScale;
+    out.createdAt = values.date(flow.createdAt, "creation date");
+    out.viewportOffsetX = values.number(flow.viewportOffsetX, ValueLimits::viewportOffset(flow.viewportOffsetX), "view");
+    out.viewportOffsetY = values.number(flow.viewportOffsetY, ValueLimits::viewportOffset(flow.viewportOffsetY), "view");
+    out.viewportScale = values.number(flow.viewportScale, ValueLimits::viewportScale(flow.viewportScale), "zoom");
     out.hasBeenFramed = flow.hasBeenFramed;
 
     out.items.reserve(qsizetype(flow.items().size()));
     for (const FlowNode *node : flow.items()) {
+        values.about(QStringLiteral("task \"%1\" in flow \"%2\"").arg(node->title, flowName));
+        const ValueLimits::ManualSize size = values.size(node->manualWidth, node->manualHeight);
         out.items.append({
             .id = node->id,
             .title = node->title,
@@ -32,25 +98,26 @@ FenrowBackup::Flow backupFlow(const TaskFlow &flow)
             .notes = node->notes,
             .priorityRaw = node->priorityRaw,
             .colorRaw = node->colorRaw,
-            .startDate = node->startDate,
-            .dueDate = node->dueDate,
+            .startDate = values.date(node->startDate, "start date"),
+            .dueDate = values.date(node->dueDate, "due date"),
             .estimateMinutes = node->estimateMinutes,
             .dayPlanRank = node->dayPlanRank,
-            .manualWidth = node->manualWidth,
-            .manualHeight = node->manualHeight,
+            .manualWidth = size.width,
+            .manualHeight = size.height,
             .isCollapsed = node->isCollapsed,
             .checklistData = node->checklistData,
             .recurrenceRaw = node->recurrenceRaw,
             .repeatCount = node->repeatCount,
-            .completedAt = node->completedAt,
-            .posX = node->posX,
-            .posY = node->posY,
+            .completedAt = values.date(node->completedAt, "completion date"),
+            .posX = values.number(node->posX, ValueLimits::coordinate(node->posX), "position"),
+            .posY = values.number(node->posY, ValueLimits::coordinate(node->posY), "position"),
             .order = node->order,
-            .createdAt = node->createdAt,
+            .createdAt = values.date(node->createdAt, "creation date"),
         });
     }
 
     out.edges.reserve(qsizetype(flow.edges().size()));
+    values.about(QStringLiteral("a connection in flow \"%1\"").arg(flowName));
     for (const DependencyEdge *edge : flow.edges()) {
         if (!edge->fromItem() || !edge->toItem())
             continue;
@@ -58,13 +125,15 @@ FenrowBackup::Flow backupFlow(const TaskFlow &flow)
         if (edge->kind)
             kind = rawString(*edge->kind);
         out.edges.append({edge->id, edge->fromItem()->id, edge->toItem()->id, rawString(edge->source), kind,
-                          edge->createdAt});
+                          values.date(edge->createdAt, "creation date")});
     }
 
     // A trashed file waits only for undo; it and its links stay behind.
     for (const FlowFile *file : flow.files()) {
         if (file->isTrashed)
             continue;
+        values.about(QStringLiteral("file \"%1\" in flow \"%2\"").arg(file->filename, flowName));
+        const ValueLimits::ManualSize size = values.size(file->manualWidth, file->manualHeight);
         out.files.append({
             .id = file->id,
             .filename = file->filename,
@@ -72,16 +141,16 @@ FenrowBackup::Flow backupFlow(const TaskFlow &flow)
             .byteCount = file->byteCount,
             .data = file->data.value(),
             .thumbnail = file->thumbnail.value(),
-            .posX = file->posX,
-            .posY = file->posY,
-            .manualWidth = file->manualWidth,
-            .manualHeight = file->manualHeight,
+            .posX = values.number(file->posX, ValueLimits::coordinate(file->posX), "position"),
+            .posY = values.number(file->posY, ValueLimits::coordinate(file->posY), "position"),
+            .manualWidth = size.width,
+            .manualHeight = size.height,
             .order = file->order,
-            .createdAt = file->createdAt,
+            .createdAt = values.date(file->createdAt, "creation date"),
         });
         for (const FileLink *link : file->links()) {
             if (link->node())
-                out.links.append({link->id, file->id, link->node()->id, link->createdAt});
+                out.links.append({link->id, file->id, link->node()->id, values.date(link->createdAt, "link date")});
         }
     }
     return out;
@@ -209,19 +278,25 @@ std::unique_ptr<TaskFlow> restoredFlow(const FenrowBackup::Flow &source, qint64 
 
 } // namespace
 
-FenrowBackup FenrowStore::makeBackup(const QDateTime &createdAt) const
+FenrowBackup FenrowStore::makeBackup(const QDateTime &createdAt, QStringList *adjusted) const
 {
     FenrowBackup backup;
     backup.createdAt = createdAt;
+    OutgoingValues values(adjusted, createdAt);
     backup.flows.reserve(m_flows.size());
     for (const TaskFlow *flow : m_flows)
-        backup.flows.append(backupFlow(*flow));
-    for (const FlowTemplate *flowTemplate : templateList())
-        backup.templates.append({flowTemplate->id, flowTemplate->name, flowTemplate->createdAt, flowTemplate->payload});
+        backup.flows.append(backupFlow(*flow, values));
+    for (const FlowTemplate *flowTemplate : templateList()) {
+        values.about(QStringLiteral("template \"%1\"").arg(flowTemplate->name));
+        backup.templates.append({flowTemplate->id, flowTemplate->name,
+                                 values.date(flowTemplate->createdAt, "creation date"), flowTemplate->payload});
+    }
     backup.records.reserve(qsizetype(m_completionRecords.size()));
     for (const CompletionRecord *record : m_completionRecords) {
+        values.about(QStringLiteral("archive record \"%1\"").arg(record->title));
         backup.records.append({record->id, record->nodeID, record->flowID, record->flowName, record->title,
-                               record->kindRaw, record->completedAt, record->cycle, record->payload.value()});
+                               record->kindRaw, values.date(record->completedAt, "completion date"), record->cycle,
+                               record->payload.value()});
     }
     return backup;
 }

@@ -50,10 +50,14 @@ double viewportOffset(double offset)
 
 bool isStorable(const QDateTime &moment)
 {
+    // As milliseconds, the years of UTC without a calendar: opening a
+    // store passes every date it holds through here.
+    static const qint64 first = QDateTime(QDate(firstYear, 1, 1), QTime(0, 0), Qt::UTC).toMSecsSinceEpoch();
+    static const qint64 after = QDateTime(QDate(lastYear + 1, 1, 1), QTime(0, 0), Qt::UTC).toMSecsSinceEpoch();
     if (!moment.isValid())
         return false;
-    const int year = moment.toUTC().date().year();
-    return year >= firstYear && year <= lastYear;
+    const qint64 milliseconds = moment.toMSecsSinceEpoch();
+    return milliseconds >= first && milliseconds < after;
 }
 
 std::optional<QDateTime> date(const std::optional<QDateTime> &moment)

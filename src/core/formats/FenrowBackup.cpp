@@ -4,6 +4,7 @@
 #include "domain/LocalCalendar.h"
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 
@@ -21,13 +22,15 @@ QLatin1StringView key(const char *name)
 // Writes the document with every object's keys in sorted order (each
 // function below lists them so), as QJsonDocument would write it: equal
 // documents give equal bytes. A value the format cannot hold (a number
-// that is not finite, a date that is not valid) fails the whole writing.
+// that is not finite, a date that is not valid) fails the whole writing,
+// and the first one is named by its place: "flows[0].items[3].dueDate".
 class Writer {
 public:
     explicit Writer(qsizetype reserve) : m_json(reserve) {}
 
     bool ok() const { return m_json.ok(); }
     QByteArray take() { return m_json.take(); }
+    const QString &problem() const { return m_problem; }
 
     void document(const FenrowBackup &backup)
     {
@@ -43,18 +46,33 @@ public:
     }
 
 private:
+    void refuse(const char *name, const QString &what)
+    {
+        if (m_problem.isEmpty()) {
+            for (const auto &[list, index] : m_path) {
+                if (!m_problem.isEmpty())
+                    m_problem += QLatin1Char('.');
+                m_problem += list + QStringLiteral("[%1]").arg(index);
+            }
+            if (!m_problem.isEmpty())
+                m_problem += QLatin1Char('.');
+            m_problem += QLatin1StringView(name) + QStringLiteral(": ") + what;
+        }
+        m_json.fail();
+    }
+
     void date(const char *name, const QDateTime &moment)
     {
         m_json.key(key(name));
         if (!moment.isValid()) {
-            m_json.fail();
+            refuse(name, QStringLiteral("not a valid date"));
             return;
         }
         const QDateTime utc = moment.toUTC();
         const QDate day = utc.date();
         const QTime time = utc.time();
         if (day.year() < 1 || day.year() > 9999)
-            m_json.fail();
+            refuse(name, QStringLiteral("the year %1 cannot be written (only 1 to 9999)").arg(day.year()));
         // Whole seconds: the fraction is dropped, never rounded up into the
         // next second.
         char text[21];
@@ -85,6 +103,8 @@ private:
     void number(const char *name, double value)
     {
         m_json.key(key(name));
+        if (!std::isfinite(value))
+            refuse(name, QStringLiteral("%1 is not a number JSON can hold").arg(value));
         m_json.number(value);
     }
     void number(const char *name, const std::optional<double> &value)
@@ -120,8 +140,12 @@ private:
     {
         m_json.key(key(name));
         m_json.beginArray();
-        for (const Value &value : values)
+        m_path.push_back({QLatin1StringView(name), 0});
+        for (const Value &value : values) {
             (this->*write)(value);
+            ++m_path.back().second;
+        }
+        m_path.pop_back();
         m_json.endArray();
     }
 
@@ -237,6 +261,9 @@ private:
     }
 
     JsonWriter m_json;
+    // The lists being written, each with the index of its element.
+    std::vector<std::pair<QLatin1StringView, qsizetype>> m_path;
+    QString m_problem;
 };
 
 // ---------------------------------------------------------------- reading
@@ -679,7 +706,7 @@ bool readDocument(Decoder &decoder, FenrowBackup &backup)
 
 } // namespace
 
-std::optional<QByteArray> FenrowBackup::encoded() const
+std::optional<QByteArray> FenrowBackup::encoded(QString *problem) const
 {
     // A document is mostly its tasks: about 400 bytes each, plus the files.
     qsizetype estimate = 4096;
@@ -692,8 +719,11 @@ std::optional<QByteArray> FenrowBackup::encoded() const
     estimate += records.size() * 400 + templates.size() * 400;
     Writer writer(estimate);
     writer.document(*this);
-    if (!writer.ok())
+    if (!writer.ok()) {
+        if (problem)
+            *problem = writer.problem();
         return std::nullopt;
+    }
     return writer.take();
 }
 

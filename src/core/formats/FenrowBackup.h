@@ -146,8 +146,9 @@ struct FenrowBackup {
     QList<Record> records;
 
     // The document's bytes; none when a value cannot be written (a number
-    // that is not finite, a date that is not valid).
-    std::optional<QByteArray> encoded() const;
+    // that is not finite, a date that is not valid or outside the years 1
+    // to 9999), and then `problem` names the first such value by its place.
+    std::optional<QByteArray> encoded(QString *problem = nullptr) const;
     // Reads and checks the whole document: any missing or mistyped required
     // field, a date not in the whole-second form, broken JSON or another
     // format name is `unreadable`; a version of 2 or more is
