@@ -18,6 +18,7 @@ programs=(fenrow-bench-store-open fenrow-bench-store-save fenrow-bench-ready fen
 programs+=(fenrow-bench-forwarded-command)
 programs+=(fenrow-bench-history-search)
 programs+=(fenrow-bench-exchange)
+programs+=(fenrow-bench-large-flow)
 programs+=(fenrow-bench-canvas)
 programs+=(fenrow-bench-canvas-paint)
 programs+=(fenrow-bench-capture-dates)

@@ -14,8 +14,6 @@
 #include "domain/Readiness.h"
 #include "shell/AppPreferences.h"
 
-#include <QJsonArray>
-
 namespace fenrow::ReadyCommand {
 
 namespace {
@@ -80,10 +78,9 @@ int showReady(CommandContext &context)
         Readiness::sortedReady(Readiness::readyTasks(store.flows(), now, calendar), sort);
 
     if (context.json()) {
-        QJsonArray list;
-        for (const ReadyTask &task : tasks)
-            list.append(JsonOutput::readyTask(*task.node, now, calendar));
-        context.printJson(list);
+        JsonOutput::writeReadyList(tasks, now, calendar, [&context](std::string_view piece) {
+            context.out() << QString::fromUtf8(piece.data(), qsizetype(piece.size()));
+        });
         return exitSuccess;
     }
     if (tasks.isEmpty()) {

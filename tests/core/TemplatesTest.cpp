@@ -223,6 +223,8 @@ TEST(TemplatePayload, WritesOnlyPresentOptionalsAndReadsBackEqual)
         {1, "Pack", "", "none", "none", std::nullopt, "", std::nullopt, 200, std::nullopt, 400, 30, 1},
     };
     blueprint.edges = {{0, 1, "dependency", "ai"}};
+    // Half a surrogate pair, which only the lenient reading takes back.
+    blueprint.items[1].notes = QString(QChar(0xDC00));
 
     const QByteArray payload = blueprint.encode();
     const QJsonArray items = QJsonDocument::fromJson(payload).object().value("items").toArray();
@@ -235,6 +237,8 @@ TEST(TemplatePayload, WritesOnlyPresentOptionalsAndReadsBackEqual)
     EXPECT_EQ(present, (QStringList{"0.estimateMinutes", "0.recurrenceRaw", "0.manualWidth", "1.manualWidth",
                                     "0.manualHeight"}));
     EXPECT_EQ(FlowBlueprint::decode(payload), blueprint);
+    EXPECT_EQ(payload, QJsonDocument::fromJson(payload).toJson(QJsonDocument::Compact))
+        << "the bytes templates have always had";
 
     blueprint.items[1].posY = qQNaN();
     EXPECT_TRUE(blueprint.encode().isEmpty()) << "JSON cannot hold NaN";

@@ -152,7 +152,9 @@ QString FenrowStore::exportOPML(const TaskFlow &flow) const
 FenrowStore::ImportedFlow FenrowStore::importOPML(const QString &title, const QList<OPMLCodec::Outline> &roots,
                                                   const QString &fallbackName)
 {
-    const QDateTime now = m_clock.now();
+    // In UTC, as the store loads dates: a local time would ask the zone
+    // again for every row written.
+    const QDateTime now = m_clock.now().toUTC();
     auto flow = std::make_unique<TaskFlow>();
     flow->id = RecordID::make();
     flow->name = TextRules::nameOr(title.isEmpty() ? fallbackName : title, TextRules::untitledFlowName);

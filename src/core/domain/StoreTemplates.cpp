@@ -38,7 +38,9 @@ QList<const FlowTemplate *> FenrowStore::templateList() const
 
 const TaskFlow *FenrowStore::instantiate(const FlowBlueprint &blueprint, const std::optional<QString> &name)
 {
-    const QDateTime now = m_clock.now();
+    // In UTC, as the store loads dates: a local time would ask the zone
+    // again for every row written.
+    const QDateTime now = m_clock.now().toUTC();
 
     auto flow = std::make_unique<TaskFlow>();
     flow->id = RecordID::make();
