@@ -1,5 +1,8 @@
 #include "TestStore.h"
 
+#include "canvas/CanvasBounds.h"
+#include "canvas/NodeSizeResolver.h"
+#include "domain/ValueLimits.h"
 #include "shell/InterfaceLanguage.h"
 
 #include <QJsonArray>
@@ -213,6 +216,26 @@ TEST_F(Templates, InstantiateSkipsMeaninglessEdgesAndKeepsRawText)
     EXPECT_TRUE(emptyCopy->items().empty());
 }
 
+TEST_F(Templates, NumbersOfAShapeAreHeldToTheStoresRanges)
+{
+    FlowBlueprint blueprint;
+    blueprint.items.resize(2);
+    blueprint.items[0] = {0, "Far", "", "none", "none", qint64(1) << 40, "", std::nullopt, 1e9, 1e9, 1e300, -1e300, -7};
+    blueprint.items[1] = {1, "Odd", "", "none", "none", -5, "", std::nullopt, 300, std::nullopt, qInf(), 0, 3};
+    const TaskFlow *made = store->instantiate(blueprint, std::nullopt);
+    const FlowNode &far = *byTitle(*made, QStringLiteral("Far"));
+    EXPECT_EQ(far.estimateMinutes, ValueLimits::maxEstimateMinutes);
+    EXPECT_EQ(far.posX, CanvasBounds::limit);
+    EXPECT_EQ(far.posY, -CanvasBounds::limit);
+    EXPECT_EQ(far.manualWidth, NodeSizeResolver::maxWidth);
+    EXPECT_EQ(far.manualHeight, NodeSizeResolver::maxHeight);
+    EXPECT_EQ(far.order, 0);
+    const FlowNode &odd = *byTitle(*made, QStringLiteral("Odd"));
+    EXPECT_FALSE(odd.estimateMinutes);
+    EXPECT_FALSE(odd.manualWidth) << "a size needs both sides";
+    EXPECT_EQ(odd.posX, 0) << "infinity is no place";
+}
+
 TEST(TemplatePayload, WritesOnlyPresentOptionalsAndReadsBackEqual)
 {
     FlowBlueprint blueprint;
@@ -263,11 +286,21 @@ TEST(TemplatePayload, BrokenPayloadsDecodeToNothing)
         broken(R"("version":1)", R"("version":"1")"),
         broken(R"([{"from")", R"(["x",{"from")"),
         broken(R"("order":0)", R"("order":0,"estimateMinutes":"lots")"),
+        broken(R"("title":"T")", R"("title":["T"])"),
+        broken(R"("name":"N")", R"("name":"N","deep":)" + QByteArray(100000, '[') + QByteArray(100000, ']')),
     };
     for (const QByteArray &payload : payloads)
         EXPECT_EQ(FlowBlueprint::decode(payload), std::nullopt) << payload.toStdString();
     EXPECT_TRUE(FlowBlueprint::decode(broken(R"("order":0)", R"("order":0,"manualWidth":null)")))
         << "null reads as absent";
+
+    // A checklist that is no list of entries is kept as it is, not read.
+    for (const QString &checklist : {QString(50000, QLatin1Char('[')) + QString(50000, QLatin1Char(']')),
+                                     QStringLiteral("[{\"id\":\"%1\",\"title\":7,\"isDone\":false}]")
+                                         .arg(QUuid::createUuid().toString(QUuid::WithoutBraces))}) {
+        EXPECT_EQ(FlowBlueprint::resetChecklist(checklist), checklist);
+        EXPECT_FALSE(ChecklistCodec::hasEntries(checklist));
+    }
 }
 
 TEST_F(Templates, UnreadableTemplateMakesNothingAndStaysListed)

@@ -5,6 +5,7 @@
 #include "Clock.h"
 #include "RecordID.h"
 #include "TextRules.h"
+#include "ValueLimits.h"
 
 #include <QPair>
 
@@ -60,12 +61,15 @@ const TaskFlow *FenrowStore::instantiate(const FlowBlueprint &blueprint, const s
         node->notes = item.notes;
         node->priorityRaw = item.priorityRaw;
         node->colorRaw = item.colorRaw;
-        node->estimateMinutes = item.estimateMinutes;
-        node->manualWidth = item.manualWidth;
-        node->manualHeight = item.manualHeight;
-        node->posX = item.posX;
-        node->posY = item.posY;
-        node->order = item.order;
+        // A template may come from a backup or an older version: its
+        // numbers are held to the store's ranges like an edit's.
+        node->estimateMinutes = ValueLimits::estimate(item.estimateMinutes);
+        const ValueLimits::ManualSize size = ValueLimits::manualSize(item.manualWidth, item.manualHeight);
+        node->manualWidth = size.width;
+        node->manualHeight = size.height;
+        node->posX = ValueLimits::coordinate(item.posX);
+        node->posY = ValueLimits::coordinate(item.posY);
+        node->order = ValueLimits::count(item.order);
         // Again here, so that two flows from one template share no entry ids.
         node->checklistData = FlowBlueprint::resetChecklist(item.checklistData);
         node->recurrenceRaw = item.recurrenceRaw;
