@@ -1851,6 +1851,22 @@
         <source>That task or flow does not exist any more.</source>
         <translation>Diese Aufgabe oder dieser Flow existiert nicht mehr.</translation>
     </message>
+    <message id="backup.restore.done.edgesLeftOut %lld">
+        <source>Connections left out because they would have led a task back to itself or repeated another: %1.</source>
+        <translation>Weggelassene Verbindungen, weil sie eine Aufgabe zu sich selbst zurückgeführt oder eine andere wiederholt hätten: %1.</translation>
+    </message>
+    <message id="backup.restore.done.safety %@">
+        <source>What Fenrow held before is kept in “%1”. Restore that file with Replace to undo this.</source>
+        <translation>Der vorherige Stand von Fenrow liegt in „%1“. Stellen Sie diese Datei mit Ersetzen wieder her, um das rückgängig zu machen.</translation>
+    </message>
+    <message id="backup.restore.failed.title">
+        <source>The backup could not be restored</source>
+        <translation>Die Sicherung konnte nicht wiederhergestellt werden</translation>
+    </message>
+    <message id="backup.restore.failed.message">
+        <source>Nothing was changed.</source>
+        <translation>Nichts wurde geändert.</translation>
+    </message>
     <message id="backup.adjusted.title">
         <source>Backup written with changes</source>
         <translation>Sicherung mit Änderungen geschrieben</translation>

@@ -1851,6 +1851,22 @@
         <source>That task or flow does not exist any more.</source>
         <translation>That task or flow does not exist any more.</translation>
     </message>
+    <message id="backup.restore.done.edgesLeftOut %lld">
+        <source>Connections left out because they would have led a task back to itself or repeated another: %1.</source>
+        <translation>Connections left out because they would have led a task back to itself or repeated another: %1.</translation>
+    </message>
+    <message id="backup.restore.done.safety %@">
+        <source>What Fenrow held before is kept in “%1”. Restore that file with Replace to undo this.</source>
+        <translation>What Fenrow held before is kept in “%1”. Restore that file with Replace to undo this.</translation>
+    </message>
+    <message id="backup.restore.failed.title">
+        <source>The backup could not be restored</source>
+        <translation>The backup could not be restored</translation>
+    </message>
+    <message id="backup.restore.failed.message">
+        <source>Nothing was changed.</source>
+        <translation>Nothing was changed.</translation>
+    </message>
     <message id="backup.adjusted.title">
         <source>Backup written with changes</source>
         <translation>Backup written with changes</translation>

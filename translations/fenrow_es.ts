@@ -1851,6 +1851,22 @@
         <source>That task or flow does not exist any more.</source>
         <translation>Esa tarea o ese flujo ya no existe.</translation>
     </message>
+    <message id="backup.restore.done.edgesLeftOut %lld">
+        <source>Connections left out because they would have led a task back to itself or repeated another: %1.</source>
+        <translation>Conexiones omitidas porque habrían llevado una tarea de vuelta a sí misma o repetido otra: %1.</translation>
+    </message>
+    <message id="backup.restore.done.safety %@">
+        <source>What Fenrow held before is kept in “%1”. Restore that file with Replace to undo this.</source>
+        <translation>Lo que Fenrow tenía antes se guarda en «%1». Restaure ese archivo con Reemplazar para deshacerlo.</translation>
+    </message>
+    <message id="backup.restore.failed.title">
+        <source>The backup could not be restored</source>
+        <translation>No se pudo restaurar la copia de seguridad</translation>
+    </message>
+    <message id="backup.restore.failed.message">
+        <source>Nothing was changed.</source>
+        <translation>No se cambió nada.</translation>
+    </message>
     <message id="backup.adjusted.title">
         <source>Backup written with changes</source>
         <translation>Copia de seguridad escrita con cambios</translation>

@@ -1851,6 +1851,22 @@
         <source>That task or flow does not exist any more.</source>
         <translation>Cette tâche ou ce flux n’existe plus.</translation>
     </message>
+    <message id="backup.restore.done.edgesLeftOut %lld">
+        <source>Connections left out because they would have led a task back to itself or repeated another: %1.</source>
+        <translation>Liens écartés parce qu’ils auraient ramené une tâche à elle-même ou répété un autre lien : %1.</translation>
+    </message>
+    <message id="backup.restore.done.safety %@">
+        <source>What Fenrow held before is kept in “%1”. Restore that file with Replace to undo this.</source>
+        <translation>Ce que Fenrow contenait avant est conservé dans « %1 ». Restaurez ce fichier avec Remplacer pour annuler.</translation>
+    </message>
+    <message id="backup.restore.failed.title">
+        <source>The backup could not be restored</source>
+        <translation>La sauvegarde n’a pas pu être restaurée</translation>
+    </message>
+    <message id="backup.restore.failed.message">
+        <source>Nothing was changed.</source>
+        <translation>Rien n’a été modifié.</translation>
+    </message>
     <message id="backup.adjusted.title">
         <source>Backup written with changes</source>
         <translation>Sauvegarde écrite avec des modifications</translation>

@@ -1851,6 +1851,22 @@
         <source>That task or flow does not exist any more.</source>
         <translation>Bu görev ya da akış artık yok.</translation>
     </message>
+    <message id="backup.restore.done.edgesLeftOut %lld">
+        <source>Connections left out because they would have led a task back to itself or repeated another: %1.</source>
+        <translation>Bir görevi kendisine geri götüreceği ya da başka bir bağlantıyı yineleyeceği için dışarıda bırakılan bağlantılar: %1.</translation>
+    </message>
+    <message id="backup.restore.done.safety %@">
+        <source>What Fenrow held before is kept in “%1”. Restore that file with Replace to undo this.</source>
+        <translation>Fenrow’un önceki içeriği “%1” dosyasında saklanıyor. Bunu geri almak için o dosyayı Değiştir ile geri yükleyin.</translation>
+    </message>
+    <message id="backup.restore.failed.title">
+        <source>The backup could not be restored</source>
+        <translation>Yedek geri yüklenemedi</translation>
+    </message>
+    <message id="backup.restore.failed.message">
+        <source>Nothing was changed.</source>
+        <translation>Hiçbir şey değiştirilmedi.</translation>
+    </message>
     <message id="backup.adjusted.title">
         <source>Backup written with changes</source>
         <translation>Yedek değişikliklerle yazıldı</translation>

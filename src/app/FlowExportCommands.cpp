@@ -320,10 +320,10 @@ void FlowExportCommands::restoreFrom(const QString &path)
                text);
         return;
     }
-    askHowToRestore(std::make_shared<const FenrowBackup>(std::get<FenrowBackup>(decoded)));
+    askHowToRestore(std::make_shared<const FenrowBackup>(std::get<FenrowBackup>(decoded)), path);
 }
 
-void FlowExportCommands::askHowToRestore(std::shared_ptr<const FenrowBackup> backup)
+void FlowExportCommands::askHowToRestore(std::shared_ptr<const FenrowBackup> backup, const QString &path)
 {
     auto *box = new QMessageBox(m_window);
     box->setObjectName(QStringLiteral("backup.restore.mode"));
@@ -344,16 +344,16 @@ void FlowExportCommands::askHowToRestore(std::shared_ptr<const FenrowBackup> bac
     // Return takes the choice that loses nothing.
     box->setDefaultButton(merge);
     box->setEscapeButton(cancel);
-    connect(box, &QMessageBox::buttonClicked, this, [this, backup, merge, replace](QAbstractButton *button) {
+    connect(box, &QMessageBox::buttonClicked, this, [this, backup, path, merge, replace](QAbstractButton *button) {
         if (button == merge)
-            runRestore(*backup, false);
+            runRestore(*backup, path, false);
         else if (button == replace)
-            confirmReplace(backup);
+            confirmReplace(backup, path);
     });
     box->open();
 }
 
-void FlowExportCommands::confirmReplace(std::shared_ptr<const FenrowBackup> backup)
+void FlowExportCommands::confirmReplace(std::shared_ptr<const FenrowBackup> backup, const QString &path)
 {
     auto *box = new QMessageBox(m_window);
     box->setObjectName(QStringLiteral("backup.restore.replaceConfirmation"));
@@ -372,18 +372,31 @@ void FlowExportCommands::confirmReplace(std::shared_ptr<const FenrowBackup> back
     // Return must not throw everything away.
     box->setDefaultButton(cancel);
     box->setEscapeButton(cancel);
-    connect(box, &QMessageBox::buttonClicked, this, [this, backup, replace](QAbstractButton *button) {
+    connect(box, &QMessageBox::buttonClicked, this, [this, backup, path, replace](QAbstractButton *button) {
         if (button == replace)
-            runRestore(*backup, true);
+            runRestore(*backup, path, true);
     });
     box->open();
 }
 
-void FlowExportCommands::runRestore(const FenrowBackup &backup, bool replacing)
+void FlowExportCommands::runRestore(const FenrowBackup &backup, const QString &path, bool replacing)
 {
-    const int added = m_store.restoreBackup(backup, replacing ? RestoreMode::replace : RestoreMode::merge);
-    const QString text = replacing || added > 0 ? qtTrId("backup.restore.done.message %lld").arg(added)
-                                                : qtTrId("backup.restore.done.nothing");
+    const FenrowStore::RestoreOutcome outcome =
+        m_store.restore(backup, replacing ? RestoreMode::replace : RestoreMode::merge, path);
+    if (!outcome.restored) {
+        inform("backup.restore.failed", QMessageBox::Warning, qtTrId("backup.restore.failed.title"),
+               qtTrId("backup.restore.failed.message") + QStringLiteral("\n\n") + outcome.problem);
+        return;
+    }
+    const int added = outcome.flowsAdded;
+    QString text = replacing || added > 0 ? qtTrId("backup.restore.done.message %lld").arg(added)
+                                          : qtTrId("backup.restore.done.nothing");
+    if (outcome.edgesLeftOut > 0)
+        text += QLatin1Char(' ') + qtTrId("backup.restore.done.edgesLeftOut %lld").arg(outcome.edgesLeftOut);
+    // Where to turn if the replace is regretted.
+    if (!outcome.safetyBackup.isEmpty())
+        text += QStringLiteral("\n\n")
+            + qtTrId("backup.restore.done.safety %@").arg(QDir::toNativeSeparators(outcome.safetyBackup));
     inform("backup.restore.done", QMessageBox::Information, qtTrId("backup.restore.done.title"), text);
 }
 

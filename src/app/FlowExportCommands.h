@@ -66,9 +66,11 @@ private:
     void writeInBackground(const QString &path, const QByteArray &bytes, const char *failureLog);
     void askToRelink(const QUuid &flowID);
     void restoreFrom(const QString &path);
-    void askHowToRestore(std::shared_ptr<const FenrowBackup> backup);
-    void confirmReplace(std::shared_ptr<const FenrowBackup> backup);
-    void runRestore(const FenrowBackup &backup, bool replacing);
+    // `path` is the file the backup came from, spared when earlier safety
+    // backups are cleared away.
+    void askHowToRestore(std::shared_ptr<const FenrowBackup> backup, const QString &path);
+    void confirmReplace(std::shared_ptr<const FenrowBackup> backup, const QString &path);
+    void runRestore(const FenrowBackup &backup, const QString &path, bool replacing);
     void applyShortcuts();
 
     FenrowStore &m_store;

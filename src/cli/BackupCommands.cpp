@@ -113,19 +113,40 @@ int restore(CommandContext &context)
         return exitFailure;
     }
     FenrowStore &store = context.store();
-    const int added = store.restoreBackup(backup, merging ? RestoreMode::merge : RestoreMode::replace);
+    const FenrowStore::RestoreOutcome outcome =
+        store.restore(backup, merging ? RestoreMode::merge : RestoreMode::replace, context.filePath(path));
+    if (!outcome.restored) {
+        return context.fail(
+            QStringLiteral("cannot restore %1: %2; nothing was changed").arg(PlainText::quoted(path), outcome.problem));
+    }
+    const int added = outcome.flowsAdded;
+    const QString safety = outcome.safetyBackup.isEmpty() ? QString() : DocumentFile::shown(outcome.safetyBackup);
     if (context.json()) {
-        context.printJson(QJsonObject{
+        QJsonObject result{
             {QStringLiteral("mode"), merging ? mergeOption : replaceOption},
             {QStringLiteral("flowsAdded"), added},
             {QStringLiteral("flows"), qint64(store.flows().size())},
-        });
-    } else if (merging && added == 0) {
+            {QStringLiteral("edgesLeftOut"), outcome.edgesLeftOut},
+        };
+        if (!safety.isEmpty())
+            result.insert(QStringLiteral("safetyBackup"), safety);
+        context.printJson(result);
+        return exitSuccess;
+    }
+    if (merging && added == 0) {
         context.out() << "Every flow in the backup is already here; nothing was added.\n";
-    } else {
-        context.out() << (merging ? "Merged " : "Restored ") << counted(added, "flow", "flows") << " from "
-                      << PlainText::quoted(path) << "; the store now has "
-                      << counted(store.flows().size(), "flow", "flows") << ".\n";
+        return exitSuccess;
+    }
+    context.out() << (merging ? "Merged " : "Restored ") << counted(added, "flow", "flows") << " from "
+                  << PlainText::quoted(path) << "; the store now has "
+                  << counted(store.flows().size(), "flow", "flows") << ".\n";
+    if (outcome.edgesLeftOut > 0) {
+        context.out() << "Left out " << counted(outcome.edgesLeftOut, "connection", "connections")
+                      << " that would have led a task back to itself or repeated another.\n";
+    }
+    if (!safety.isEmpty()) {
+        context.out() << "What the store held before is in " << PlainText::quoted(safety)
+                      << "; restore it with --replace to undo this.\n";
     }
     return exitSuccess;
 }
@@ -162,8 +183,12 @@ void registerIn(CommandRegistry &registry)
             "archive records) and the missing templates, after the existing flows; a flow\n"
             "that is here already is left as it is. --replace deletes all flows, templates\n"
             "and archive records first; it asks on the terminal, and without one does\n"
-            "nothing unless --yes is given. No undo history survives a restore.\n"
-            "With --json: mode, flowsAdded, flows."),
+            "nothing unless --yes is given. Before it replaces anything it writes what the\n"
+            "store holds to \"Fenrow Safety Backup DATE TIME.fenrowbackup\" beside the store\n"
+            "and names it; restoring that file undoes the replace. Either way the restore\n"
+            "is saved whole or not at all. Connections that would lead a task back to\n"
+            "itself are left out. No undo history survives a restore.\n"
+            "With --json: mode, flowsAdded, flows, edgesLeftOut, safetyBackup."),
         .options = {mergeOption, replaceOption, SharedOption::yes},
         .minArguments = 1,
         .maxArguments = 1,

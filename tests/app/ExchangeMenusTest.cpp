@@ -2,6 +2,7 @@
 
 #include "FlowExportCommands.h"
 #include "formats/FenrowBackup.h"
+#include "persistence/StoreDatabase.h"
 #include "shell/AppEnvironment.h"
 
 #include <QClipboard>
@@ -298,6 +299,61 @@ TEST_F(ExchangeMenusTest, BackUpThenRestoreByMergingOrReplacing)
     ASSERT_NE(refused, nullptr);
     EXPECT_TRUE(refused->informativeText().startsWith("The file is not a Fenrow backup"));
     EXPECT_EQ(flowNames(), (QStringList{"Home", "Work"}));
+}
+
+TEST_F(ExchangeMenusTest, RestoreTellsWhereTheOldStoreWentAndWhereAFileIsDamaged)
+{
+    show();
+    // A store in a file, as the program's is: a replace keeps it beside it.
+    QString problem;
+    const std::unique_ptr<FenrowStore> onDisk = FenrowStore::open(
+        StoreDatabase::open(files.filePath("default.store"), &problem), clock, LocalCalendar(), &problem);
+    ASSERT_NE(onDisk, nullptr) << problem.toStdString();
+    onDisk->addFlow(QStringLiteral("Before"));
+    FlowExportCommands commands(*onDisk, *preferences, window.get());
+
+    FenrowBackup backup;
+    backup.createdAt = clock.now();
+    backup.flows.append({.id = QUuid::createUuid(), .name = "After", .createdAt = clock.now()});
+    for (int i = 0; i < 2; ++i)
+        backup.flows[0].items.append({.id = QUuid::createUuid(), .title = QStringLiteral("Task %1").arg(i),
+                                      .createdAt = clock.now()});
+    const QUuid first = backup.flows[0].items[0].id, second = backup.flows[0].items[1].id;
+    backup.flows[0].edges = {{QUuid::createUuid(), first, second, "manual", "dependency", clock.now()},
+                             {QUuid::createUuid(), second, first, "manual", "dependency", clock.now()}};
+    const QString path = files.filePath("after.fenrowbackup");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(*backup.encoded());
+    file.close();
+
+    commands.restoreBackup();
+    choose("backup.openPanel", path);
+    click(dialog<QMessageBox>("backup.restore.mode"), "backup.restore.mode.replace");
+    click(dialog<QMessageBox>("backup.restore.replaceConfirmation"), "backup.restore.confirmReplace");
+    QMessageBox *done = dialog<QMessageBox>("backup.restore.done");
+    ASSERT_NE(done, nullptr);
+    const QStringList kept = QDir(files.path()).entryList({"Fenrow Safety Backup *"});
+    ASSERT_EQ(kept.size(), 1);
+    EXPECT_EQ(done->informativeText(),
+              QStringLiteral("Flows restored: 1. Connections left out because they would have led a task back to "
+                             "itself or repeated another: 1.\n\nWhat Fenrow held before is kept in “%1”. Restore "
+                             "that file with Replace to undo this.")
+                  .arg(files.filePath(kept[0])));
+    saveScreenshot(done, "restore-done-safety-backup");
+    done->accept();
+
+    QByteArray damaged = *backup.encoded();
+    damaged.replace("\"title\":\"Task 1\"", "\"title\":1");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(damaged);
+    file.close();
+    commands.restoreBackup();
+    choose("backup.openPanel", path);
+    QMessageBox *refused = dialog<QMessageBox>("backup.restore.unreadable");
+    ASSERT_NE(refused, nullptr);
+    EXPECT_TRUE(refused->informativeText().endsWith(".\n\nflows[0].items[1].title: not a string"))
+        << refused->informativeText().toStdString();
 }
 
 } // namespace

@@ -2,10 +2,12 @@
 
 #include "cli/ExitStatus.h"
 
+#include "domain/ValueLimits.h"
 #include "formats/FenrowBackup.h"
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QScopeGuard>
@@ -112,12 +114,72 @@ TEST_F(BackupCommandsTest, ReplaceAsksFirst)
 
     const CommandResult replaced = run({"restore", path, "--replace"}, "y\n", true);
     EXPECT_EQ(replaced.status, exitSuccess) << replaced.err.toStdString();
-    EXPECT_EQ(replaced.out, QStringLiteral("Restored 2 flows from \"%1\"; the store now has 2 flows.\n").arg(path));
+    const QStringList kept = QDir(folder.path()).entryList({"Fenrow Safety Backup *"});
+    ASSERT_EQ(kept.size(), 1);
+    EXPECT_EQ(replaced.out, QStringLiteral("Restored 2 flows from \"%1\"; the store now has 2 flows.\n"
+                                           "What the store held before is in \"%2\"; restore it with --replace "
+                                           "to undo this.\n")
+                                .arg(path, folder.filePath(kept[0])));
     EXPECT_EQ(flowNames(), (QStringList{"Home", "Work"}));
-    const QJsonObject json =
-        QJsonDocument::fromJson(run({"restore", path, "--replace", "--yes", "--json"}).out.toUtf8()).object();
-    EXPECT_EQ(json["flowsAdded"].toInt(), 2);
+
+    // Which undoes the replace.
+    const QJsonObject json = QJsonDocument::fromJson(run({"restore", folder.filePath(kept[0]), "--replace", "--yes",
+                                                          "--json"})
+                                                         .out.toUtf8())
+                                 .object();
+    EXPECT_EQ(json["flowsAdded"].toInt(), 3);
     EXPECT_EQ(json["mode"].toString(), "replace");
+    EXPECT_NE(json["safetyBackup"].toString(), folder.filePath(kept[0]));
+    EXPECT_EQ(flowNames(), (QStringList{"Home", "Work", "Garden"}));
+}
+
+TEST_F(BackupCommandsTest, ABackupHoldsWhatTheStoreHoldsAndARestoreTheLimits)
+{
+    // A date no edit can set, put straight into the file by an older road.
+    {
+        auto store = openStore();
+        RecordBundle bundle;
+        auto flow = std::make_unique<TaskFlow>();
+        flow->id = QUuid::createUuid();
+        flow->name = QStringLiteral("Far");
+        flow->order = 5;
+        auto node = std::make_unique<FlowNode>();
+        node->id = QUuid::createUuid();
+        node->title = QStringLiteral("In 20260");
+        node->dueDate = QDateTime(QDate(20260, 1, 1), QTime(0, 0), Qt::UTC);
+        node->setFlow(flow.get());
+        flow->items().add(std::move(node));
+        bundle.flows.push_back(std::move(flow));
+        store->insertRecords(std::move(bundle));
+    }
+    const QString path = backUp();
+    QJsonObject root = QJsonDocument::fromJson(readFile(path)).object();
+    ASSERT_EQ(root["flows"].toArray().size(), 3);
+
+    // A loop and an estimate of 2^63 minutes, given by hand, come back
+    // as an edit would have them.
+    QJsonArray flows = root["flows"].toArray();
+    QJsonObject home = flows[0].toObject();
+    ASSERT_EQ(home["name"], "Home");
+    QJsonArray items = home["items"].toArray();
+    QJsonObject task = items[1].toObject();
+    ASSERT_EQ(task["statusRaw"], "pending");
+    task["estimateMinutes"] = QJsonValue(std::numeric_limits<qint64>::max());
+    items[1] = task;
+    home["items"] = items;
+    home["edges"] = QJsonArray{QJsonObject{{"id", "0C000000-0000-4000-8000-000000000001"}, {"fromID", task["id"]},
+                                           {"toID", task["id"]}, {"sourceRaw", "manual"},
+                                           {"createdAt", "2026-05-04T10:00:00Z"}}};
+    flows[0] = home;
+    root["flows"] = flows;
+    const QString edited = writeFile("edited.fenrowbackup", QJsonDocument(root).toJson());
+    const CommandResult restored = run({"restore", edited, "--replace", "--yes"});
+    EXPECT_TRUE(restored.out.contains("Left out 1 connection that would have led a task back to itself or repeated "
+                                      "another.\n"))
+        << restored.out.toStdString();
+    const CommandResult plan = run({"plan", "--budget", "1h", "--now", "2026-05-04T09:00:00"});
+    EXPECT_TRUE(plan.out.contains("2080 h")) << plan.out.toStdString();
+    EXPECT_EQ(openStore()->flows()[0]->orderedItems()[1]->estimateMinutes, ValueLimits::maxEstimateMinutes);
 }
 
 TEST_F(BackupCommandsTest, RefusesDocumentsItCannotRestoreAndChangesNothing)

@@ -2,13 +2,21 @@
 #include "../cli/QtPrinters.h"
 
 #include "canvas/CanvasBounds.h"
+#include "canvas/CanvasInteraction.h"
+#include "canvas/NodeSizeResolver.h"
 #include "domain/FenrowHistory.h"
 #include "domain/ValueLimits.h"
 #include "formats/FenrowBackup.h"
 
+#include <QDir>
+#include <QFile>
 #include <QSignalSpy>
 
 #include <sqlite3.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
 
 namespace fenrow::testing {
 namespace {
@@ -29,6 +37,66 @@ QStringList flowSummary(const FenrowStore &store)
 FenrowBackup roundTrip(const FenrowBackup &backup)
 {
     return std::get<FenrowBackup>(FenrowBackup::decoded(*backup.encoded()));
+}
+
+FenrowBackup readBackup(const QString &path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return std::get<FenrowBackup>(FenrowBackup::decoded(file.readAll()));
+}
+
+QStringList safetyBackups(const QTemporaryDir &folder)
+{
+    return QDir(folder.path()).entryList({FenrowBackup::safetyPrefix + "*"}, QDir::Files, QDir::Name);
+}
+
+// Lowers a limit of this process for the scope's length: a real fault the
+// kernel gives SQLite and the file system calls, lifted afterwards.
+class ProcessLimit {
+public:
+    ProcessLimit(int resource, rlim_t soft) : m_resource(resource)
+    {
+        getrlimit(resource, &m_saved);
+        // Past the file size limit a write fails instead of ending us.
+        m_savedSignal = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit lowered = m_saved;
+        lowered.rlim_cur = soft;
+        EXPECT_EQ(setrlimit(resource, &lowered), 0);
+    }
+    ~ProcessLimit()
+    {
+        setrlimit(m_resource, &m_saved);
+        std::signal(SIGXFSZ, m_savedSignal);
+    }
+
+private:
+    int m_resource;
+    rlimit m_saved{};
+    void (*m_savedSignal)(int) = nullptr;
+};
+
+qint64 fileSize(const QString &path)
+{
+    return QFileInfo(path).size();
+}
+
+// A document of one flow with `tasks` tasks, each with notes of `noteBytes`.
+FenrowBackup largeDocument(int tasks, int noteBytes)
+{
+    FenrowBackup backup;
+    backup.createdAt = utc(2026, 6, 10);
+    FenrowBackup::Flow flow;
+    flow.id = QUuid::createUuid();
+    flow.name = QStringLiteral("Large");
+    flow.createdAt = utc(2026, 6, 1);
+    for (int i = 0; i < tasks; ++i) {
+        flow.items.append({.id = QUuid::createUuid(), .title = QStringLiteral("Task %1").arg(i), .statusRaw = "pending",
+                           .notes = QString(noteBytes, QLatin1Char('n')), .priorityRaw = "none", .colorRaw = "none",
+                           .order = i, .createdAt = utc(2026, 6, 1)});
+    }
+    backup.flows.append(flow);
+    return backup;
 }
 
 class BackupRestore : public ::testing::Test {
@@ -421,6 +489,124 @@ TEST_F(BackupRestore, ALargeRestoreLeavesDeletionsCascading)
     target.reopen();
     ASSERT_EQ(target->flows().size(), 1);
     EXPECT_EQ(target->flows()[0]->items().size(), 3);
+}
+
+TEST_F(BackupRestore, AReplaceThatCannotBeSavedLeavesTheStoreAsItWas)
+{
+    fillRich(*target);
+    FenrowHistory history(*target);
+    const TaskFlow &garden = *target->flows()[1];
+    history.recordAction(QStringLiteral("Rename"), garden,
+                         [&] { target->setTitle(*garden.orderedItems()[1], QStringLiteral("Sow seeds")); });
+    const QStringList before = describe(*target);
+    const FenrowBackup large = largeDocument(2000, 300);
+
+    // Room in the log for a few pages more, not for 600 kB of tasks: a full
+    // disk as SQLite meets it, after the erasing would have fitted.
+    {
+        const qint64 room = std::max(fileSize(target.path()), fileSize(target.path() + "-wal")) + (128 << 10);
+        QSignalSpy changes(&*target, &FenrowStore::changed);
+        const ProcessLimit full(RLIMIT_FSIZE, rlim_t(room));
+        const FenrowStore::RestoreOutcome outcome = target->restore(large, RestoreMode::replace);
+        EXPECT_FALSE(outcome.restored);
+        EXPECT_TRUE(outcome.problem.startsWith("the store could not be saved")) << outcome.problem.toStdString();
+        EXPECT_EQ(changes.count(), 0);
+    }
+    EXPECT_EQ(describe(*target), before) << "memory shows no restore that did not happen";
+    EXPECT_TRUE(history.canUndo(garden.id));
+    EXPECT_EQ(safetyBackups(target.folder), QStringList()) << "the safety backup of a failed replace goes";
+    target.reopen();
+    EXPECT_EQ(describe(*target), before) << "and neither does the file";
+
+    // With room again, the same document comes in whole.
+    EXPECT_TRUE(target->restore(large, RestoreMode::replace).restored);
+    target.reopen();
+    ASSERT_EQ(target->flows().size(), 1);
+    EXPECT_EQ(target->flows()[0]->items().size(), 2000);
+}
+
+TEST_F(BackupRestore, AReplaceKeepsTheStoreAsItWasUntilALaterOneSucceeds)
+{
+    fillRich(*target);
+    const QStringList before = describeKept(*target);
+    fillRich(*source);
+    const FenrowBackup other = roundTrip(source->makeBackup(utc(2026, 6, 10)));
+
+    const FenrowStore::RestoreOutcome replaced = target->restore(other, RestoreMode::replace);
+    ASSERT_TRUE(replaced.restored) << replaced.problem.toStdString();
+    EXPECT_EQ(safetyBackups(target.folder), QStringList{"Fenrow Safety Backup 2026-06-10 09-00-00.fenrowbackup"});
+    EXPECT_EQ(replaced.safetyBackup, target.folder.filePath(safetyBackups(target.folder)[0]));
+
+    // Restoring it undoes the replace; the file restored from stays, beside
+    // the safety backup of what it replaced.
+    const QString first = replaced.safetyBackup;
+    const FenrowStore::RestoreOutcome undone = target->restore(readBackup(first), RestoreMode::replace, first);
+    ASSERT_TRUE(undone.restored);
+    EXPECT_EQ(describe(*target), before);
+    EXPECT_EQ(safetyBackups(target.folder).size(), 2);
+
+    // A later replace that succeeds clears the earlier ones away.
+    const FenrowStore::RestoreOutcome again = target->restore(other, RestoreMode::replace);
+    ASSERT_TRUE(again.restored);
+    EXPECT_EQ(safetyBackups(target.folder), QStringList{QFileInfo(again.safetyBackup).fileName()});
+
+    // No safety backup, no replace: here no file can be opened for it.
+    const QStringList now = describe(*target);
+    {
+        const int lowestFree = ::dup(0);
+        ::close(lowestFree);
+        const ProcessLimit noFiles(RLIMIT_NOFILE, rlim_t(lowestFree));
+        const FenrowStore::RestoreOutcome refused = target->restore(FenrowBackup(), RestoreMode::replace);
+        EXPECT_FALSE(refused.restored);
+        EXPECT_TRUE(refused.problem.startsWith("the store as it is could not be backed up to"))
+            << refused.problem.toStdString();
+    }
+    target.reopen();
+    EXPECT_EQ(describe(*target), now);
+}
+
+TEST_F(BackupRestore, RestoredValuesKeepToTheLimitsOfAnEditAndEdgesToTheRulesOfAGraph)
+{
+    fillRich(*source);
+    FenrowBackup backup = roundTrip(source->makeBackup(utc(2026, 6, 10)));
+    FenrowBackup::Flow &garden = backup.flows[1];
+    garden.viewportScale = 1e6;
+    FenrowBackup::Item &dig = garden.items[0];
+    dig.estimateMinutes = std::numeric_limits<qint64>::max();
+    dig.posX = 1e12;
+    dig.manualWidth = 1e9;
+    dig.manualHeight = 5;
+    dig.dayPlanRank = -3;
+    dig.repeatCount = -1;
+    garden.items[1].estimateMinutes = 0;
+    garden.files[0].posY = -1e12;
+    backup.records[0].cycle = -5;
+
+    // Dig → Sow (subtask), Sow → Water, Dig → Water are there; a loop on one
+    // task, a second Dig → Sow and two edges that close cycles are not.
+    const QUuid dg = garden.items[0].id, sow = garden.items[1].id, water = garden.items[2].id;
+    const std::pair<QUuid, QUuid> added[] = {{dg, dg}, {dg, sow}, {water, dg}, {sow, dg}};
+    for (const auto &[from, to] : added)
+        garden.edges.append({QUuid::createUuid(), from, to, "manual", "dependency", utc(2026, 6, 1)});
+
+    const FenrowStore::RestoreOutcome outcome = target->restore(backup, RestoreMode::merge);
+    ASSERT_TRUE(outcome.restored);
+    EXPECT_EQ(outcome.edgesLeftOut, 4);
+    target.reopen();
+    const TaskFlow &restored = *target->flow(garden.id);
+    EXPECT_EQ(restored.edges().size(), 3);
+    EXPECT_EQ(restored.viewportScale, CanvasZoom::maximumScale);
+    const FlowNode &node = *target->node(dg);
+    EXPECT_EQ(node.estimateMinutes, ValueLimits::maxEstimateMinutes);
+    EXPECT_EQ(node.posX, CanvasBounds::limit);
+    EXPECT_EQ(node.manualWidth, NodeSizeResolver::maxWidth);
+    EXPECT_EQ(node.manualHeight, NodeSizeResolver::minHeight);
+    EXPECT_EQ(node.dayPlanRank, 0);
+    EXPECT_EQ(node.repeatCount, 0);
+    EXPECT_EQ(target->node(sow)->estimateMinutes, std::nullopt);
+    EXPECT_EQ(restored.files()[0]->posY, -CanvasBounds::limit);
+    for (const CompletionRecord *record : target->completionRecords())
+        EXPECT_GE(record->cycle, 0);
 }
 
 TEST_F(BackupRestore, ABackupNeverFailsOnAValueTheStoreHolds)

@@ -211,10 +211,31 @@ public:
     // can always be written; a value that had to change is named in
     // `adjusted` ("task "Pay" in flow "Home": due date left out, ...").
     FenrowBackup makeBackup(const QDateTime &createdAt, QStringList *adjusted = nullptr) const;
-    // Brings in a document that has been read whole; returns how many flows
-    // it added. Replace empties the store first. Merge adds only flows,
+
+    struct RestoreOutcome {
+        // False: nothing changed, in memory or in the file; `problem` says why.
+        bool restored = false;
+        QString problem;
+        int flowsAdded = 0;
+        // Edges that broke the rules of addEdge (a task leading to itself,
+        // a second edge of a pair, a cycle) and were left out.
+        int edgesLeftOut = 0;
+        // Replace: the store as it was, written beside it first; empty for
+        // a store in memory.
+        QString safetyBackup;
+    };
+    // Brings in a document that has been read whole, in one transaction:
+    // afterwards the store holds all of it, or, on any failure, exactly
+    // what it held before, in the file and in memory. Replace empties the
+    // store; before that it writes the store as it is to a safety backup
+    // beside the store file (no safety backup, no replace) and, once the
+    // replace is saved, removes the safety backups of earlier replaces but
+    // `documentPath`, the file being restored. Merge adds only flows,
     // templates and records whose ids are new, after the existing flows,
-    // and no records of flows it skipped. No flow keeps its undo history.
+    // and no records of flows it skipped. Values are held to ValueLimits,
+    // edges to the rules of addEdge. No flow keeps its undo history.
+    RestoreOutcome restore(const FenrowBackup &backup, RestoreMode mode, const QString &documentPath = {});
+    // restore's count of flows added, or -1 when nothing changed.
     int restoreBackup(const FenrowBackup &backup, RestoreMode mode);
 
     // --- outlines and lists (StoreExchange.cpp)
@@ -273,9 +294,12 @@ private:
     void backfillCompletionTimes();
     // One more than the highest `order` of all flows; 0 with none.
     qint64 nextFlowOrder() const;
-    // Deletes every flow, template and completion record (a replacing
-    // restore); the caller saves.
+    // Drops every flow, template and completion record from memory once a
+    // replacing restore has emptied the file.
     void eraseEverything();
+    // The store as it is, into a new file beside the store file; the path,
+    // or empty with `problem` set (or for a store in memory).
+    QString writeSafetyBackup(QString *problem) const;
     // Holds what was loaded to ValueLimits, writing back what changed.
     void normaliseLoaded();
     // Saves, re-publishes the list and signals: the tail of every mutation.
@@ -284,7 +308,8 @@ private:
     TaskFlow *mutableFlow(const TaskFlow &flow) { return mut(flow); }
 
     // Marks a flow and everything it owns, for records new to the file.
-    void markDirtyDeep(TaskFlow *flow);
+    void markDirtyDeep(TaskFlow *flow) { markDirtyDeep(m_pending, flow); }
+    static void markDirtyDeep(PendingWrites &writes, TaskFlow *flow);
     // Forgets pending writes of a flow's children; the row delete cascades.
     void forgetChildren(TaskFlow *flow);
 

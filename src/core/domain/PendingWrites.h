@@ -42,6 +42,10 @@ public:
     void remove(CompletionRecord *record);
     void remove(FlowTemplate *flowTemplate);
 
+    // Every row of the file goes before this set's own writes (a replacing
+    // restore).
+    void eraseEverything() { m_deleted.eraseEverything = true; }
+
     bool isEmpty() const;
     StoreChangeSet changeSet() const;
     void clear();

@@ -2,8 +2,16 @@
 // by replacing the store or by merging what it does not have yet.
 #include "FenrowStore.h"
 
+#include "Clock.h"
+#include "GrowingGraph.h"
+#include "StoreLog.h"
 #include "ValueLimits.h"
 #include "formats/FenrowBackup.h"
+#include "persistence/StoreDatabase.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
 
 #include <algorithm>
 
@@ -173,19 +181,24 @@ private:
     QSet<QUuid> m_ids;
 };
 
-std::unique_ptr<TaskFlow> restoredFlow(const FenrowBackup::Flow &source, qint64 order, TakenIDs &ids)
+// A flow of the document as records, its values held to ValueLimits as an
+// edit would hold them, its edges to the rules of addEdge; `edgesLeftOut`
+// counts those that broke them.
+std::unique_ptr<TaskFlow> restoredFlow(const FenrowBackup::Flow &source, qint64 order, TakenIDs &ids,
+                                       int &edgesLeftOut)
 {
     auto flow = std::make_unique<TaskFlow>();
     flow->id = source.id;
     flow->name = source.name;
     flow->order = order;
     flow->createdAt = source.createdAt;
-    flow->viewportOffsetX = source.viewportOffsetX;
-    flow->viewportOffsetY = source.viewportOffsetY;
-    flow->viewportScale = source.viewportScale;
+    flow->viewportOffsetX = ValueLimits::viewportOffset(source.viewportOffsetX);
+    flow->viewportOffsetY = ValueLimits::viewportOffset(source.viewportOffsetY);
+    flow->viewportScale = ValueLimits::viewportScale(source.viewportScale);
     flow->hasBeenFramed = source.hasBeenFramed;
 
-    QHash<QUuid, FlowNode *> nodes;
+    // Each task by id, with its number in the graph of this flow.
+    QHash<QUuid, std::pair<FlowNode *, std::size_t>> nodes;
     nodes.reserve(source.items.size());
     flow->items().reserve(std::size_t(source.items.size()));
     for (const FenrowBackup::Item &item : source.items) {
@@ -199,32 +212,39 @@ std::unique_ptr<TaskFlow> restoredFlow(const FenrowBackup::Flow &source, qint64 
         node->notes = item.notes;
         node->priorityRaw = item.priorityRaw;
         node->colorRaw = item.colorRaw;
-        node->startDate = item.startDate;
-        node->dueDate = item.dueDate;
-        node->estimateMinutes = item.estimateMinutes;
-        node->dayPlanRank = item.dayPlanRank;
-        node->manualWidth = item.manualWidth;
-        node->manualHeight = item.manualHeight;
+        node->startDate = ValueLimits::date(item.startDate);
+        node->dueDate = ValueLimits::date(item.dueDate);
+        node->estimateMinutes = ValueLimits::estimate(item.estimateMinutes);
+        if (item.dayPlanRank)
+            node->dayPlanRank = ValueLimits::count(*item.dayPlanRank);
+        const ValueLimits::ManualSize size = ValueLimits::manualSize(item.manualWidth, item.manualHeight);
+        node->manualWidth = size.width;
+        node->manualHeight = size.height;
         node->isCollapsed = item.isCollapsed;
         node->checklistData = item.checklistData;
         node->recurrenceRaw = item.recurrenceRaw;
-        node->repeatCount = item.repeatCount;
-        node->completedAt = item.completedAt;
-        node->posX = item.posX;
-        node->posY = item.posY;
+        node->repeatCount = ValueLimits::count(item.repeatCount);
+        node->completedAt = ValueLimits::date(item.completedAt);
+        node->posX = ValueLimits::coordinate(item.posX);
+        node->posY = ValueLimits::coordinate(item.posY);
         node->order = item.order;
         node->createdAt = item.createdAt;
         node->setFlow(flow.get());
-        nodes.insert(item.id, flow->items().add(std::move(node)));
+        const std::size_t number = std::size_t(nodes.size());
+        nodes.insert(item.id, {flow->items().add(std::move(node)), number});
     }
 
-    // The document is trusted once readable: no graph rules here.
+    GrowingGraph graph(std::size_t(nodes.size()));
     flow->edges().reserve(std::size_t(source.edges.size()));
     for (const FenrowBackup::Edge &link : source.edges) {
-        FlowNode *from = nodes.value(link.fromID);
-        FlowNode *to = nodes.value(link.toID);
-        if (!from || !to || !ids.claim(link.id))
+        const auto from = nodes.constFind(link.fromID);
+        const auto to = nodes.constFind(link.toID);
+        if (from == nodes.cend() || to == nodes.cend() || !ids.claim(link.id))
             continue;
+        if (!graph.admit(from->second, to->second)) {
+            ++edgesLeftOut;
+            continue;
+        }
         auto edge = std::make_unique<DependencyEdge>();
         edge->id = link.id;
         // Unknown words fall to the case that asks least of the graph.
@@ -232,8 +252,8 @@ std::unique_ptr<TaskFlow> restoredFlow(const FenrowBackup::Flow &source, qint64 
         edge->kind = link.kindRaw == rawString(EdgeKind::subtask) ? EdgeKind::subtask : EdgeKind::dependency;
         edge->createdAt = link.createdAt;
         edge->setFlow(flow.get());
-        edge->setFromItem(from);
-        edge->setToItem(to);
+        edge->setFromItem(from->first);
+        edge->setToItem(to->first);
         flow->edges().add(std::move(edge));
     }
 
@@ -245,13 +265,14 @@ std::unique_ptr<TaskFlow> restoredFlow(const FenrowBackup::Flow &source, qint64 
         file->id = stored.id;
         file->filename = stored.filename;
         file->contentTypeRaw = stored.contentTypeRaw;
-        file->byteCount = stored.byteCount;
+        file->byteCount = ValueLimits::count(stored.byteCount);
         file->data.set(stored.data);
         file->thumbnail.set(stored.thumbnail);
-        file->posX = stored.posX;
-        file->posY = stored.posY;
-        file->manualWidth = stored.manualWidth;
-        file->manualHeight = stored.manualHeight;
+        file->posX = ValueLimits::coordinate(stored.posX);
+        file->posY = ValueLimits::coordinate(stored.posY);
+        const ValueLimits::ManualSize size = ValueLimits::manualSize(stored.manualWidth, stored.manualHeight);
+        file->manualWidth = size.width;
+        file->manualHeight = size.height;
         file->order = stored.order;
         file->createdAt = stored.createdAt;
         file->setFlow(flow.get());
@@ -260,20 +281,26 @@ std::unique_ptr<TaskFlow> restoredFlow(const FenrowBackup::Flow &source, qint64 
 
     for (const FenrowBackup::Link &stored : source.links) {
         FlowFile *file = files.value(stored.fileID);
-        FlowNode *node = nodes.value(stored.nodeID);
-        if (!file || !node || !ids.claim(stored.id))
+        const auto node = nodes.constFind(stored.nodeID);
+        if (!file || node == nodes.cend() || !ids.claim(stored.id))
             continue;
         auto link = std::make_unique<FileLink>();
         link->id = stored.id;
         link->createdAt = stored.createdAt;
         link->setFlow(flow.get());
         link->setFile(file);
-        link->setNode(node);
+        link->setNode(node->first);
         FileLink *added = flow->fileLinks().add(std::move(link));
         file->links().append(added);
-        node->fileLinks().append(added);
+        node->first->fileLinks().append(added);
     }
     return flow;
+}
+
+bool isSafetyBackup(const QFileInfo &file)
+{
+    return file.fileName().startsWith(FenrowBackup::safetyPrefix)
+        && file.suffix() == FenrowBackup::fileExtension;
 }
 
 } // namespace
@@ -320,32 +347,56 @@ void FenrowStore::eraseEverything()
     m_templates = {};
 }
 
-int FenrowStore::restoreBackup(const FenrowBackup &backup, RestoreMode mode)
+QString FenrowStore::writeSafetyBackup(QString *problem) const
 {
-    // No undo survives a restore, in either mode: the rows have changed
-    // beneath every snapshot.
-    for (const TaskFlow *flow : std::as_const(m_flows))
-        emit flowHistoryInvalidated(flow->id);
+    if (m_database->path() == QLatin1StringView(StoreDatabase::inMemoryPath))
+        return {};
+    const QDir folder = QFileInfo(m_database->path()).absoluteDir();
+    const QDateTime now = m_clock.now();
+    QString name = FenrowBackup::safetyFileName(now, m_calendar);
+    // Two replaces within a second (or under a clock held still) must not
+    // share a file: the earlier one stays until the later has succeeded.
+    const QString stem = QFileInfo(name).completeBaseName();
+    for (int number = 2; QFileInfo::exists(folder.filePath(name)); ++number)
+        name = QStringLiteral("%1 %2.%3").arg(stem).arg(number).arg(FenrowBackup::fileExtension);
+    const QString path = folder.filePath(name);
 
-    const bool replacing = mode == RestoreMode::replace;
-    if (replacing) {
-        eraseEverything();
-        save();
-        reloadFlows();
+    QString unwritable;
+    const std::optional<QByteArray> bytes = makeBackup(now).encoded(&unwritable);
+    if (!bytes) {
+        *problem = QStringLiteral("the store as it is cannot be written to a backup (%1)").arg(unwritable);
+        return {};
     }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(*bytes) != bytes->size() || !file.commit()) {
+        *problem = QStringLiteral("the store as it is could not be backed up to \"%1\" first (%2)")
+                       .arg(QDir::toNativeSeparators(path), file.errorString());
+        return {};
+    }
+    return path;
+}
 
-    // Every id the store holds, so that nothing restored can collide.
+FenrowStore::RestoreOutcome FenrowStore::restore(const FenrowBackup &backup, RestoreMode mode,
+                                                 const QString &documentPath)
+{
+    RestoreOutcome outcome;
+    const bool replacing = mode == RestoreMode::replace;
+
+    // Every id that stays in the store, so that nothing restored can
+    // collide with it; a replace keeps none.
     TakenIDs ids;
-    for (const TaskFlow *flow : std::as_const(m_allFlows)) {
-        ids.claim(flow->id);
-        for (const FlowNode *node : flow->items())
-            ids.claim(node->id);
-        for (const DependencyEdge *edge : flow->edges())
-            ids.claim(edge->id);
-        for (const FlowFile *file : flow->files())
-            ids.claim(file->id);
-        for (const FileLink *link : flow->fileLinks())
-            ids.claim(link->id);
+    if (!replacing) {
+        for (const TaskFlow *flow : std::as_const(m_allFlows)) {
+            ids.claim(flow->id);
+            for (const FlowNode *node : flow->items())
+                ids.claim(node->id);
+            for (const DependencyEdge *edge : flow->edges())
+                ids.claim(edge->id);
+            for (const FlowFile *file : flow->files())
+                ids.claim(file->id);
+            for (const FileLink *link : flow->fileLinks())
+                ids.claim(link->id);
+        }
     }
 
     // Merge never updates a flow it has: a flow whose id is here is skipped
@@ -358,19 +409,24 @@ int FenrowStore::restoreBackup(const FenrowBackup &backup, RestoreMode mode)
     std::stable_sort(kept.begin(), kept.end(),
                      [](const FenrowBackup::Flow *a, const FenrowBackup::Flow *b) { return a->order < b->order; });
 
+    // The new state is built aside and takes the place of the old one only
+    // once the file holds it: a failed save leaves nothing to take back.
     RecordBundle bundle;
     QSet<QUuid> keptFlowIDs;
-    const qint64 base = nextFlowOrder();
+    const qint64 base = replacing ? 0 : nextFlowOrder();
     for (qsizetype position = 0; position < kept.size(); ++position) {
         const FenrowBackup::Flow &flow = *kept[position];
         keptFlowIDs.insert(flow.id);
         // Merged flows follow the existing ones, in the document's order.
-        bundle.flows.push_back(restoredFlow(flow, replacing ? flow.order : base + position, ids));
+        bundle.flows.push_back(
+            restoredFlow(flow, replacing ? flow.order : base + position, ids, outcome.edgesLeftOut));
     }
 
     QSet<QUuid> templateIDs;
-    for (const FlowTemplate *flowTemplate : m_templates)
-        templateIDs.insert(flowTemplate->id);
+    if (!replacing) {
+        for (const FlowTemplate *flowTemplate : m_templates)
+            templateIDs.insert(flowTemplate->id);
+    }
     for (const FenrowBackup::Template &source : backup.templates) {
         if (templateIDs.contains(source.id))
             continue;
@@ -384,8 +440,10 @@ int FenrowStore::restoreBackup(const FenrowBackup &backup, RestoreMode mode)
     }
 
     QSet<QUuid> recordIDs;
-    for (const CompletionRecord *record : m_completionRecords)
-        recordIDs.insert(record->id);
+    if (!replacing) {
+        for (const CompletionRecord *record : m_completionRecords)
+            recordIDs.insert(record->id);
+    }
     for (const FenrowBackup::Record &source : backup.records) {
         if (recordIDs.contains(source.id))
             continue;
@@ -403,18 +461,81 @@ int FenrowStore::restoreBackup(const FenrowBackup &backup, RestoreMode mode)
         const bool isRound = source.kindRaw == CompletionRecord::repeatKind;
         record->kindRaw = isRound ? CompletionRecord::repeatKind : CompletionRecord::archivedKind;
         record->completedAt = source.completedAt;
-        record->cycle = source.cycle;
+        record->cycle = ValueLimits::count(source.cycle);
         record->payload.set(source.payload);
         bundle.completionRecords.push_back(std::move(record));
     }
 
+    // No undo survives a restore, in either mode: the rows have changed
+    // beneath every snapshot. Said only once the restore stands.
+    const auto forgetHistories = [this] {
+        for (const TaskFlow *flow : std::as_const(m_flows))
+            emit flowHistoryInvalidated(flow->id);
+    };
     const bool adding = !bundle.flows.empty() || !bundle.templates.empty() || !bundle.completionRecords.empty();
-    if (adding)
-        adopt(std::move(bundle), true);
-    // A replace has changed the store even when the document was empty.
-    if (adding || replacing)
-        finishChange();
-    return int(kept.size());
+    if (!adding && !replacing) {
+        forgetHistories();
+        outcome.restored = true;
+        return outcome;
+    }
+
+    if (replacing) {
+        outcome.safetyBackup = writeSafetyBackup(&outcome.problem);
+        if (!outcome.problem.isEmpty())
+            return outcome;
+    }
+
+    // One transaction: a replace's erasing and the new rows, and for a
+    // merge whatever earlier saves left pending too.
+    PendingWrites writes = replacing ? PendingWrites() : m_pending;
+    if (replacing)
+        writes.eraseEverything();
+    for (const auto &flow : bundle.flows)
+        markDirtyDeep(writes, flow.get());
+    for (const auto &record : bundle.completionRecords)
+        writes.write(record.get());
+    for (const auto &flowTemplate : bundle.templates)
+        writes.write(flowTemplate.get());
+    QString error;
+    if (!m_database->write(writes.changeSet(), &error)) {
+        qCCritical(fenrowStoreLog, "Context save failed: %s", qUtf8Printable(error));
+        // It was never needed: the store is as it was.
+        if (!outcome.safetyBackup.isEmpty())
+            QFile::remove(outcome.safetyBackup);
+        outcome.safetyBackup.clear();
+        outcome.problem = QStringLiteral("the store could not be saved (%1)").arg(error);
+        return outcome;
+    }
+    writes.clear();
+
+    forgetHistories();
+    if (replacing)
+        eraseEverything();
+    m_pending = PendingWrites();
+    outcome.flowsAdded = int(bundle.flows.size());
+    adopt(std::move(bundle), false);
+    reloadFlows();
+    emit changed();
+
+    // The store now differs from the last safety backup only by what the
+    // user chose to restore: earlier ones have had their turn.
+    if (replacing && !outcome.safetyBackup.isEmpty()) {
+        const QFileInfo source(documentPath);
+        const QDir folder = QFileInfo(outcome.safetyBackup).absoluteDir();
+        for (const QFileInfo &file : folder.entryInfoList(QDir::Files)) {
+            if (isSafetyBackup(file) && file.absoluteFilePath() != outcome.safetyBackup
+                && (documentPath.isEmpty() || file.canonicalFilePath() != source.canonicalFilePath()))
+                QFile::remove(file.absoluteFilePath());
+        }
+    }
+    outcome.restored = true;
+    return outcome;
+}
+
+int FenrowStore::restoreBackup(const FenrowBackup &backup, RestoreMode mode)
+{
+    const RestoreOutcome outcome = restore(backup, mode);
+    return outcome.restored ? outcome.flowsAdded : -1;
 }
 
 } // namespace fenrow

@@ -39,17 +39,17 @@ void FenrowStore::insertRecords(RecordBundle bundle)
     finishChange();
 }
 
-void FenrowStore::markDirtyDeep(TaskFlow *flow)
+void FenrowStore::markDirtyDeep(PendingWrites &writes, TaskFlow *flow)
 {
-    m_pending.write(flow);
+    writes.write(flow);
     for (FlowNode *node : flow->items())
-        m_pending.write(node);
+        writes.write(node);
     for (DependencyEdge *edge : flow->edges())
-        m_pending.write(edge);
+        writes.write(edge);
     for (FlowFile *file : flow->files())
-        m_pending.write(file);
+        writes.write(file);
     for (FileLink *link : flow->fileLinks())
-        m_pending.write(link);
+        writes.write(link);
 }
 
 void FenrowStore::forgetChildren(TaskFlow *flow)

@@ -758,4 +758,10 @@ QString FenrowBackup::fileName(const QString &prefix, const QDateTime &date, con
     return prefix + QString::asprintf("%04d-%02d-%02d.", day.year(), day.month(), day.day()) + fileExtension;
 }
 
+QString FenrowBackup::safetyFileName(const QDateTime &date, const LocalCalendar &calendar)
+{
+    const QDateTime local = date.toTimeZone(calendar.zone());
+    return safetyPrefix + local.toString(QStringLiteral("yyyy-MM-dd HH-mm-ss.")) + fileExtension;
+}
+
 } // namespace fenrow

@@ -41,6 +41,8 @@ struct FenrowBackup {
     static inline const QString fileExtension = QStringLiteral("fenrowbackup");
     static inline const QString manualPrefix = QStringLiteral("Fenrow Backup ");
     static inline const QString automaticPrefix = QStringLiteral("Fenrow Auto Backup ");
+    // Written beside the store before a replacing restore.
+    static inline const QString safetyPrefix = QStringLiteral("Fenrow Safety Backup ");
 
     struct Item {
         QUuid id{};
@@ -157,6 +159,9 @@ struct FenrowBackup {
     // "Fenrow Backup 2026-11-15.fenrowbackup": the prefix, then the day of
     // `date` in `calendar`. Two backups on one day share a name.
     static QString fileName(const QString &prefix, const QDateTime &date, const LocalCalendar &calendar);
+    // "Fenrow Safety Backup 2026-11-15 20-24-05.fenrowbackup": to the second
+    // in `calendar`, since a day may see more than one replace.
+    static QString safetyFileName(const QDateTime &date, const LocalCalendar &calendar);
 
     friend bool operator==(const FenrowBackup &, const FenrowBackup &) = default;
 };

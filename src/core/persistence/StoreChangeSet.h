@@ -16,6 +16,10 @@ class TaskFlow;
 
 // What one save writes: rows to insert or update, and ids of rows to delete.
 struct StoreChangeSet {
+    // Every row of every table goes first (a replacing restore), in the
+    // same transaction as the rest.
+    bool eraseEverything = false;
+
     std::vector<const TaskFlow *> flows;
     std::vector<const FlowNode *> nodes;
     std::vector<const DependencyEdge *> edges;
@@ -34,7 +38,7 @@ struct StoreChangeSet {
 
     bool isEmpty() const
     {
-        return flows.empty() && nodes.empty() && edges.empty() && files.empty() && fileLinks.empty()
+        return !eraseEverything && flows.empty() && nodes.empty() && edges.empty() && files.empty() && fileLinks.empty()
             && completionRecords.empty() && templates.empty() && deletedFlows.empty() && deletedNodes.empty()
             && deletedEdges.empty() && deletedFiles.empty() && deletedFileLinks.empty()
             && deletedCompletionRecords.empty() && deletedTemplates.empty();

@@ -211,6 +211,14 @@ bool StoreDatabase::upsertRows(const TableColumns &table, const std::vector<Reco
 
 bool StoreDatabase::writeRows(const StoreChangeSet &changes)
 {
+    // Children before parents, table by table: nothing is left for a
+    // cascade to find, so a bulk insert after it may skip the key checks.
+    if (changes.eraseEverything
+        && !m_connection.exec("DELETE FROM file_link; DELETE FROM dependency_edge; DELETE FROM flow_file_data; "
+                              "DELETE FROM flow_file_thumbnail; DELETE FROM flow_file; DELETE FROM flow_node; "
+                              "DELETE FROM task_flow; DELETE FROM completion_record_payload; "
+                              "DELETE FROM completion_record; DELETE FROM flow_template"))
+        return false;
     if (!deleteRows("file_link", changes.deletedFileLinks) || !deleteRows("dependency_edge", changes.deletedEdges)
         || !deleteRows("flow_file", changes.deletedFiles) || !deleteRows("flow_node", changes.deletedNodes)
         || !deleteRows("task_flow", changes.deletedFlows)
