@@ -87,6 +87,15 @@ QString problemWith(const CommandRegistry &registry, const CommandDefinition &co
     return {};
 }
 
+// The store logs a failed save and keeps the changes pending; a command
+// must not report, even in part, changes that never reached the file, so
+// what it printed is dropped and only the failure is told.
+int notSaved(Console &console)
+{
+    console.discardOutput();
+    return console.fail(QStringLiteral("the changes could not be saved"));
+}
+
 std::optional<QDateTime> fixedMoment(const ParsedArguments &parsed)
 {
     if (parsed.has(GlobalOption::now))
@@ -147,10 +156,11 @@ int CommandDispatcher::run(const QStringList &arguments, Console &console, const
         // fixed for the command's length when it brought --now.
         const OverridableClock::Scope moment(*m_workspace.clock, fixedMoment(parsed));
         CommandContext context(m_registry, command, parsed, console, *m_workspace.clock, m_workspace, folder);
+        console.holdOutput();
         const int status = command.run(context);
-        console.out().flush();
         if (command.usesStore && m_workspace.store->hasChanges())
-            return console.fail(QStringLiteral("the changes could not be saved"));
+            return notSaved(console);
+        console.releaseOutput();
         return status;
     }
 
@@ -174,15 +184,14 @@ int CommandDispatcher::run(const QStringList &arguments, Console &console, const
     // In a block: the context's own history and preferences go before the
     // store they refer to.
     int status;
+    console.holdOutput();
     {
         CommandContext context(m_registry, command, parsed, console, *clock, workspace, folder);
         status = command.run(context);
     }
-    console.out().flush();
-    // The store logs a failed save and keeps the changes pending; a command
-    // must not report success for changes that never reached the file.
     if (store && store->hasChanges())
-        return console.fail(QStringLiteral("the changes could not be saved"));
+        return notSaved(console);
+    console.releaseOutput();
     if (store && m_processEndsAfterCommand)
         FenrowStore::closeForExit(std::move(store));
     return status;

@@ -19,7 +19,8 @@ class FenrowStore;
 // Runs one command line: parses it, finds the command, checks what it was
 // given, sets the clock, opens the store when the command needs it (or
 // takes the running program's), runs the command and makes sure its
-// changes reached the file.
+// changes reached the file; what it writes to the standard output is
+// printed only then, and not at all when the save failed.
 class CommandDispatcher {
 public:
     // How a run alone reaches the store: opened here, or not at all (with

@@ -25,6 +25,28 @@ Console::Answer Console::confirm(const QString &question)
     return answer == QLatin1String("y") || answer == QLatin1String("yes") ? Answer::yes : Answer::no;
 }
 
+void Console::holdOutput()
+{
+    m_out.flush();
+    m_currentOut = &m_heldOut;
+}
+
+void Console::releaseOutput()
+{
+    m_heldOut.flush();
+    m_out << m_held;
+    m_out.flush();
+    discardOutput();
+}
+
+void Console::discardOutput()
+{
+    m_heldOut.flush();
+    m_held.clear();
+    m_heldOut.seek(0);
+    m_currentOut = &m_out;
+}
+
 QString Console::readAll()
 {
     return m_input ? m_input->readAll() : QString();

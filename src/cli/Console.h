@@ -14,8 +14,15 @@ public:
     Console(QTextStream &out, QTextStream &err, QTextStream *input, bool interactive);
     virtual ~Console() = default;
 
-    QTextStream &out() { return m_out; }
+    QTextStream &out() { return *m_currentOut; }
     QTextStream &err() { return m_err; }
+
+    // A command's results wait for its save: from `holdOutput` on, what is
+    // written to `out` stays in memory until `releaseOutput` prints it or
+    // `discardOutput` drops it. Errors and questions are never held.
+    void holdOutput();
+    void releaseOutput();
+    void discardOutput();
 
     enum class Answer { yes, no, unanswered };
     // Asks a yes/no question on the error stream (so output stays clean for
@@ -38,6 +45,9 @@ public:
 private:
     QTextStream &m_out;
     QTextStream &m_err;
+    QString m_held;
+    QTextStream m_heldOut{&m_held};
+    QTextStream *m_currentOut = &m_out;
     QTextStream *m_input;
     bool m_interactive;
 };
