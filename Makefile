@@ -4,8 +4,18 @@
 BUILD_DIR ?= build
 BUILD_TYPE ?= RelWithDebInfo
 CTEST_ARGS ?=
+# The core library and its tests again under AddressSanitizer and
+# UndefinedBehaviorSanitizer, as part of `make test`.
+ASAN_DIR ?= build-asan
+# `make fuzz`: the libFuzzer targets of fuzz/, built with clang.
+FUZZ_DIR ?= build-fuzz
+FUZZ_SECONDS ?= 60
+FUZZ_JOBS ?= 1
+FUZZ_TARGETS ?=
+# `make crash-test`: how many times the program is killed mid-write.
+CRASH_KILLS ?= 1000
 
-.PHONY: run test build setup configure bench clean
+.PHONY: run test test-asan build setup configure bench fuzz crash-test clean
 
 setup:
 	@bash scripts/setup.sh
@@ -23,9 +33,36 @@ run: build
 
 test: build
 	@cd $(BUILD_DIR) && ctest --output-on-failure --timeout 600 -j2 $(CTEST_ARGS)
+	@$(MAKE) --no-print-directory test-asan
+
+# Only what the sanitizer run needs is built: the core and its tests,
+# unoptimised and with line tables only (all a report needs), which builds
+# fastest. A memory error, a leak or undefined behaviour fails the test it
+# happens in.
+test-asan: setup
+	@[ -f $(ASAN_DIR)/build.ninja ] || cmake -S . -B $(ASAN_DIR) -G Ninja \
+		-DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-g1 \
+		-DFENROW_WERROR=ON -DFENROW_SANITIZE=ON -DFENROW_BUILD_BENCH=OFF \
+		> $(ASAN_DIR).configure.log 2>&1 || { cat $(ASAN_DIR).configure.log; exit 1; }
+	@cmake --build $(ASAN_DIR) --target fenrow-core-tests -- --quiet
+	@cd $(ASAN_DIR)/tests/core && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+		ctest --output-on-failure --timeout 600 -j2 $(CTEST_ARGS)
+
+fuzz:
+	@bash scripts/setup.sh fuzz
+	@[ -f $(FUZZ_DIR)/build.ninja ] || CC=clang CXX=clang++ cmake -S . -B $(FUZZ_DIR) -G Ninja \
+		-DCMAKE_BUILD_TYPE=RelWithDebInfo -DFENROW_WERROR=ON -DFENROW_FUZZ=ON \
+		-DFENROW_BUILD_TESTS=OFF -DFENROW_BUILD_BENCH=OFF > $(FUZZ_DIR).configure.log 2>&1 \
+		|| { cat $(FUZZ_DIR).configure.log; exit 1; }
+	@cmake --build $(FUZZ_DIR) --target fenrow-fuzzers -- --quiet
+	@bash fuzz/run.sh $(FUZZ_DIR) $(FUZZ_SECONDS) $(FUZZ_JOBS) $(FUZZ_TARGETS)
+
+crash-test: configure
+	@BUILD_DIR=$(BUILD_DIR) bash scripts/crash-test.sh $(CRASH_KILLS)
 
 bench: build
 	@bash scripts/bench.sh $(BUILD_DIR)
 
 clean:
-	@rm -rf $(BUILD_DIR) $(BUILD_DIR).configure.log
+	@rm -rf $(BUILD_DIR) $(BUILD_DIR).configure.log $(ASAN_DIR) $(ASAN_DIR).configure.log \
+		$(FUZZ_DIR) $(FUZZ_DIR).configure.log

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, running and testing Fenrow need.
 # Idempotent and quiet: it only talks to apt when something is missing.
+#   scripts/setup.sh        what `make run` and `make test` need
+#   scripts/setup.sh fuzz   that, and the clang toolchain `make fuzz` needs
 set -euo pipefail
 
 packages=(
@@ -11,7 +13,16 @@ packages=(
   xvfb xauth dbus dbus-x11 xdotool fonts-dejavu-core shared-mime-info
   qt6-qpa-plugins libgl-dev
   cmark-gfm
+  # GCC's AddressSanitizer and UndefinedBehaviorSanitizer runtimes, for the
+  # sanitizer run of `make test`.
+  libasan8 libubsan1
 )
+
+if [ "${1:-}" = fuzz ]; then
+  # clang with libFuzzer and its sanitizer runtimes (libclang-rt-14-dev), and
+  # llvm-symbolizer (llvm-14) for readable stack traces.
+  packages+=(clang clang-14 libclang-rt-14-dev llvm-14)
+fi
 
 missing=()
 for p in "${packages[@]}"; do
