@@ -13,6 +13,7 @@
 #include <QSignalSpy>
 
 #include <sqlite3.h>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -553,7 +554,9 @@ TEST_F(BackupRestore, AReplaceKeepsTheStoreAsItWasUntilALaterOneSucceeds)
     // No safety backup, no replace: here no file can be opened for it.
     const QStringList now = describe(*target);
     {
-        const int lowestFree = ::dup(0);
+        // The next descriptor a file would get is the first one refused.
+        const int lowestFree = ::open("/dev/null", O_RDONLY);
+        ASSERT_GE(lowestFree, 0);
         ::close(lowestFree);
         const ProcessLimit noFiles(RLIMIT_NOFILE, rlim_t(lowestFree));
         const FenrowStore::RestoreOutcome refused = target->restore(FenrowBackup(), RestoreMode::replace);
