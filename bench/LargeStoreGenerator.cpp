@@ -367,7 +367,7 @@ private:
         }
         if (m_random.chance(0.05)) {
             node.manualWidth = m_random.real(180, 420);
-            node.manualHeight = m_random.real(80, 300);
+            node.manualHeight = m_random.real(90, 300);
         }
         if (m_random.chance(0.03)) {
             node.recurrenceRaw = QString::fromLatin1(m_random.pick(recurrences));
