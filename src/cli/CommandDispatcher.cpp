@@ -156,7 +156,8 @@ int CommandDispatcher::run(const QStringList &arguments, Console &console, const
         // fixed for the command's length when it brought --now.
         const OverridableClock::Scope moment(*m_workspace.clock, fixedMoment(parsed));
         CommandContext context(m_registry, command, parsed, console, *m_workspace.clock, m_workspace, folder);
-        console.holdOutput();
+        FenrowStore &store = *m_workspace.store;
+        console.holdOutput([&store] { return !store.hasChanges(); });
         const int status = command.run(context);
         if (command.usesStore && m_workspace.store->hasChanges())
             return notSaved(console);
@@ -184,7 +185,7 @@ int CommandDispatcher::run(const QStringList &arguments, Console &console, const
     // In a block: the context's own history and preferences go before the
     // store they refer to.
     int status;
-    console.holdOutput();
+    console.holdOutput([&store] { return !store || !store->hasChanges(); });
     {
         CommandContext context(m_registry, command, parsed, console, *clock, workspace, folder);
         status = command.run(context);

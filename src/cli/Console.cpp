@@ -2,12 +2,52 @@
 
 #include "ExitStatus.h"
 
+#include <QIODevice>
+
 namespace fenrow {
 
+// Where held output waits, as the stream encoded it. Past a piece's worth it
+// goes out at once whenever nothing is left unsaved.
+class Console::HeldOutput : public QIODevice {
+public:
+    static constexpr qsizetype pieceSize = 64 * 1024;
+
+    explicit HeldOutput(QTextStream &out) : m_out(out) { open(QIODevice::WriteOnly); }
+
+    std::function<bool()> releasable;
+
+    void release()
+    {
+        // The stream encodes whole characters, so its bytes never end in
+        // the middle of one.
+        m_out << QString::fromUtf8(m_bytes);
+        m_out.flush();
+        m_bytes.clear();
+    }
+    void drop() { m_bytes.clear(); }
+
+protected:
+    qint64 readData(char *, qint64) override { return -1; }
+    qint64 writeData(const char *data, qint64 length) override
+    {
+        m_bytes.append(data, length);
+        if (m_bytes.size() >= pieceSize && releasable && releasable())
+            release();
+        return length;
+    }
+
+private:
+    QTextStream &m_out;
+    QByteArray m_bytes;
+};
+
 Console::Console(QTextStream &out, QTextStream &err, QTextStream *input, bool interactive)
-    : m_out(out), m_err(err), m_input(input), m_interactive(interactive)
+    : m_out(out), m_err(err), m_held(std::make_unique<HeldOutput>(out)), m_heldOut(m_held.get()),
+      m_input(input), m_interactive(interactive)
 {
 }
+
+Console::~Console() = default;
 
 Console::Answer Console::confirm(const QString &question)
 {
@@ -25,25 +65,24 @@ Console::Answer Console::confirm(const QString &question)
     return answer == QLatin1String("y") || answer == QLatin1String("yes") ? Answer::yes : Answer::no;
 }
 
-void Console::holdOutput()
+void Console::holdOutput(std::function<bool()> releasable)
 {
     m_out.flush();
+    m_held->releasable = std::move(releasable);
     m_currentOut = &m_heldOut;
 }
 
 void Console::releaseOutput()
 {
     m_heldOut.flush();
-    m_out << m_held;
-    m_out.flush();
-    discardOutput();
+    m_held->release();
+    m_currentOut = &m_out;
 }
 
 void Console::discardOutput()
 {
     m_heldOut.flush();
-    m_held.clear();
-    m_heldOut.seek(0);
+    m_held->drop();
     m_currentOut = &m_out;
 }
 

@@ -3,6 +3,9 @@
 #include <QString>
 #include <QTextStream>
 
+#include <functional>
+#include <memory>
+
 namespace fenrow {
 
 // The terminal as commands see it: output, errors, and questions to the
@@ -12,7 +15,7 @@ public:
     // `input` may be null. A console that is not `interactive` never asks:
     // a question then has no answer.
     Console(QTextStream &out, QTextStream &err, QTextStream *input, bool interactive);
-    virtual ~Console() = default;
+    virtual ~Console();
 
     QTextStream &out() { return *m_currentOut; }
     QTextStream &err() { return m_err; }
@@ -20,7 +23,10 @@ public:
     // A command's results wait for its save: from `holdOutput` on, what is
     // written to `out` stays in memory until `releaseOutput` prints it or
     // `discardOutput` drops it. Errors and questions are never held.
-    void holdOutput();
+    // `releasable`, when given, says whether what waits may go out already
+    // (nothing is left unsaved): long output then goes out in pieces rather
+    // than piling up in memory.
+    void holdOutput(std::function<bool()> releasable = {});
     void releaseOutput();
     void discardOutput();
 
@@ -43,10 +49,12 @@ public:
     bool isInteractive() const { return m_interactive; }
 
 private:
+    class HeldOutput;
+
     QTextStream &m_out;
     QTextStream &m_err;
-    QString m_held;
-    QTextStream m_heldOut{&m_held};
+    std::unique_ptr<HeldOutput> m_held;
+    QTextStream m_heldOut;
     QTextStream *m_currentOut = &m_out;
     QTextStream *m_input;
     bool m_interactive;
