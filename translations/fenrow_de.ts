@@ -1875,5 +1875,13 @@
         <source>Some values could not be written as they are; they were left out or held to their limits:</source>
         <translation>Einige Werte ließen sich nicht unverändert schreiben; sie wurden weggelassen oder auf ihre Grenzen gesetzt:</translation>
     </message>
+    <message id="import.opml.leftOut.title">
+        <source>Part of the outline stayed out</source>
+        <translation>Ein Teil der Gliederung wurde ausgelassen</translation>
+    </message>
+    <message id="import.opml.leftOut %1 %2">
+        <source>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</source>
+        <translation>Ausgelassene Einträge ohne Text: %1. Ausgelassene Daten außerhalb des Kalenders: %2. Alles andere wurde importiert.</translation>
+    </message>
 </context>
 </TS>

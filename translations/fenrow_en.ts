@@ -1875,5 +1875,13 @@
         <source>Some values could not be written as they are; they were left out or held to their limits:</source>
         <translation>Some values could not be written as they are; they were left out or held to their limits:</translation>
     </message>
+    <message id="import.opml.leftOut.title">
+        <source>Part of the outline stayed out</source>
+        <translation>Part of the outline stayed out</translation>
+    </message>
+    <message id="import.opml.leftOut %1 %2">
+        <source>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</source>
+        <translation>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</translation>
+    </message>
 </context>
 </TS>

@@ -1875,5 +1875,13 @@
         <source>Some values could not be written as they are; they were left out or held to their limits:</source>
         <translation>Algunos valores no se pudieron escribir tal cual; se omitieron o se ajustaron a sus límites:</translation>
     </message>
+    <message id="import.opml.leftOut.title">
+        <source>Part of the outline stayed out</source>
+        <translation>Parte del esquema se dejó fuera</translation>
+    </message>
+    <message id="import.opml.leftOut %1 %2">
+        <source>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</source>
+        <translation>Entradas sin texto que se dejaron fuera: %1. Fechas fuera del calendario que se dejaron fuera: %2. Todo lo demás se importó.</translation>
+    </message>
 </context>
 </TS>

@@ -1875,5 +1875,13 @@
         <source>Some values could not be written as they are; they were left out or held to their limits:</source>
         <translation>Certaines valeurs n’ont pas pu être écrites telles quelles ; elles ont été omises ou ramenées à leurs limites :</translation>
     </message>
+    <message id="import.opml.leftOut.title">
+        <source>Part of the outline stayed out</source>
+        <translation>Une partie du plan a été laissée de côté</translation>
+    </message>
+    <message id="import.opml.leftOut %1 %2">
+        <source>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</source>
+        <translation>Entrées sans texte laissées de côté : %1. Dates hors du calendrier laissées de côté : %2. Tout le reste a été importé.</translation>
+    </message>
 </context>
 </TS>

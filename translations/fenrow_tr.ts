@@ -1875,5 +1875,13 @@
         <source>Some values could not be written as they are; they were left out or held to their limits:</source>
         <translation>Bazı değerler olduğu gibi yazılamadı; dışarıda bırakıldılar ya da sınırlarına çekildiler:</translation>
     </message>
+    <message id="import.opml.leftOut.title">
+        <source>Part of the outline stayed out</source>
+        <translation>Taslağın bir kısmı alınmadı</translation>
+    </message>
+    <message id="import.opml.leftOut %1 %2">
+        <source>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</source>
+        <translation>Metni olmayan, alınmayan girdiler: %1. Takvim dışında kalan, alınmayan tarihler: %2. Geri kalan her şey alındı.</translation>
+    </message>
 </context>
 </TS>

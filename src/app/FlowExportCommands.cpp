@@ -201,13 +201,27 @@ QFileDialog *FlowExportCommands::importOPML()
                                      qtTrId("import.opml.panel.button"), QStringLiteral("OPML (*.opml)"));
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
         m_folder = QFileInfo(path).absolutePath();
+        // What is wrong, and where, below the sentence: in the terms of the
+        // file, which are the same in every language.
+        QString detail;
         std::optional<OPMLCodec::Document> document;
         const auto read = DocumentInput::read(path, DocumentInput::outlineLimit);
-        if (const auto *bytes = std::get_if<QByteArray>(&read))
-            document = OPMLCodec::decode(*bytes, m_store.calendar());
+        if (const auto *refusal = std::get_if<DocumentInput::Refusal>(&read)) {
+            detail = DocumentInput::describe(*refusal, QFileInfo(path).fileName());
+        } else {
+            OPMLCodec::Reading reading = OPMLCodec::read(std::get<QByteArray>(read), m_store.calendar());
+            if (auto *found = std::get_if<OPMLCodec::Document>(&reading))
+                document = std::move(*found);
+            else if (const auto &refusal = std::get<OPMLCodec::Refusal>(reading);
+                     refusal.reason != OPMLCodec::Refusal::Reason::notAnOutline)
+                // "Not an outline" is the sentence itself; a limit has a place.
+                detail = refusal.text();
+        }
         if (!document) {
-            inform("import.opml.failed", QMessageBox::Information, qtTrId("import.opml.failed.title"),
-                   qtTrId("import.opml.failed.message"));
+            QString text = qtTrId("import.opml.failed.message");
+            if (!detail.isEmpty())
+                text += QStringLiteral("\n\n") + detail;
+            inform("import.opml.failed", QMessageBox::Information, qtTrId("import.opml.failed.title"), text);
             return;
         }
         const FenrowStore::ImportedFlow imported =
@@ -216,10 +230,22 @@ QFileDialog *FlowExportCommands::importOPML()
         m_window->activateWindow();
         emit flowImported(imported.flow->id);
         // A file that brought its own graph keeps it; a bare outline may be
-        // connected by the engine, if the user wants.
-        if (!imported.hasDependencies && OPMLCodec::outlineCount(document->roots) >= 2 && m_environment
-            && m_environment->hasEngine())
-            askToRelink(imported.flow->id);
+        // connected by the engine, if the user wants, once told what of the
+        // outline stayed out.
+        const bool mayRelink = !imported.hasDependencies && OPMLCodec::outlineCount(document->roots) >= 2
+            && m_environment && m_environment->hasEngine();
+        const QUuid flowID = imported.flow->id;
+        if (document->entriesLeftOut > 0 || document->datesLeftOut > 0) {
+            QMessageBox *box = inform("import.opml.leftOut", QMessageBox::Information,
+                                      qtTrId("import.opml.leftOut.title"),
+                                      qtTrId("import.opml.leftOut %1 %2")
+                                          .arg(document->entriesLeftOut)
+                                          .arg(document->datesLeftOut));
+            if (mayRelink)
+                connect(box, &QMessageBox::finished, this, [this, flowID] { askToRelink(flowID); });
+        } else if (mayRelink) {
+            askToRelink(flowID);
+        }
     });
     dialog->open();
     return dialog;

@@ -161,6 +161,40 @@ TEST_F(ExchangeMenusTest, FileMenuImportsAnOutlineAsANewFlow)
     EXPECT_EQ(failed->text(), "This file can’t be imported");
     saveScreenshot(failed, "import-failed");
     EXPECT_EQ(store->flows().size(), 2);
+    failed->close();
+
+    // Past a limit, below the sentence: what is wrong and where.
+    const QString deep = files.filePath("deep.opml");
+    QFile nested(deep);
+    ASSERT_TRUE(nested.open(QIODevice::WriteOnly));
+    nested.write("<?xml version=\"1.0\"?>\n<opml version=\"2.0\"><body>\n"
+                 + QByteArray("<outline text=\"a\">\n").repeated(1001) + QByteArray("</outline>").repeated(1001)
+                 + "</body></opml>\n");
+    nested.close();
+    fileAction("menu.importOPML")->trigger();
+    choose("import.opml.panel", deep);
+    QMessageBox *tooDeep = dialog<QMessageBox>("import.opml.failed");
+    ASSERT_NE(tooDeep, nullptr);
+    EXPECT_TRUE(tooDeep->informativeText().endsWith("\n\nline 1003: entries nested deeper than 1,000"))
+        << tooDeep->informativeText().toStdString();
+    tooDeep->close();
+    EXPECT_EQ(store->flows().size(), 2);
+
+    // What an outline brings that cannot be kept is told, not lost quietly.
+    const QString partly = files.filePath("partly.opml");
+    QFile outline(partly);
+    ASSERT_TRUE(outline.open(QIODevice::WriteOnly));
+    outline.write(R"(<?xml version="1.0"?><opml version="2.0"><head><title>Partly</title></head><body>)"
+                  R"(<outline text="Kept" fenrowDue="20260-06-01"/><outline text="  "/><outline text="Also kept"/>)"
+                  R"(</body></opml>)");
+    outline.close();
+    fileAction("menu.importOPML")->trigger();
+    choose("import.opml.panel", partly);
+    QMessageBox *leftOut = dialog<QMessageBox>("import.opml.leftOut");
+    ASSERT_NE(leftOut, nullptr);
+    EXPECT_EQ(leftOut->informativeText(), "Entries without text left out: 1. Dates outside the calendar left out: 1. "
+                                          "Everything else was imported.");
+    EXPECT_EQ(store->flows().last()->items().size(), 2);
 }
 
 TEST_F(ExchangeMenusTest, ABareOutlineMayBeConnectedByTheEngine)
