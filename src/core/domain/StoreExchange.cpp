@@ -2,6 +2,7 @@
 #include "FenrowStore.h"
 
 #include "Clock.h"
+#include "GrowingGraph.h"
 #include "RecordID.h"
 #include "TextRules.h"
 #include "ValueLimits.h"
@@ -19,29 +20,19 @@ namespace fenrow {
 
 namespace {
 
-// The rules of addEdge, in its order, for a flow still being built: a task
-// never leads to itself, an ordered pair has at most one edge (the first
-// stays as it is), and no edge may close a cycle over edges of either kind.
-// Checking against the growing adjacency keeps a large import linear in
-// the edges where addEdge would rescan the flow for every one.
+// The imported flow's edges, made only where the rules of addEdge allow.
 class ImportGraph {
 public:
     ImportGraph(TaskFlow &flow, const std::vector<FlowNode *> &nodes, const QDateTime &now)
-        : m_flow(flow), m_nodes(nodes), m_now(now), m_heads(nodes.size()), m_seen(nodes.size(), 0)
+        : m_flow(flow), m_nodes(nodes), m_now(now), m_rules(nodes.size())
     {
     }
 
     // True when a new edge was made.
     bool add(std::size_t from, std::size_t to, EdgeKind kind)
     {
-        if (from == to)
+        if (!m_rules.admit(from, to))
             return false;
-        const quint64 pair = quint64(from) * quint64(m_nodes.size()) + quint64(to);
-        if (m_pairs.contains(pair) || reaches(to, from))
-            return false;
-        m_pairs.insert(pair);
-        m_heads[from].push_back(to);
-
         auto edge = std::make_unique<DependencyEdge>();
         edge->id = RecordID::make();
         edge->source = EdgeSource::manual;
@@ -55,32 +46,10 @@ public:
     }
 
 private:
-    bool reaches(std::size_t start, std::size_t target)
-    {
-        // A fresh mark per search: no clearing between searches.
-        ++m_mark;
-        m_stack.assign(1, start);
-        while (!m_stack.empty()) {
-            const std::size_t node = m_stack.back();
-            m_stack.pop_back();
-            if (node == target)
-                return true;
-            if (m_seen[node] == m_mark)
-                continue;
-            m_seen[node] = m_mark;
-            m_stack.insert(m_stack.end(), m_heads[node].begin(), m_heads[node].end());
-        }
-        return false;
-    }
-
     TaskFlow &m_flow;
     const std::vector<FlowNode *> &m_nodes;
     QDateTime m_now;
-    std::vector<std::vector<std::size_t>> m_heads;
-    std::vector<quint32> m_seen;
-    quint32 m_mark = 0;
-    std::vector<std::size_t> m_stack;
-    QSet<quint64> m_pairs;
+    GrowingGraph m_rules;
 };
 
 // Where each "fenrowId" of a file went. This program writes upper-case
