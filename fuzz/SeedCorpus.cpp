@@ -1,7 +1,8 @@
 // Writes the fuzz targets' starting corpora from the repository's own test
 // material, so nothing is copied into the fuzz folder and the seeds follow
 // the tests as they change:
-//   opml          the outline fixtures and the expected export
+//   opml          the outline fixtures and the expected export, and
+//                 outlines just inside and just past the reader's limits
 //   backup        the expected backup document
 //   checklist     checklists held by those documents, and the checklist
 //                 texts written into the domain tests
@@ -200,6 +201,27 @@ int main(int argc, char *argv[])
             }
         };
         checklists(checklists, document->roots);
+    }
+
+    // At the limits the two outline readers must refuse alike, on the same
+    // line; mutation seldom grows an input that far, so documents just
+    // inside and just past each limit start the corpus.
+    const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<opml version=\"2.0\">\n<body>\n";
+    const QByteArray tail = "\n</body>\n</opml>\n";
+    for (const qsizetype depth : {OPMLCodec::maxDepth, OPMLCodec::maxDepth + 1}) {
+        QByteArray nested = head;
+        for (qsizetype level = 1; level < depth; ++level)
+            nested += "<outline>\n";
+        nested += "<outline text=\"a\"/>";
+        for (qsizetype level = 1; level < depth; ++level)
+            nested += "</outline>";
+        seed(QStringLiteral("opml"), nested + tail);
+    }
+    for (const qsizetype count : {OPMLCodec::maxAttributes, OPMLCodec::maxAttributes + 1}) {
+        QByteArray wide = head + "<outline text=\"a\"";
+        for (qsizetype attribute = 1; attribute < count; ++attribute)
+            wide += " a" + QByteArray::number(attribute) + "=\"x\"";
+        seed(QStringLiteral("opml"), wide + "/>" + tail);
     }
 
     const QByteArray backupBytes = readFile(QStringLiteral("tests/core/expected/backup-document.json"));
