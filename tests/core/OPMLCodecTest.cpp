@@ -431,6 +431,9 @@ TEST(OPMLCodec, LimitsRefuseTheWholeDocumentAndSayWhere)
     const QList<Case> cases{
         {"1,000 deep", nested(1000), std::nullopt},
         {"1,001 deep, tags over two lines", nested(1001, "\n"), OPMLCodec::Refusal{Reason::tooDeep, 2004, 1001}},
+        // The XML reader checks the encoding before the first element.
+        {"1,001 deep, a byte not UTF-8 past the limit", QByteArray(nested(1001)).replace("</body>", "\xff</body>"),
+         OPMLCodec::Refusal{}},
         {"200,001 entries", document(flat), OPMLCodec::Refusal{Reason::tooManyEntries, 200002, 200001}},
         {"64 attributes", document("<outline text=\"A\"" + attributeLines(63) + "/>"), std::nullopt},
         {"65 attributes", crowded, OPMLCodec::Refusal{Reason::tooManyAttributes, 68, 2}},

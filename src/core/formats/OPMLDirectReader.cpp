@@ -3,6 +3,7 @@
 #include "OPMLOutlineBuilder.h"
 
 #include <QString>
+#include <QStringDecoder>
 
 #include <algorithm>
 #include <cstring>
@@ -477,7 +478,14 @@ Result read(const QByteArray &bytes, OutlineBuilder &builder)
     Reader reader(bytes, builder);
     if (reader.run())
         return Result::read;
-    return reader.refused() ? Result::refused : Result::unsure;
+    if (!reader.refused())
+        return Result::unsure;
+    // The general reader decodes the whole file before it reads a single
+    // element, so bytes that are not UTF-8 past the refused place make it
+    // call the file damaged: then so must this one, by stepping aside.
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString whole = utf8.decode(bytes);
+    return utf8.hasError() ? Result::unsure : Result::refused;
 }
 
 } // namespace fenrow::OPMLCodec::OPMLDirectReader

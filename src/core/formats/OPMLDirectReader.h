@@ -16,7 +16,8 @@ class OutlineBuilder;
 namespace OPMLDirectReader {
 
 // `refused`: the builder refused the document, at a place the general
-// reader reaches only through the same elements, so its verdict stands.
+// reader reaches only through the same elements, and the whole file is
+// UTF-8 (the general reader checks that first), so its verdict stands.
 enum class Result { read, unsure, refused };
 
 // On `unsure` the builder has seen part of the file and is to be dropped.
