@@ -73,6 +73,12 @@ QString cleanedTitle(const QString &text, qsizetype start, qsizetype length)
 std::optional<Match> parse(const QString &text, const QString &language, const QDateTime &now,
                            const LocalCalendar &calendar)
 {
+    // Text that is not UTF-16 (a lone surrogate) is what no expression can
+    // match. Checked once here, so that each match below need not check the
+    // whole text again: with many phrases that name no day ("feb 30"), that
+    // check made a long text take time in the square of its length.
+    if (!text.isValidUtf16())
+        return std::nullopt;
     const QDate today = calendar.dayOf(now);
     for (const Vocabulary *vocabulary : searchList(language)) {
         QString candidates[2] = {text, {}};
@@ -95,7 +101,9 @@ std::optional<Match> parse(const QString &text, const QString &language, const Q
                 while (offset <= candidate.size()) {
                     // Matching from an offset in the whole text keeps the
                     // look-behind bounds seeing what comes before.
-                    const QRegularExpressionMatch found = rule.regex->match(candidate, offset);
+                    const QRegularExpressionMatch found = rule.regex->match(
+                        candidate, offset, QRegularExpression::NormalMatch,
+                        QRegularExpression::DontCheckSubjectStringMatchOption);
                     if (!found.hasMatch())
                         break;
                     const qsizetype start = found.capturedStart();
