@@ -4,7 +4,7 @@
 
 namespace fenrow {
 
-SqliteStatement::SqliteStatement(sqlite3 *db, const char *sql) : m_db(db)
+SqliteStatement::SqliteStatement(sqlite3 *db, const char *sql)
 {
     if (sqlite3_prepare_v2(db, sql, -1, &m_statement, nullptr) != SQLITE_OK) {
         m_statement = nullptr;

@@ -86,7 +86,6 @@ private:
         std::size_t m_used = 0;
     };
 
-    sqlite3 *m_db;
     sqlite3_stmt *m_statement = nullptr;
     bool m_failed = false;
     BindArena m_arena;
