@@ -15,6 +15,20 @@ CommandLineTest::CommandLineTest() : setupClock(QDateTime(QDate(2026, 5, 1), QTi
     CommandCatalog::registerAll(registry);
 }
 
+CommandResult runOnConsole(const QString &typed, bool interactive, const std::function<int(Console &)> &command)
+{
+    CommandResult result;
+    QString input = typed;
+    QTextStream out(&result.out);
+    QTextStream err(&result.err);
+    QTextStream in(&input);
+    Console console(out, err, &in, interactive);
+    result.status = command(console);
+    out.flush();
+    err.flush();
+    return result;
+}
+
 CommandResult CommandLineTest::run(const QStringList &arguments, const QString &typed, bool interactive)
 {
     const QString path = folder.filePath(QStringLiteral("default.store"));
@@ -30,16 +44,7 @@ CommandResult CommandLineTest::run(const QStringList &arguments, const QString &
         return access;
     });
 
-    CommandResult result;
-    QString input = typed;
-    QTextStream out(&result.out);
-    QTextStream err(&result.err);
-    QTextStream in(&input);
-    Console console(out, err, &in, interactive);
-    result.status = dispatcher.run(arguments, console);
-    out.flush();
-    err.flush();
-    return result;
+    return runOnConsole(typed, interactive, [&](Console &console) { return dispatcher.run(arguments, console); });
 }
 
 std::unique_ptr<FenrowStore> CommandLineTest::openStore()

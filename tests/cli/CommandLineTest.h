@@ -12,7 +12,12 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
+
+namespace fenrow {
+class Console;
+}
 
 namespace fenrow::testing {
 
@@ -21,6 +26,10 @@ struct CommandResult {
     QString out;
     QString err;
 };
+
+// Runs `command` on a console that keeps what it writes; `typed` is what
+// the user answers on the terminal; without `interactive` there is none.
+CommandResult runOnConsole(const QString &typed, bool interactive, const std::function<int(Console &)> &command);
 
 // Runs command lines in-process, each on the store file of this test opened
 // afresh, as separate runs of the program would.

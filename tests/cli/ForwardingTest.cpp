@@ -17,7 +17,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QTextStream>
 
 namespace fenrow::testing {
 namespace {
@@ -44,25 +43,17 @@ protected:
     CommandResult forwarded(const QStringList &arguments, const QString &typed = {}, bool interactive = false,
                             const QString &workingDirectory = {})
     {
-        CommandResult result;
-        QString input = typed;
-        QTextStream out(&result.out);
-        QTextStream err(&result.err);
-        QTextStream in(&input);
-        Console console(out, err, &in, interactive);
         ForwardedCommand::Request request;
         request.arguments = arguments;
         request.workingDirectory = workingDirectory.isEmpty() ? folder.path() : workingDirectory;
         request.interactive = interactive;
         const CommandWorkspace workspace{store.get(), history.get(), preferences.get(), environment.get(), &clock};
-        result.status = CommandForwarding::forward(request, console, [&](const ForwardedCommand::Request &sent,
-                                                                         QString *) {
-            ++rounds;
-            return std::optional(CommandForwarding::runInOwner(registry, workspace, sent));
+        return runOnConsole(typed, interactive, [&](Console &console) {
+            return CommandForwarding::forward(request, console, [&](const ForwardedCommand::Request &sent, QString *) {
+                ++rounds;
+                return std::optional(CommandForwarding::runInOwner(registry, workspace, sent));
+            });
         });
-        out.flush();
-        err.flush();
-        return result;
     }
 
     QStringList ownerFlowNames() const
