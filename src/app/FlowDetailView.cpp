@@ -11,7 +11,7 @@
 #include "PanelResizeDivider.h"
 #include "canvas/CanvasEditor.h"
 #include "canvas/CanvasRequests.h"
-#include "canvas/CanvasScheduler.h"
+#include "domain/Scheduler.h"
 #include "domain/FenrowStore.h"
 #include "domain/FlowProgress.h"
 #include "domain/Readiness.h"

@@ -7,7 +7,7 @@
 #include "canvas/CanvasInputMonitor.h"
 #include "canvas/CanvasPointer.h"
 #include "canvas/CanvasRequests.h"
-#include "canvas/CanvasScheduler.h"
+#include "domain/Scheduler.h"
 #include "domain/ActiveFlowState.h"
 #include "domain/FenrowHistory.h"
 #include "shell/AppPreferences.h"

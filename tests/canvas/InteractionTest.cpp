@@ -1,7 +1,7 @@
 #include "CanvasPrinters.h"
 
 #include "canvas/CanvasInteraction.h"
-#include "canvas/CanvasScheduler.h"
+#include "domain/Scheduler.h"
 #include "domain/FlowFile.h"
 #include "domain/FlowNode.h"
 

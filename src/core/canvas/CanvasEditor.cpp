@@ -81,7 +81,7 @@ void CanvasEditor::appear(QSizeF viewportSize)
 void CanvasEditor::disappear()
 {
     m_appeared = false;
-    for (CanvasScheduler::Ticket *ticket : {&m_persistTicket, &m_rejectionTicket, &m_fileDropFailureTicket}) {
+    for (Scheduler::Ticket *ticket : {&m_persistTicket, &m_rejectionTicket, &m_fileDropFailureTicket}) {
         m_services.scheduler.cancel(*ticket);
         *ticket = 0;
     }

@@ -3,7 +3,7 @@
 #include "CanvasInteraction.h"
 #include "CanvasKeyCommand.h"
 #include "CanvasScene.h"
-#include "CanvasScheduler.h"
+#include "domain/Scheduler.h"
 
 #include <QList>
 #include <QObject>
@@ -48,7 +48,7 @@ public:
         FenrowStore &store;
         FenrowHistory &history;
         AppPreferences &preferences;
-        CanvasScheduler &scheduler;
+        Scheduler &scheduler;
         // Optional: the pending first task of a new flow, and the mailboxes.
         ActiveFlowState *activeFlow = nullptr;
         CanvasRevealRequest *revealRequests = nullptr;
@@ -236,9 +236,9 @@ private:
     };
     std::optional<ResizeBase> m_resizeBase;
 
-    CanvasScheduler::Ticket m_persistTicket = 0;
-    CanvasScheduler::Ticket m_rejectionTicket = 0;
-    CanvasScheduler::Ticket m_fileDropFailureTicket = 0;
+    Scheduler::Ticket m_persistTicket = 0;
+    Scheduler::Ticket m_rejectionTicket = 0;
+    Scheduler::Ticket m_fileDropFailureTicket = 0;
     int m_selectionDepth = 0;
 };
 

@@ -1,10 +1,10 @@
-#include "CanvasScheduler.h"
+#include "Scheduler.h"
 
 #include <QTimer>
 
 namespace fenrow {
 
-CanvasScheduler::Ticket ManualScheduler::schedule(std::chrono::milliseconds delay, Task task)
+Scheduler::Ticket ManualScheduler::schedule(std::chrono::milliseconds delay, Task task)
 {
     const Ticket ticket = ++m_lastTicket;
     const auto due = m_now + std::max(delay, std::chrono::milliseconds(0));
@@ -42,7 +42,7 @@ TimerScheduler::~TimerScheduler()
     qDeleteAll(m_timers);
 }
 
-CanvasScheduler::Ticket TimerScheduler::schedule(std::chrono::milliseconds delay, Task task)
+Scheduler::Ticket TimerScheduler::schedule(std::chrono::milliseconds delay, Task task)
 {
     const Ticket ticket = ++m_lastTicket;
     auto *timer = new QTimer(this);

@@ -11,16 +11,16 @@ class QTimer;
 
 namespace fenrow {
 
-// Delayed work of the canvas (the viewport's save debounce, banner
-// lifetimes) on the UI thread. Behind an interface so that tests move time
-// by hand instead of sleeping.
-class CanvasScheduler {
+// Delayed work on the UI thread (the canvas's viewport save and banners,
+// the debounces and timers of the background services). Behind an
+// interface so that tests move time by hand instead of sleeping.
+class Scheduler {
 public:
     using Task = std::function<void()>;
     // 0 never names a task.
     using Ticket = quint64;
 
-    virtual ~CanvasScheduler() = default;
+    virtual ~Scheduler() = default;
     // Runs `task` once after `delay`, unless cancelled before.
     virtual Ticket schedule(std::chrono::milliseconds delay, Task task) = 0;
     // Cancelling a task that ran or never existed does nothing.
@@ -29,7 +29,7 @@ public:
 
 // Time stands still until `advance`; tasks then run in the order of their
 // due times, equal times in the order they were scheduled.
-class ManualScheduler final : public CanvasScheduler {
+class ManualScheduler final : public Scheduler {
 public:
     Ticket schedule(std::chrono::milliseconds delay, Task task) override;
     void cancel(Ticket ticket) override;
@@ -52,7 +52,7 @@ private:
 
 // The program's scheduler: one precise single-shot timer per task, on a
 // monotonic clock, so a change of the wall clock does not stretch a wait.
-class TimerScheduler final : public QObject, public CanvasScheduler {
+class TimerScheduler final : public QObject, public Scheduler {
     Q_OBJECT
 
 public:
