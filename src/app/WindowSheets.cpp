@@ -33,7 +33,23 @@ WindowSheets::WindowSheets(FenrowStore &store, FenrowHistory &history, ActiveFlo
     connect(&m_preferences, &AppPreferences::changed, this, [this](const QString &key) {
         if (key == QLatin1StringView(PreferenceKey::commandShortcuts))
             applyShortcuts();
+        else if (key == QLatin1StringView(PreferenceKey::hasCompletedOnboarding))
+            followOnboarding();
     });
+}
+
+// The welcome covers the whole window: a sheet opened under it could be
+// neither seen nor closed, so none opens until onboarding is done.
+void WindowSheets::followOnboarding()
+{
+    const bool usable = m_preferences.hasCompletedOnboarding();
+    for (QAction *action : {m_newFlowFromTextAction, m_planDayAction})
+        if (action)
+            action->setEnabled(usable);
+    if (!usable) {
+        for (SheetPresentation *presentation : m_shown.keys())
+            presentation->setPresented(false);
+    }
 }
 
 void WindowSheets::follow(SheetPresentation *presentation, std::function<QWidget *()> makeSheet)
@@ -48,6 +64,10 @@ void WindowSheets::follow(SheetPresentation *presentation, std::function<QWidget
         }
         if (overlay)
             return;
+        if (!m_preferences.hasCompletedOnboarding()) {
+            presentation->setPresented(false);
+            return;
+        }
         QWidget *sheet = makeSheet();
         if (!sheet) {
             presentation->setPresented(false);
@@ -150,6 +170,7 @@ void WindowSheets::addTo(QMenu *file)
     if (before && !before->isSeparator())
         file->insertSeparator(before);
     applyShortcuts();
+    followOnboarding();
 }
 
 void WindowSheets::applyShortcuts()

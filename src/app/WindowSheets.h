@@ -65,6 +65,7 @@ private:
     void showGenerated(const QUuid &parentID, const QList<QUuid> &added);
     void showGenerationFailure(const QUuid &parentID);
     void applyShortcuts();
+    void followOnboarding();
 
     FenrowStore &m_store;
     FenrowHistory &m_history;

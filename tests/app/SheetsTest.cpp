@@ -435,6 +435,24 @@ TEST_F(SheetsTest, ClosingThePresentationClosesItsSheet)
     QTest::mouseClick(overlay, Qt::LeftButton, Qt::NoModifier, QPoint(4, 4));
     EXPECT_FALSE(planDay.isPresented());
     EXPECT_EQ(DialogPresence::depth(), depth);
+
+    // The welcome covers the window: a sheet open when it comes back goes,
+    // and none opens under it, by command or by request.
+    planDay.setPresented(true);
+    ASSERT_NE(shownSheet<PlanDaySheet>("planDay.sheet"), nullptr);
+    preferences->setHasCompletedOnboarding(false);
+    EXPECT_TRUE(sheetGone("planDay.sheet"));
+    for (const char *name : {"menu.planDay", "menu.newFlowFromText"}) {
+        QAction *command = window->findChild<QAction *>(QString::fromLatin1(name));
+        ASSERT_NE(command, nullptr) << name;
+        EXPECT_FALSE(command->isEnabled()) << name;
+    }
+    window->sheets()->newFlowFromText()->setPresented(true);
+    EXPECT_FALSE(window->sheets()->newFlowFromText()->isPresented());
+    EXPECT_EQ(window->findChild<QWidget *>(QStringLiteral("newFlowFromText.sheet")), nullptr);
+    EXPECT_EQ(DialogPresence::depth(), depth);
+    preferences->setHasCompletedOnboarding(true);
+    EXPECT_TRUE(window->findChild<QAction *>(QStringLiteral("menu.planDay"))->isEnabled());
 }
 
 } // namespace
