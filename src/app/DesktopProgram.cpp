@@ -108,6 +108,16 @@ FenrowStore &Session::store() const
     return *m_parts->store;
 }
 
+AppPreferences &Session::preferences() const
+{
+    return *m_parts->preferences;
+}
+
+AppEnvironment &Session::environment() const
+{
+    return *m_parts->environment;
+}
+
 std::unique_ptr<Session> Session::start(QApplication &application, QString *fatal, std::unique_ptr<StoreLock> lock)
 {
     ProcessEntry::prepare(application);

@@ -8,6 +8,8 @@ class QApplication;
 
 namespace fenrow {
 
+class AppEnvironment;
+class AppPreferences;
 class FenrowStore;
 class MainWindow;
 class StoreLock;
@@ -32,6 +34,8 @@ public:
 
     MainWindow &window() const;
     FenrowStore &store() const;
+    AppPreferences &preferences() const;
+    AppEnvironment &environment() const;
 
 private:
     struct Parts;

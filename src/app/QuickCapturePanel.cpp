@@ -45,9 +45,7 @@ QuickCapturePanel::~QuickCapturePanel() = default;
 
 QKeyCombination QuickCapturePanel::shortcut(const KeyCombo &combo)
 {
-    const KeyCombo usable = ShortcutKeys::qtKey(combo.keyCode) ? combo : defaultGlobalShortcut;
-    return QKeyCombination(ShortcutKeys::qtModifiers(usable.modifierFlags),
-                           ShortcutKeys::qtKey(usable.keyCode).value_or(Qt::Key_Space));
+    return ShortcutKeys::captureShortcut(combo);
 }
 
 QuickCaptureContent *QuickCapturePanel::content() const

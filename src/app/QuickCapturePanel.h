@@ -29,7 +29,8 @@ public:
 
     // The keys that open the panel from inside the program: the quick-capture
     // combination (Ctrl for command), or its default when Qt has no key for
-    // the stored one.
+    // the stored one. The global hot key follows the same rule
+    // (ShortcutKeys::captureShortcut).
     static QKeyCombination shortcut(const KeyCombo &combo);
 
     // Opens on a fresh content, or closes when open.

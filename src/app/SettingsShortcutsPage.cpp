@@ -3,6 +3,7 @@
 #include "SettingsForm.h"
 #include "ShortcutRecorderButton.h"
 #include "Theme.h"
+#include "shell/AppEnvironment.h"
 #include "shell/AppPreferences.h"
 
 #include <QGridLayout>
@@ -38,8 +39,9 @@ QString keysText(const QKeySequence &keys)
 
 } // namespace
 
-SettingsShortcutsPage::SettingsShortcutsPage(AppPreferences &preferences, QWidget *parent)
-    : QWidget(parent), m_preferences(preferences)
+SettingsShortcutsPage::SettingsShortcutsPage(AppPreferences &preferences, const AppEnvironment &environment,
+                                             QWidget *parent)
+    : QWidget(parent), m_preferences(preferences), m_environment(environment)
 {
     QVBoxLayout *column = SettingsForm::makePage(this, qtTrId("settings.page.shortcuts"));
     m_rows = new QWidget(this);
@@ -50,8 +52,21 @@ SettingsShortcutsPage::SettingsShortcutsPage(AppPreferences &preferences, QWidge
     grid->setColumnStretch(0, 1);
     column->addWidget(m_rows);
 
-    addRow(QStringLiteral("globalShortcut"), std::nullopt, qtTrId("settings.general.quickCapture.title"),
-           qtTrId("settings.general.quickCapture.subtitle"));
+    m_globalSubtitle = addRow(QStringLiteral("globalShortcut"), std::nullopt,
+                              qtTrId("settings.general.quickCapture.title"),
+                              qtTrId("settings.general.quickCapture.subtitle"));
+    // The command a desktop's own keyboard settings can bind (the program
+    // with AppShell::captureArgument), on a line of its own so that it is
+    // never broken at its hyphens; selectable, so that it can be copied.
+    const QString command = QStringLiteral("fenrow --capture");
+    m_globalUnavailable = SettingsForm::warning(
+        qtTrId("settings.shortcuts.globalUnavailable").toHtmlEscaped() + QStringLiteral("<br><code>%1</code>").arg(command),
+        QStringLiteral("settings.shortcuts.globalUnavailable"), m_rows);
+    m_globalUnavailable->setTextFormat(Qt::RichText);
+    m_globalUnavailable->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    grid->addWidget(m_globalUnavailable, grid->rowCount(), 0, 1, 2);
+    connect(&m_environment, &AppEnvironment::globalHotkeyStateChanged, this, &SettingsShortcutsPage::showHotkeyState);
+    showHotkeyState();
     for (int i = 0; i < int(RawNames<ShortcutAction>::names.size()); ++i) {
         const auto action = ShortcutAction(i);
         addRow(rawString(action), action, qtTrId(actionTitle(action)), QString());
@@ -104,8 +119,8 @@ SettingsShortcutsPage::SettingsShortcutsPage(AppPreferences &preferences, QWidge
     refresh();
 }
 
-void SettingsShortcutsPage::addRow(const QString &name, std::optional<ShortcutAction> action, const QString &title,
-                                   const QString &subtitle)
+QLabel *SettingsShortcutsPage::addRow(const QString &name, std::optional<ShortcutAction> action,
+                                     const QString &title, const QString &subtitle)
 {
     auto *grid = static_cast<QGridLayout *>(m_rows->layout());
     const int line = grid->rowCount();
@@ -114,19 +129,13 @@ void SettingsShortcutsPage::addRow(const QString &name, std::optional<ShortcutAc
     auto *recorder = new ShortcutRecorderButton(QStringLiteral("settings.shortcuts.recorder.") + name, m_rows);
     recorder->setAccessibleName(title);
     label->setBuddy(recorder);
-    auto *message = new QLabel(m_rows);
-    message->setObjectName(QStringLiteral("settings.shortcuts.message.") + name);
-    message->setWordWrap(true);
-    message->setFont(Theme::captionFont());
-    QPalette warning = message->palette();
-    warning.setColor(QPalette::WindowText, Theme::Color::warning);
-    message->setPalette(warning);
-    message->hide();
+    QLabel *message = SettingsForm::warning(QString(), QStringLiteral("settings.shortcuts.message.") + name, m_rows);
     grid->addWidget(label, line, 0);
     grid->addWidget(recorder, line, 1);
     int next = line + 1;
-    if (!subtitle.isEmpty())
-        grid->addWidget(SettingsForm::caption(subtitle, m_rows), next++, 0, 1, 2);
+    QLabel *caption = subtitle.isEmpty() ? nullptr : SettingsForm::caption(subtitle, m_rows);
+    if (caption)
+        grid->addWidget(caption, next++, 0, 1, 2);
     grid->addWidget(message, next, 0, 1, 2);
     m_list.append(Row{name, action, recorder, message, QString()});
 
@@ -147,6 +156,14 @@ void SettingsShortcutsPage::addRow(const QString &name, std::optional<ShortcutAc
                 row.refusal = reason;
         refresh();
     });
+    return caption;
+}
+
+void SettingsShortcutsPage::showHotkeyState()
+{
+    const bool refused = m_environment.globalHotkeyState() == GlobalHotkeyState::failed;
+    m_globalSubtitle->setVisible(!refused);
+    m_globalUnavailable->setVisible(refused);
 }
 
 KeyCombo SettingsShortcutsPage::comboOf(const Row &row) const

@@ -70,6 +70,25 @@ TEST_P(SettingsLookTest, EveryPageFits)
     }
 }
 
+// Where the desktop refused the quick-capture key, the Shortcuts page says
+// so in place of its promise, and points to `fenrow --capture`.
+TEST_P(SettingsLookTest, TheRefusedKeysLineFits)
+{
+    environment.setGlobalHotkeyState(GlobalHotkeyState::failed);
+    show();
+    window->openSettings(SettingsPage::shortcuts);
+    SettingsWindow &settings = *window->settingsWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&settings));
+    QApplication::processEvents();
+    QWidget &content = *settings.page(SettingsPage::shortcuts);
+    auto *line = content.findChild<QLabel *>(QStringLiteral("settings.shortcuts.globalUnavailable"));
+    ASSERT_NE(line, nullptr);
+    EXPECT_TRUE(line->isVisible());
+    EXPECT_TRUE(line->text().contains(QStringLiteral("fenrow --capture")));
+    expectNothingClipped(content);
+    saveScreenshot(settings, QStringLiteral("settings-page-shortcuts-refused-") + QString::fromLatin1(GetParam()));
+}
+
 INSTANTIATE_TEST_SUITE_P(Languages, SettingsLookTest, ::testing::Values("en", "de", "tr", "es", "fr"));
 
 class DarkLookTest : public WindowFixture {};

@@ -141,6 +141,15 @@ TEST_F(ShortcutRecording, EscapeOrASecondPressStopsWithoutCapturing)
     EXPECT_EQ(captured, std::vector<KeyCombo>{(KeyCombo{6, shift | command})});
 }
 
+TEST(ShortcutKeys, TheCaptureKeysAreOneRuleInsideTheProgramAndOnTheDesktop)
+{
+    using ShortcutKeys::captureShortcut;
+    EXPECT_EQ(captureShortcut(defaultGlobalShortcut), QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Space));
+    EXPECT_EQ(captureShortcut({40, command | option}), QKeyCombination(Qt::ControlModifier | Qt::AltModifier, Qt::Key_K));
+    // A code without a Qt key: the default combination, not half of it.
+    EXPECT_EQ(captureShortcut({10, option}), QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Space));
+}
+
 // Keeps what the controller asks of the desktop.
 class ScriptedHotkeyBackend : public GlobalHotkeyBackend {
 public:
@@ -148,12 +157,17 @@ public:
         std::vector<Request> registered;
         std::vector<quintptr> unregistered;
         std::function<void()> pressed;
+        std::function<void(quintptr, int)> lost;
         bool handlerRemoved = false;
         int status = 0;
     };
     explicit ScriptedHotkeyBackend(Log &log) : m_log(log) {}
 
-    void installHandler(std::function<void()> pressed) override { m_log.pressed = std::move(pressed); }
+    void installHandler(Handlers handlers) override
+    {
+        m_log.pressed = std::move(handlers.pressed);
+        m_log.lost = std::move(handlers.lost);
+    }
     void removeHandler() override { m_log.handlerRemoved = true; }
     int registerHotKey(const Request &request, quintptr &handle) override
     {
@@ -201,6 +215,7 @@ TEST_F(GlobalHotkey, RegistersOneKeyAtATimeAndLetsGoWhenDestroyed)
         controller.registerHotKey(defaultGlobalShortcut);
         ASSERT_EQ(log.registered.size(), 1u);
         EXPECT_EQ(log.registered[0].combo, defaultGlobalShortcut);
+        EXPECT_EQ(log.registered[0].keys, QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Space));
         EXPECT_EQ(log.registered[0].carbonModifiers, 768u);
         EXPECT_EQ(log.registered[0].signature, 0x464E5257u);
         EXPECT_EQ(log.registered[0].number, 1u);
@@ -233,6 +248,36 @@ TEST_F(GlobalHotkey, ARefusedKeyIsLoggedAndNothingElseHappens)
     unsupported.registerHotKey(defaultGlobalShortcut);
     EXPECT_FALSE(unsupported.isRegistered());
     EXPECT_EQ(hotkeyMessages.last(), "Failed to register global hotkey (status -4).");
+}
+
+TEST_F(GlobalHotkey, ADesktopThatRefusesLaterTakesTheKeyBackAndSaysWhy)
+{
+    ScriptedHotkeyBackend::Log log;
+    GlobalHotkeyController controller([] {}, std::make_unique<ScriptedHotkeyBackend>(log));
+    QSignalSpy changes(&controller, &GlobalHotkeyController::registrationChanged);
+    EXPECT_EQ(controller.status(), std::nullopt);
+    controller.registerHotKey(defaultGlobalShortcut);
+    controller.registerHotKey({0, command});
+    ASSERT_TRUE(controller.isRegistered());
+    EXPECT_EQ(controller.status(), 0);
+    EXPECT_EQ(changes.size(), 1) << "replacing a held key with another held one is no change";
+    ASSERT_TRUE(log.lost);
+
+    // An answer about the key replaced already changes nothing.
+    log.lost(1, GlobalHotkeyBackend::cancelledStatus);
+    EXPECT_TRUE(controller.isRegistered());
+    EXPECT_TRUE(hotkeyMessages.isEmpty());
+
+    log.lost(2, GlobalHotkeyBackend::cancelledStatus);
+    EXPECT_FALSE(controller.isRegistered());
+    EXPECT_EQ(controller.status(), GlobalHotkeyBackend::cancelledStatus);
+    EXPECT_EQ(hotkeyMessages, QStringList({"Failed to register global hotkey (status -128)."}));
+    EXPECT_EQ(log.unregistered, (std::vector<quintptr>{1, 2})) << "the backend lets go of what it lost";
+    EXPECT_EQ(changes.size(), 2);
+
+    controller.unregisterHotKey();
+    EXPECT_EQ(controller.status(), std::nullopt);
+    EXPECT_EQ(log.unregistered.size(), 2u);
 }
 
 } // namespace

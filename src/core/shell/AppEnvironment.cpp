@@ -68,4 +68,12 @@ void AppEnvironment::refreshAvailability()
     emit engineChanged();
 }
 
+void AppEnvironment::setGlobalHotkeyState(GlobalHotkeyState state)
+{
+    if (state == m_globalHotkeyState)
+        return;
+    m_globalHotkeyState = state;
+    emit globalHotkeyStateChanged();
+}
+
 } // namespace fenrow

@@ -13,6 +13,12 @@ namespace fenrow {
 
 enum class EngineSelection { scripted, foundationModels, unavailable };
 
+// Whether the quick-capture combination works while another program is in
+// front: `none` while no hot key is installed (before onboarding is done),
+// `registered` while the desktop holds it for Fenrow, `failed` when the
+// desktop refused it.
+enum class GlobalHotkeyState { none, registered, failed };
+
 // Makers of the engines the environment can switch to; each call gives a
 // new engine. Safe to call from any thread.
 struct EngineFactories {
@@ -35,6 +41,9 @@ struct EngineFactories {
 // arguments ("--ui-test" takes the scripted engine, with
 // "--ui-test-engine-unavailable" the unavailable one) and the live
 // availability; afterwards only `refreshAvailability` changes it.
+//
+// Beside it, what this desktop granted the global hot key, which the views
+// read from here as they read the engine's availability.
 class AppEnvironment : public QObject {
     Q_OBJECT
 
@@ -65,9 +74,14 @@ public:
     // answer is always unavailable with `frameworkUnavailable`.
     static EngineAvailability platformAvailability();
 
+    GlobalHotkeyState globalHotkeyState() const { return m_globalHotkeyState; }
+    // Written by whoever registers the hot key (the shell).
+    void setGlobalHotkeyState(GlobalHotkeyState state);
+
 signals:
     void availabilityChanged();
     void engineChanged();
+    void globalHotkeyStateChanged();
 
 private:
     QStringList m_launchArguments;
@@ -76,6 +90,7 @@ private:
     EngineSelection m_engineSelection = EngineSelection::unavailable;
     std::shared_ptr<const GraphInferenceEngine> m_engine;
     EngineAvailability m_availability;
+    GlobalHotkeyState m_globalHotkeyState = GlobalHotkeyState::none;
 };
 
 } // namespace fenrow

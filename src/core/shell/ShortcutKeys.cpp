@@ -139,6 +139,12 @@ QKeyCombination keyboardShortcut(const KeyCombo &combo, ShortcutAction fallback)
     return QKeyCombination(Qt::ControlModifier, Qt::Key_Space);
 }
 
+QKeyCombination captureShortcut(const KeyCombo &combo)
+{
+    const KeyCombo usable = qtKey(combo.keyCode) ? combo : defaultGlobalShortcut;
+    return QKeyCombination(qtModifiers(usable.modifierFlags), qtKey(usable.keyCode).value_or(Qt::Key_Space));
+}
+
 std::optional<KeyCombo> keyCombo(QKeyCombination keys)
 {
     // Shift with Tab arrives as a key of its own.

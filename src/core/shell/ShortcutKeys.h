@@ -33,6 +33,11 @@ Qt::KeyboardModifiers qtModifiers(quint64 modifierFlags);
 // of `fallback` instead, and failing that Ctrl+Space.
 QKeyCombination keyboardShortcut(const KeyCombo &combo, ShortcutAction fallback);
 
+// The keys of the quick-capture combination, inside the program and on the
+// desktop alike: the stored combination, or the default one (Ctrl+Shift+
+// Space) when Qt has no key for its code.
+QKeyCombination captureShortcut(const KeyCombo &combo);
+
 // The other way, for recording: a key press as a combination, or none for a
 // key that has no code here (a bare modifier, a function key). Only the
 // four recorded modifiers are kept.
