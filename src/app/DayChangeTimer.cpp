@@ -24,7 +24,7 @@ DayChangeTimer::DayChangeTimer(const Clock &clock, const LocalCalendar &calendar
 qint64 DayChangeTimer::remainingToMidnight() const
 {
     const QDateTime now = m_clock.now();
-    return now.msecsTo(m_calendar.startOfDay(m_calendar.dayOf(now).addDays(1)));
+    return now.msecsTo(m_calendar.startOfNextDay(now));
 }
 
 void DayChangeTimer::arm()

@@ -1,11 +1,15 @@
 #include "SettingsDataPage.h"
 
+#include "AppShell.h"
 #include "Glyphs.h"
+#include "MainWindow.h"
 #include "SettingsForm.h"
 #include "Theme.h"
 #include "UuidText.h"
+#include "domain/Clock.h"
 #include "domain/FenrowStore.h"
 #include "shell/AppPreferences.h"
+#include "shell/MaintenanceScheduler.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -48,12 +52,18 @@ SettingsDataPage::SettingsDataPage(FenrowStore &store, AppPreferences &preferenc
     m_lastBackup = SettingsForm::caption(QString(), this);
     m_lastBackup->setObjectName(QStringLiteral("settings.data.autoBackup.last"));
     column->addWidget(m_lastBackup);
+    m_backupFailed = SettingsForm::warning(qtTrId("settings.data.autoBackup.failed"),
+                                           QStringLiteral("settings.data.autoBackup.failed"), this);
+    column->addWidget(m_backupFailed);
     auto *buttons = new QHBoxLayout;
     auto *choose = new QPushButton(qtTrId("settings.data.autoBackup.choose"), this);
     choose->setObjectName(QStringLiteral("settings.data.autoBackup.choose"));
+    m_backupNow = new QPushButton(qtTrId("settings.data.autoBackup.now"), this);
+    m_backupNow->setObjectName(QStringLiteral("settings.data.autoBackup.now"));
     m_backupOff = new QPushButton(qtTrId("settings.data.autoBackup.off"), this);
     m_backupOff->setObjectName(QStringLiteral("settings.data.autoBackup.off"));
     buttons->addWidget(choose);
+    buttons->addWidget(m_backupNow);
     buttons->addWidget(m_backupOff);
     buttons->addStretch(1);
     column->addLayout(buttons);
@@ -66,6 +76,14 @@ SettingsDataPage::SettingsDataPage(FenrowStore &store, AppPreferences &preferenc
             setBackupFolder(path);
     });
     connect(m_backupOff, &QPushButton::clicked, this, [this] { setBackupFolder(QString()); });
+    // A failure shows through the scheduler's status, a success through
+    // the time of the last backup.
+    connect(m_backupNow, &QPushButton::clicked, this, [this] {
+        if (MaintenanceScheduler *scheduler = maintenance())
+            scheduler->autoBackupNow(m_store.clock().now());
+    });
+    if (MaintenanceScheduler *scheduler = maintenance())
+        connect(scheduler, &MaintenanceScheduler::backupStatusChanged, this, &SettingsDataPage::showBackup);
 
     column->addWidget(SettingsForm::sectionTitle(qtTrId("settings.data.templates.title"), this));
     m_templates = new QWidget(this);
@@ -126,6 +144,16 @@ void SettingsDataPage::showBackup()
                                      .arg(QLocale().toString(last->toLocalTime(), QLocale::LongFormat))
                                : qtTrId("settings.data.autoBackup.never"));
     m_lastBackup->setVisible(folder.has_value());
+    const MaintenanceScheduler *scheduler = maintenance();
+    m_backupNow->setVisible(scheduler != nullptr);
+    m_backupNow->setEnabled(folder.has_value());
+    m_backupFailed->setVisible(folder && scheduler && scheduler->lastBackupFailed());
+}
+
+MaintenanceScheduler *SettingsDataPage::maintenance()
+{
+    AppShell *shell = AppShell::current();
+    return shell ? shell->maintenance() : nullptr;
 }
 
 void SettingsDataPage::showTemplates()

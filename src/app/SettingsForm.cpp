@@ -40,6 +40,17 @@ QLabel *caption(const QString &text, QWidget *parent)
     return label;
 }
 
+QLabel *warning(const QString &text, const QString &name, QWidget *parent)
+{
+    QLabel *label = caption(text, parent);
+    label->setObjectName(name);
+    QPalette warning = label->palette();
+    warning.setColor(QPalette::WindowText, Theme::Color::warning);
+    label->setPalette(warning);
+    label->hide();
+    return label;
+}
+
 QWidget *row(const QString &label, QWidget *control, QWidget *parent)
 {
     auto *line = new QWidget(parent);

@@ -19,6 +19,9 @@ QVBoxLayout *makePage(QWidget *page, const QString &title);
 QLabel *sectionTitle(const QString &text, QWidget *parent);
 // Secondary text that wraps.
 QLabel *caption(const QString &text, QWidget *parent);
+// A line in the warning colour, named `name`, hidden until there is
+// something to say.
+QLabel *warning(const QString &text, const QString &name, QWidget *parent);
 // A label on the left and `control` on the right.
 QWidget *row(const QString &label, QWidget *control, QWidget *parent);
 

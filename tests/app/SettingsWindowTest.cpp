@@ -1,5 +1,6 @@
 #include "AppTestSupport.h"
 
+#include "AppShell.h"
 #include "BrandPalette.h"
 #include "InterfaceLook.h"
 #include "ReadyListView.h"
@@ -16,6 +17,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
@@ -316,6 +318,84 @@ TEST_F(SettingsWindowTest, LanguageSwitchRetranslatesWithoutRestart)
     control<QRadioButton>(SettingsPage::language, "settings.language.en")->click();
     waitForRebuild(QStringLiteral("en#violet#light"));
     EXPECT_EQ(window->sidebar()->readyRow()->text(), englishReady);
+}
+
+TEST_F(SettingsWindowTest, BackUpNowWritesIntoTheFolderAndSaysWhenItFailed)
+{
+    // The program's shell holds the maintenance the page's button runs.
+    AppEnvironment shellEnvironment({AppEnvironment::uiTestArgument});
+    AppShell shell(*store, *history, activeFlow, *preferences, shellEnvironment);
+    addFlow("Kitchen", 1, 0, 2);
+    const QString folder = configHome.filePath(QStringLiteral("backups"));
+    ASSERT_TRUE(QDir().mkpath(folder));
+    preferences->setAutoBackupBookmark(folder.toUtf8());
+    openSettings(SettingsPage::data);
+    auto *backUp = control<QPushButton>(SettingsPage::data, "settings.data.autoBackup.now");
+    auto *failed = control<QLabel>(SettingsPage::data, "settings.data.autoBackup.failed");
+    auto *last = control<QLabel>(SettingsPage::data, "settings.data.autoBackup.last");
+    ASSERT_TRUE(backUp && failed && last);
+    EXPECT_TRUE(backUp->isVisible());
+    EXPECT_TRUE(backUp->isEnabled());
+    EXPECT_FALSE(failed->isVisible());
+    EXPECT_EQ(last->text(), qtTrId("settings.data.autoBackup.never"));
+
+    QTest::mouseClick(backUp, Qt::LeftButton);
+    const QString written = QDir(folder).filePath(QStringLiteral("Fenrow Auto Backup 2026-06-10.fenrowbackup"));
+    EXPECT_TRUE(QFileInfo::exists(written));
+    EXPECT_EQ(preferences->lastAutoBackup(), clock.now());
+    EXPECT_NE(last->text(), qtTrId("settings.data.autoBackup.never"));
+    EXPECT_FALSE(failed->isVisible());
+
+    // The folder vanished: the page says so, and the last good backup
+    // keeps its date.
+    ASSERT_TRUE(QDir(folder).removeRecursively());
+    clock.advanceSeconds(3600);
+    QTest::mouseClick(backUp, Qt::LeftButton);
+    EXPECT_TRUE(failed->isVisible());
+    EXPECT_EQ(failed->text(), qtTrId("settings.data.autoBackup.failed"));
+    EXPECT_EQ(preferences->lastAutoBackup(), clock.now().addSecs(-3600));
+    QApplication::processEvents();
+    const QDir screenshots(QStringLiteral(FENROW_SCREENSHOT_DIR));
+    ASSERT_TRUE(screenshots.mkpath("."));
+    EXPECT_TRUE(window->settingsWindow()->grab().save(screenshots.filePath("settings-data-backup-failed.png")));
+
+    // Back again, the next backup clears the warning.
+    ASSERT_TRUE(QDir().mkpath(folder));
+    QTest::mouseClick(backUp, Qt::LeftButton);
+    EXPECT_FALSE(failed->isVisible());
+    EXPECT_EQ(preferences->lastAutoBackup(), clock.now());
+
+    // Without a folder there is nothing to back up into.
+    control<QPushButton>(SettingsPage::data, "settings.data.autoBackup.off")->click();
+    EXPECT_FALSE(backUp->isEnabled());
+}
+
+TEST_F(SettingsWindowTest, LaunchAtLoginWritesTheAutostartEntryOrGoesBack)
+{
+    const QString entry = configHome.filePath(QStringLiteral("autostart/fenrow.desktop"));
+    openSettings();
+    auto *login = control<QCheckBox>(SettingsPage::general, "settings.general.launchAtLogin");
+    auto *failed = control<QLabel>(SettingsPage::general, "settings.general.launchAtLogin.failed");
+    ASSERT_TRUE(login && failed);
+    login->click();
+    EXPECT_TRUE(QFileInfo(entry).isFile());
+    EXPECT_TRUE(reread()->launchAtLogin());
+    login->click();
+    EXPECT_FALSE(QFileInfo::exists(entry));
+    EXPECT_FALSE(reread()->launchAtLogin());
+    EXPECT_FALSE(failed->isVisible());
+
+    // Where the autostart folder should be, a file: the toggle goes back
+    // and says where it could not write.
+    ASSERT_TRUE(QDir(configHome.filePath(QStringLiteral("autostart"))).removeRecursively());
+    QFile blocker(configHome.filePath(QStringLiteral("autostart")));
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    login->click();
+    EXPECT_FALSE(login->isChecked());
+    EXPECT_FALSE(reread()->launchAtLogin());
+    EXPECT_TRUE(failed->isVisible());
+    EXPECT_TRUE(failed->text().contains(configHome.filePath(QStringLiteral("autostart"))));
 }
 
 } // namespace

@@ -24,11 +24,15 @@ bool isScriptedRun()
 
 } // namespace
 
+QString SettingsFile::configHome()
+{
+    return isScriptedRun() ? scriptedRunFolder()
+                           : QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+}
+
 QString SettingsFile::path()
 {
-    const QString folder = isScriptedRun() ? scriptedRunFolder()
-                                           : QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    return QDir(folder).filePath(QStringLiteral("fenrow/fenrow.conf"));
+    return QDir(configHome()).filePath(QStringLiteral("fenrow/fenrow.conf"));
 }
 
 std::unique_ptr<QSettings> SettingsFile::open()

@@ -1,0 +1,148 @@
+#include "shell/AppPreferences.h"
+#include "shell/LoginItem.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace fenrow {
+namespace {
+
+QStringList loginItemMessages;
+
+void keepLoginItemMessage(QtMsgType, const QMessageLogContext &context, const QString &message)
+{
+    if (QByteArrayView(context.category) == "fenrow.loginItem")
+        loginItemMessages << message;
+}
+
+class LoginItemFile : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        loginItemMessages.clear();
+        m_previousHandler = qInstallMessageHandler(keepLoginItemMessage);
+    }
+    void TearDown() override { qInstallMessageHandler(m_previousHandler); }
+
+    QByteArray entry() const
+    {
+        QFile file(item.entryPath());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void writeEntry(const QByteArray &text) const
+    {
+        QDir().mkpath(QFileInfo(item.entryPath()).absolutePath());
+        QFile file(item.entryPath());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+
+    QTemporaryDir configHome;
+    LoginItem item{configHome.filePath(QStringLiteral("autostart/fenrow.desktop"))};
+
+private:
+    QtMessageHandler m_previousHandler = nullptr;
+};
+
+TEST_F(LoginItemFile, TheEntryIsWrittenWholeReadBackAndRemoved)
+{
+    EXPECT_FALSE(item.isEnabled());
+    ASSERT_TRUE(item.setEnabled(true, QStringLiteral("/opt/fenrow/bin/fenrow")));
+    EXPECT_EQ(entry(), QByteArray("[Desktop Entry]\n"
+                                  "Type=Application\n"
+                                  "Name=Fenrow\n"
+                                  "Comment=Task flows, and what is ready to do next\n"
+                                  "Exec=/opt/fenrow/bin/fenrow\n"
+                                  "Icon=fenrow\n"
+                                  "Terminal=false\n"
+                                  "X-GNOME-Autostart-enabled=true\n"));
+    EXPECT_TRUE(item.isEnabled());
+    EXPECT_EQ(QDir(configHome.filePath("autostart")).entryList(QDir::Files), QStringList{"fenrow.desktop"})
+        << "no temporary file left beside it";
+
+    ASSERT_TRUE(item.setEnabled(false, QString()));
+    EXPECT_FALSE(QFile::exists(item.entryPath()));
+    EXPECT_FALSE(item.isEnabled());
+    EXPECT_TRUE(item.setEnabled(false, QString())) << "nothing to remove is no failure";
+    EXPECT_TRUE(loginItemMessages.isEmpty());
+}
+
+TEST_F(LoginItemFile, AnEntryTheDesktopWasToldToSkipIsOff)
+{
+    writeEntry("[Desktop Entry]\nType=Application\nExec=fenrow\nHidden=true\n");
+    EXPECT_FALSE(item.isEnabled());
+    writeEntry("[Desktop Entry]\nType=Application\nExec=fenrow\nX-GNOME-Autostart-enabled=false\n");
+    EXPECT_FALSE(item.isEnabled()) << "as GNOME's startup settings leave it";
+    writeEntry("[Desktop Entry]\nType=Application\nExec=fenrow\n\n[Desktop Action quit]\nHidden=true\n");
+    EXPECT_TRUE(item.isEnabled()) << "only the entry's own group counts";
+    ASSERT_TRUE(QFile::remove(item.entryPath()));
+    ASSERT_TRUE(QDir().mkpath(item.entryPath()));
+    EXPECT_FALSE(item.isEnabled()) << "a folder by that name is no entry";
+}
+
+TEST_F(LoginItemFile, TheEntryIsTheTruthForThePreference)
+{
+    AppPreferences preferences(
+        std::make_unique<QSettings>(configHome.filePath(QStringLiteral("fenrow.conf")), QSettings::IniFormat));
+    preferences.setLaunchAtLogin(true);
+    // Removed in the desktop's own settings: the toggle shows it off.
+    item.alignPreference(preferences);
+    EXPECT_FALSE(preferences.launchAtLogin());
+    ASSERT_TRUE(item.setEnabled(true, QStringLiteral("/usr/bin/fenrow")));
+    item.alignPreference(preferences);
+    EXPECT_TRUE(preferences.launchAtLogin());
+    EXPECT_EQ(entry().count("Exec="), 1) << "aligning writes only the preference";
+}
+
+TEST_F(LoginItemFile, AFailureToWriteIsLoggedAndLeavesNoEntry)
+{
+    // Where the folder should be, a file: no entry can go there.
+    QFile blocker(configHome.filePath(QStringLiteral("autostart")));
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    EXPECT_FALSE(item.setEnabled(true, QStringLiteral("/usr/bin/fenrow")));
+    EXPECT_FALSE(item.isEnabled());
+    ASSERT_EQ(loginItemMessages.size(), 1);
+    EXPECT_TRUE(loginItemMessages[0].startsWith(QStringLiteral("The autostart entry \"%1\" could not be written: ")
+                                                     .arg(item.entryPath())))
+        << loginItemMessages[0].toStdString();
+}
+
+TEST(LoginItemExec, TheProgramPathIsQuotedAndEscapedAsDesktopEntriesAsk)
+{
+    const struct {
+        const char *path;
+        const char *value;
+    } cases[] = {
+        {"/usr/bin/fenrow", "/usr/bin/fenrow"},
+        {"/home/ana/My Apps/fenrow", "\"/home/ana/My Apps/fenrow\""},
+        // Inside quotes ", `, $ and \ take a backslash; then the string's
+        // own escaping doubles every backslash.
+        {"/opt/a\"b/$x`y/fenrow", "\"/opt/a\\\\\"b/\\\\$x\\\\`y/fenrow\""},
+        {"/opt/back\\slash/fenrow", "\"/opt/back\\\\\\\\slash/fenrow\""},
+        {"/opt/100%/fenrow", "/opt/100%%/fenrow"},
+        {"/opt/new\nline/fenrow", "\"/opt/new\\nline/fenrow\""},
+        {"/opt/Görev/fenrow", "/opt/Görev/fenrow"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(LoginItem::execValue(QString::fromUtf8(c.path)), QString::fromUtf8(c.value)) << c.path;
+}
+
+TEST(LoginItemPlace, TheEntryLivesInTheAutostartFolderOfTheConfigHome)
+{
+    QTemporaryDir home;
+    const QByteArray saved = qgetenv("XDG_CONFIG_HOME");
+    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    EXPECT_EQ(LoginItem::forThisUser().entryPath(), home.filePath(QStringLiteral("autostart/fenrow.desktop")));
+    if (saved.isNull())
+        qunsetenv("XDG_CONFIG_HOME");
+    else
+        qputenv("XDG_CONFIG_HOME", saved);
+}
+
+} // namespace
+} // namespace fenrow
