@@ -12,7 +12,13 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth dbus dbus-x11 xdotool fonts-dejavu-core shared-mime-info
   qt6-qpa-plugins libgl-dev
+  # The global hot key on X11: a key grab over Qt's xcb connection, key
+  # codes found from key symbols.
+  libxcb1-dev libxcb-keysyms1-dev
   cmark-gfm
+  # A real notification server for the notification tests, on their private
+  # session bus.
+  dunst
   # GCC's AddressSanitizer and UndefinedBehaviorSanitizer runtimes, for the
   # sanitizer run of `make test`.
   libasan8 libubsan1

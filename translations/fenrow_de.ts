@@ -1163,6 +1163,10 @@
         <source>Open Fenrow when I log in</source>
         <translation>Fenrow beim Anmelden öffnen</translation>
     </message>
+    <message id="settings.general.launchAtLogin.failed">
+        <source>Fenrow could not change its autostart entry. Check that you may write to %1.</source>
+        <translation>Fenrow konnte seinen Autostart-Eintrag nicht ändern. Prüfen Sie, ob Sie in %1 schreiben dürfen.</translation>
+    </message>
     <message id="settings.general.reminders.title">
         <source>Reminders</source>
         <translation>Erinnerungen</translation>
@@ -1178,6 +1182,18 @@
     <message id="settings.general.morningDigest">
         <source>Send a morning summary of the day's tasks</source>
         <translation>Morgens eine Übersicht der Aufgaben des Tages senden</translation>
+    </message>
+    <message id="notification.due.body">
+        <source>Due today</source>
+        <translation>Heute fällig</translation>
+    </message>
+    <message id="notification.digest.title">
+        <source>Ready to work on today</source>
+        <translation>Heute bereit zum Anfangen</translation>
+    </message>
+    <message id="notification.open">
+        <source>Open</source>
+        <translation>Öffnen</translation>
     </message>
     <message id="settings.general.planDay.title">
         <source>Plan Day</source>
@@ -1216,8 +1232,8 @@
         <translation>Schnellerfassung</translation>
     </message>
     <message id="settings.general.quickCapture.subtitle">
-        <source>Opens the capture panel from any application.</source>
-        <translation>Öffnet das Erfassungsfeld aus jeder Anwendung.</translation>
+        <source>Opens the capture panel from any application while Fenrow is running.</source>
+        <translation>Öffnet das Erfassungsfeld aus jeder Anwendung, solange Fenrow läuft.</translation>
     </message>
     <message id="shortcut.recorder.recording">
         <source>Press keys…</source>
@@ -1234,6 +1250,10 @@
     <message id="settings.shortcuts.conflict">
         <source>Also used by: %1</source>
         <translation>Auch belegt durch: %1</translation>
+    </message>
+    <message id="settings.shortcuts.globalUnavailable">
+        <source>This shortcut works only inside Fenrow: the desktop did not let Fenrow claim it. To open the capture panel from any application, assign a shortcut to this command in your desktop's keyboard settings:</source>
+        <translation>Dieses Tastenkürzel wirkt nur in Fenrow: Die Arbeitsumgebung hat es Fenrow nicht überlassen. Um das Erfassungsfeld aus jeder Anwendung zu öffnen, in den Tastatureinstellungen der Arbeitsumgebung ein Tastenkürzel für diesen Befehl anlegen:</translation>
     </message>
     <message id="settings.shortcuts.action.undo">
         <source>Undo</source>
@@ -1455,6 +1475,10 @@
         <source>Choose Folder…</source>
         <translation>Ordner wählen…</translation>
     </message>
+    <message id="settings.data.autoBackup.now">
+        <source>Back Up Now</source>
+        <translation>Jetzt sichern</translation>
+    </message>
     <message id="settings.data.autoBackup.off">
         <source>Turn Off</source>
         <translation>Ausschalten</translation>
@@ -1474,6 +1498,10 @@
     <message id="settings.data.autoBackup.never">
         <source>No backup written yet.</source>
         <translation>Noch keine Sicherung geschrieben.</translation>
+    </message>
+    <message id="settings.data.autoBackup.failed">
+        <source>The last backup could not be written. Check that the folder still exists and that you may write to it.</source>
+        <translation>Die letzte Sicherung konnte nicht geschrieben werden. Prüfen Sie, ob der Ordner noch existiert und Sie darin schreiben dürfen.</translation>
     </message>
     <message id="settings.data.templates.title">
         <source>Templates</source>

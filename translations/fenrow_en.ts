@@ -1163,6 +1163,10 @@
         <source>Open Fenrow when I log in</source>
         <translation>Open Fenrow when I log in</translation>
     </message>
+    <message id="settings.general.launchAtLogin.failed">
+        <source>Fenrow could not change its autostart entry. Check that you may write to %1.</source>
+        <translation>Fenrow could not change its autostart entry. Check that you may write to %1.</translation>
+    </message>
     <message id="settings.general.reminders.title">
         <source>Reminders</source>
         <translation>Reminders</translation>
@@ -1178,6 +1182,18 @@
     <message id="settings.general.morningDigest">
         <source>Send a morning summary of the day's tasks</source>
         <translation>Send a morning summary of the day's tasks</translation>
+    </message>
+    <message id="notification.due.body">
+        <source>Due today</source>
+        <translation>Due today</translation>
+    </message>
+    <message id="notification.digest.title">
+        <source>Ready to work on today</source>
+        <translation>Ready to work on today</translation>
+    </message>
+    <message id="notification.open">
+        <source>Open</source>
+        <translation>Open</translation>
     </message>
     <message id="settings.general.planDay.title">
         <source>Plan Day</source>
@@ -1216,8 +1232,8 @@
         <translation>Quick capture</translation>
     </message>
     <message id="settings.general.quickCapture.subtitle">
-        <source>Opens the capture panel from any application.</source>
-        <translation>Opens the capture panel from any application.</translation>
+        <source>Opens the capture panel from any application while Fenrow is running.</source>
+        <translation>Opens the capture panel from any application while Fenrow is running.</translation>
     </message>
     <message id="shortcut.recorder.recording">
         <source>Press keys…</source>
@@ -1234,6 +1250,10 @@
     <message id="settings.shortcuts.conflict">
         <source>Also used by: %1</source>
         <translation>Also used by: %1</translation>
+    </message>
+    <message id="settings.shortcuts.globalUnavailable">
+        <source>This shortcut works only inside Fenrow: the desktop did not let Fenrow claim it. To open the capture panel from any application, assign a shortcut to this command in your desktop's keyboard settings:</source>
+        <translation>This shortcut works only inside Fenrow: the desktop did not let Fenrow claim it. To open the capture panel from any application, assign a shortcut to this command in your desktop's keyboard settings:</translation>
     </message>
     <message id="settings.shortcuts.action.undo">
         <source>Undo</source>
@@ -1455,6 +1475,10 @@
         <source>Choose Folder…</source>
         <translation>Choose Folder…</translation>
     </message>
+    <message id="settings.data.autoBackup.now">
+        <source>Back Up Now</source>
+        <translation>Back Up Now</translation>
+    </message>
     <message id="settings.data.autoBackup.off">
         <source>Turn Off</source>
         <translation>Turn Off</translation>
@@ -1474,6 +1498,10 @@
     <message id="settings.data.autoBackup.never">
         <source>No backup written yet.</source>
         <translation>No backup written yet.</translation>
+    </message>
+    <message id="settings.data.autoBackup.failed">
+        <source>The last backup could not be written. Check that the folder still exists and that you may write to it.</source>
+        <translation>The last backup could not be written. Check that the folder still exists and that you may write to it.</translation>
     </message>
     <message id="settings.data.templates.title">
         <source>Templates</source>

@@ -1163,6 +1163,10 @@
         <source>Open Fenrow when I log in</source>
         <translation>Abrir Fenrow al iniciar sesión</translation>
     </message>
+    <message id="settings.general.launchAtLogin.failed">
+        <source>Fenrow could not change its autostart entry. Check that you may write to %1.</source>
+        <translation>Fenrow no pudo cambiar su entrada de inicio automático. Compruebe que puede escribir en %1.</translation>
+    </message>
     <message id="settings.general.reminders.title">
         <source>Reminders</source>
         <translation>Recordatorios</translation>
@@ -1178,6 +1182,18 @@
     <message id="settings.general.morningDigest">
         <source>Send a morning summary of the day's tasks</source>
         <translation>Enviar por la mañana un resumen de las tareas del día</translation>
+    </message>
+    <message id="notification.due.body">
+        <source>Due today</source>
+        <translation>Vence hoy</translation>
+    </message>
+    <message id="notification.digest.title">
+        <source>Ready to work on today</source>
+        <translation>Listo para empezar hoy</translation>
+    </message>
+    <message id="notification.open">
+        <source>Open</source>
+        <translation>Abrir</translation>
     </message>
     <message id="settings.general.planDay.title">
         <source>Plan Day</source>
@@ -1216,8 +1232,8 @@
         <translation>Captura rápida</translation>
     </message>
     <message id="settings.general.quickCapture.subtitle">
-        <source>Opens the capture panel from any application.</source>
-        <translation>Abre el panel de captura desde cualquier aplicación.</translation>
+        <source>Opens the capture panel from any application while Fenrow is running.</source>
+        <translation>Abre el panel de captura desde cualquier aplicación mientras Fenrow está abierto.</translation>
     </message>
     <message id="shortcut.recorder.recording">
         <source>Press keys…</source>
@@ -1234,6 +1250,10 @@
     <message id="settings.shortcuts.conflict">
         <source>Also used by: %1</source>
         <translation>También lo usa: %1</translation>
+    </message>
+    <message id="settings.shortcuts.globalUnavailable">
+        <source>This shortcut works only inside Fenrow: the desktop did not let Fenrow claim it. To open the capture panel from any application, assign a shortcut to this command in your desktop's keyboard settings:</source>
+        <translation>Este atajo solo funciona dentro de Fenrow: el escritorio no dejó que Fenrow lo reservara. Para abrir el panel de captura desde cualquier aplicación, asigna un atajo a este comando en los ajustes de teclado de tu escritorio:</translation>
     </message>
     <message id="settings.shortcuts.action.undo">
         <source>Undo</source>
@@ -1455,6 +1475,10 @@
         <source>Choose Folder…</source>
         <translation>Elegir carpeta…</translation>
     </message>
+    <message id="settings.data.autoBackup.now">
+        <source>Back Up Now</source>
+        <translation>Hacer copia ahora</translation>
+    </message>
     <message id="settings.data.autoBackup.off">
         <source>Turn Off</source>
         <translation>Desactivar</translation>
@@ -1474,6 +1498,10 @@
     <message id="settings.data.autoBackup.never">
         <source>No backup written yet.</source>
         <translation>Todavía no hay ninguna copia.</translation>
+    </message>
+    <message id="settings.data.autoBackup.failed">
+        <source>The last backup could not be written. Check that the folder still exists and that you may write to it.</source>
+        <translation>No se pudo escribir la última copia de seguridad. Compruebe que la carpeta sigue existiendo y que puede escribir en ella.</translation>
     </message>
     <message id="settings.data.templates.title">
         <source>Templates</source>

@@ -1163,6 +1163,10 @@
         <source>Open Fenrow when I log in</source>
         <translation>Ouvrir Fenrow à l'ouverture de session</translation>
     </message>
+    <message id="settings.general.launchAtLogin.failed">
+        <source>Fenrow could not change its autostart entry. Check that you may write to %1.</source>
+        <translation>Fenrow n’a pas pu modifier son entrée de démarrage automatique. Vérifiez que vous pouvez écrire dans %1.</translation>
+    </message>
     <message id="settings.general.reminders.title">
         <source>Reminders</source>
         <translation>Rappels</translation>
@@ -1178,6 +1182,18 @@
     <message id="settings.general.morningDigest">
         <source>Send a morning summary of the day's tasks</source>
         <translation>Envoyer le matin un résumé des tâches du jour</translation>
+    </message>
+    <message id="notification.due.body">
+        <source>Due today</source>
+        <translation>Échéance aujourd’hui</translation>
+    </message>
+    <message id="notification.digest.title">
+        <source>Ready to work on today</source>
+        <translation>Prêt à commencer aujourd’hui</translation>
+    </message>
+    <message id="notification.open">
+        <source>Open</source>
+        <translation>Ouvrir</translation>
     </message>
     <message id="settings.general.planDay.title">
         <source>Plan Day</source>
@@ -1216,8 +1232,8 @@
         <translation>Saisie rapide</translation>
     </message>
     <message id="settings.general.quickCapture.subtitle">
-        <source>Opens the capture panel from any application.</source>
-        <translation>Ouvre le panneau de saisie depuis n'importe quelle application.</translation>
+        <source>Opens the capture panel from any application while Fenrow is running.</source>
+        <translation>Ouvre le panneau de saisie depuis n'importe quelle application tant que Fenrow est ouvert.</translation>
     </message>
     <message id="shortcut.recorder.recording">
         <source>Press keys…</source>
@@ -1234,6 +1250,10 @@
     <message id="settings.shortcuts.conflict">
         <source>Also used by: %1</source>
         <translation>Également utilisé par : %1</translation>
+    </message>
+    <message id="settings.shortcuts.globalUnavailable">
+        <source>This shortcut works only inside Fenrow: the desktop did not let Fenrow claim it. To open the capture panel from any application, assign a shortcut to this command in your desktop's keyboard settings:</source>
+        <translation>Ce raccourci ne fonctionne que dans Fenrow : le bureau ne l'a pas laissé à Fenrow. Pour ouvrir le panneau de saisie depuis n'importe quelle application, associez un raccourci à cette commande dans les réglages du clavier de votre bureau :</translation>
     </message>
     <message id="settings.shortcuts.action.undo">
         <source>Undo</source>
@@ -1455,6 +1475,10 @@
         <source>Choose Folder…</source>
         <translation>Choisir un dossier…</translation>
     </message>
+    <message id="settings.data.autoBackup.now">
+        <source>Back Up Now</source>
+        <translation>Sauvegarder maintenant</translation>
+    </message>
     <message id="settings.data.autoBackup.off">
         <source>Turn Off</source>
         <translation>Désactiver</translation>
@@ -1474,6 +1498,10 @@
     <message id="settings.data.autoBackup.never">
         <source>No backup written yet.</source>
         <translation>Aucune sauvegarde écrite pour l'instant.</translation>
+    </message>
+    <message id="settings.data.autoBackup.failed">
+        <source>The last backup could not be written. Check that the folder still exists and that you may write to it.</source>
+        <translation>La dernière sauvegarde n’a pas pu être écrite. Vérifiez que le dossier existe toujours et que vous pouvez y écrire.</translation>
     </message>
     <message id="settings.data.templates.title">
         <source>Templates</source>

@@ -1163,6 +1163,10 @@
         <source>Open Fenrow when I log in</source>
         <translation>Oturum açtığımda Fenrow'u başlat</translation>
     </message>
+    <message id="settings.general.launchAtLogin.failed">
+        <source>Fenrow could not change its autostart entry. Check that you may write to %1.</source>
+        <translation>Fenrow otomatik başlatma kaydını değiştiremedi. %1 klasörüne yazma izniniz olduğunu denetleyin.</translation>
+    </message>
     <message id="settings.general.reminders.title">
         <source>Reminders</source>
         <translation>Hatırlatıcılar</translation>
@@ -1178,6 +1182,18 @@
     <message id="settings.general.morningDigest">
         <source>Send a morning summary of the day's tasks</source>
         <translation>Günün görevlerini sabah özetle</translation>
+    </message>
+    <message id="notification.due.body">
+        <source>Due today</source>
+        <translation>Son tarih bugün</translation>
+    </message>
+    <message id="notification.digest.title">
+        <source>Ready to work on today</source>
+        <translation>Bugün başlanabilecek görevler</translation>
+    </message>
+    <message id="notification.open">
+        <source>Open</source>
+        <translation>Aç</translation>
     </message>
     <message id="settings.general.planDay.title">
         <source>Plan Day</source>
@@ -1216,8 +1232,8 @@
         <translation>Hızlı ekleme</translation>
     </message>
     <message id="settings.general.quickCapture.subtitle">
-        <source>Opens the capture panel from any application.</source>
-        <translation>Ekleme panelini her uygulamadan açar.</translation>
+        <source>Opens the capture panel from any application while Fenrow is running.</source>
+        <translation>Fenrow açıkken ekleme panelini her uygulamadan açar.</translation>
     </message>
     <message id="shortcut.recorder.recording">
         <source>Press keys…</source>
@@ -1234,6 +1250,10 @@
     <message id="settings.shortcuts.conflict">
         <source>Also used by: %1</source>
         <translation>Şunda da kullanılıyor: %1</translation>
+    </message>
+    <message id="settings.shortcuts.globalUnavailable">
+        <source>This shortcut works only inside Fenrow: the desktop did not let Fenrow claim it. To open the capture panel from any application, assign a shortcut to this command in your desktop's keyboard settings:</source>
+        <translation>Bu kısayol yalnızca Fenrow içinde çalışır: masaüstü onu Fenrow'a vermedi. Ekleme panelini her uygulamadan açmak için masaüstünüzün klavye ayarlarında şu komuta bir kısayol atayın:</translation>
     </message>
     <message id="settings.shortcuts.action.undo">
         <source>Undo</source>
@@ -1455,6 +1475,10 @@
         <source>Choose Folder…</source>
         <translation>Klasör Seç…</translation>
     </message>
+    <message id="settings.data.autoBackup.now">
+        <source>Back Up Now</source>
+        <translation>Şimdi Yedekle</translation>
+    </message>
     <message id="settings.data.autoBackup.off">
         <source>Turn Off</source>
         <translation>Kapat</translation>
@@ -1474,6 +1498,10 @@
     <message id="settings.data.autoBackup.never">
         <source>No backup written yet.</source>
         <translation>Henüz yedek yazılmadı.</translation>
+    </message>
+    <message id="settings.data.autoBackup.failed">
+        <source>The last backup could not be written. Check that the folder still exists and that you may write to it.</source>
+        <translation>Son yedek yazılamadı. Klasörün hâlâ var olduğunu ve yazma izniniz olduğunu denetleyin.</translation>
     </message>
     <message id="settings.data.templates.title">
         <source>Templates</source>

@@ -1,9 +1,15 @@
 #include "AppShell.h"
 
+#include "DesktopReminders.h"
+#include "GlobalCaptureKey.h"
 #include "MainWindow.h"
 #include "QuickCapturePanel.h"
+#include "domain/Scheduler.h"
 #include "shell/AppEnvironment.h"
 #include "shell/AppPreferences.h"
+#include "shell/LoginItem.h"
+#include "shell/MaintenanceScheduler.h"
+#include "shell/NotificationService.h"
 #include "shell/TerminationSignal.h"
 #include "shell/WindowFitting.h"
 
@@ -40,11 +46,14 @@ AppShell::AppShell(FenrowStore &store, FenrowHistory &history, ActiveFlowState &
     m_recentreWatch = new QTimer(this);
     m_recentreWatch->setSingleShot(true);
     m_recentreWatch->setInterval(WindowFitting::recentreWatch);
+    m_timers = std::make_unique<TimerScheduler>();
+    m_maintenance = std::make_unique<MaintenanceScheduler>(m_store, m_preferences, *m_timers);
     currentShell = this;
 }
 
 AppShell::~AppShell()
 {
+    m_captureKey.reset();
     // The panel is a window of its own, not a child; it goes with the shell.
     delete m_panel;
 }
@@ -64,6 +73,11 @@ QuickCapturePanel *AppShell::quickCapturePanel() const
     return m_panel;
 }
 
+GlobalHotkeyController *AppShell::hotkeyController() const
+{
+    return m_captureKey ? &m_captureKey->controller() : nullptr;
+}
+
 void AppShell::launch()
 {
     if (m_launched)
@@ -72,6 +86,9 @@ void AppShell::launch()
     TerminationSignal::install();
     if (TerminationSignal *signal = TerminationSignal::instance())
         connect(signal, &TerminationSignal::received, this, &AppShell::quit);
+    // The autostart entry is the truth: one removed in the desktop's own
+    // settings turns the toggle off. Nothing is written to it here.
+    LoginItem::forThisUser().alignPreference(m_preferences);
 
     // After the first pass of the loop, so that the window is up before
     // anything is installed over it.
@@ -101,6 +118,10 @@ void AppShell::installAppUI()
         return;
     m_appUIInstalled = true;
     m_panel = new QuickCapturePanel(m_store, &m_history, &m_activeFlow, m_preferences, m_environment);
+    m_captureKey = std::make_unique<GlobalCaptureKey>(m_preferences, m_environment, [this] { toggleQuickCapture(); });
+    m_maintenance->start();
+    m_reminders = std::make_unique<DesktopReminders>(m_store, m_preferences, *m_timers, [this] { showMainWindow(); },
+                                                     m_window ? m_window->routeRequests() : nullptr);
     emit appUIInstalled();
 }
 
@@ -114,6 +135,9 @@ void AppShell::removeAppUI()
             settings->close();
     }
     emit appUIRemoved();
+    m_maintenance->stop();
+    m_reminders.reset();
+    m_captureKey.reset();
     if (m_panel) {
         m_panel->dismiss();
         delete m_panel;
@@ -272,10 +296,21 @@ void AppShell::centreAfterResize()
 
 void AppShell::quit()
 {
-    // What the installed interface leaves on screen goes first.
+    // What the installed interface leaves on screen, and the desktop's
+    // key, go first.
+    m_captureKey.reset();
     if (m_appUIInstalled && m_panel)
         m_panel->dismiss();
-    QCoreApplication::quit();
+    const auto leave = [this] {
+        emit leaving();
+        QCoreApplication::quit();
+    };
+    // Pending and shown reminders are withdrawn before the loop ends; the
+    // desktop has two seconds to answer.
+    if (m_reminders)
+        m_reminders->service().withdrawAll(leave);
+    else
+        leave();
 }
 
 } // namespace fenrow

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <memory>
+
 class QAction;
 class QMenu;
 class QTimer;
@@ -12,10 +14,15 @@ namespace fenrow {
 class ActiveFlowState;
 class AppEnvironment;
 class AppPreferences;
+class DesktopReminders;
 class FenrowHistory;
 class FenrowStore;
+class GlobalCaptureKey;
+class GlobalHotkeyController;
 class MainWindow;
+class MaintenanceScheduler;
 class QuickCapturePanel;
+class TimerScheduler;
 
 // What runs once per process around the main window: the two stages of the
 // program (welcome first; the capture panel and the other services only
@@ -57,6 +64,13 @@ public:
     bool isAppUIInstalled() const { return m_appUIInstalled; }
     // The capture panel while the interface is installed, else null.
     QuickCapturePanel *quickCapturePanel() const;
+    // The global hot key that toggles the panel; as long-lived as the panel.
+    GlobalHotkeyController *hotkeyController() const;
+    // Archiving and the weekly backup: made with the shell, running while
+    // the interface is installed; the Data page's "Back up now" uses it.
+    MaintenanceScheduler *maintenance() const { return m_maintenance.get(); }
+    // Due reminders and the digest while the interface is installed, else null.
+    DesktopReminders *reminders() const { return m_reminders.get(); }
 
     // The capture command: opens or closes the panel, once onboarding is done.
     void toggleQuickCapture();
@@ -79,16 +93,20 @@ public:
     void fitMainWindow();
     void scheduleFitting();
 
-    // The one way out, for the Quit command and SIGTERM.
+    // The one way out, for the Quit command and SIGTERM. Fenrow's pending
+    // and shown notifications are withdrawn first; the desktop has two
+    // seconds to answer before the loop ends anyway.
     void quit();
 
 signals:
-    // Where the services that live with the installed interface join
-    // (global hot key, notifications, maintenance, widget bridge); the
-    // capture panel is made before `appUIInstalled` and dropped after
-    // `appUIRemoved`.
+    // The capture panel, its global hot key, the reminders and the
+    // maintenance scheduler are made before `appUIInstalled` and dropped
+    // after `appUIRemoved`; whatever else lives with the installed
+    // interface joins here.
     void appUIInstalled();
     void appUIRemoved();
+    // The way out is clear; the event loop is told to end right after.
+    void leaving();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -108,6 +126,11 @@ private:
     AppEnvironment &m_environment;
     QPointer<MainWindow> m_window;
     QPointer<QuickCapturePanel> m_panel;
+    std::unique_ptr<GlobalCaptureKey> m_captureKey;
+    // The timers of the background services, which go before them.
+    std::unique_ptr<TimerScheduler> m_timers;
+    std::unique_ptr<MaintenanceScheduler> m_maintenance;
+    std::unique_ptr<DesktopReminders> m_reminders;
     bool m_appUIInstalled = false;
     bool m_launched = false;
     QTimer *m_fitTimer = nullptr;

@@ -280,7 +280,7 @@ SettingsWindow *MainWindow::settingsWindow() const
 void MainWindow::openSettings(SettingsPage page)
 {
     if (!m_settings)
-        m_settings = new SettingsWindow(m_store, m_preferences, *m_look, this);
+        m_settings = new SettingsWindow(m_store, m_preferences, m_environment, *m_look, this);
     m_settings->showPage(page);
     m_settings->show();
     m_settings->raise();

@@ -8,6 +8,7 @@
 #include "SettingsShortcutsPage.h"
 #include "Theme.h"
 #include "shell/AppPreferences.h"
+#include "shell/LoginItem.h"
 #include "shell/SettingsFile.h"
 
 #include <QAbstractButton>
@@ -16,6 +17,8 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -120,8 +123,9 @@ const char *paletteKey(AccentPalette palette)
 
 } // namespace
 
-SettingsWindow::SettingsWindow(FenrowStore &store, AppPreferences &preferences, InterfaceLook &look, QWidget *parent)
-    : QWidget(parent, Qt::Window), m_store(store), m_preferences(preferences)
+SettingsWindow::SettingsWindow(FenrowStore &store, AppPreferences &preferences, const AppEnvironment &environment,
+                               InterfaceLook &look, QWidget *parent)
+    : QWidget(parent, Qt::Window), m_store(store), m_preferences(preferences), m_environment(environment)
 {
     setObjectName(QStringLiteral("settings.window"));
     setMinimumSize(700, 500);
@@ -165,7 +169,7 @@ void SettingsWindow::build()
         QWidget *content = nullptr;
         switch (info.page) {
         case SettingsPage::general: content = makeGeneralPage(); break;
-        case SettingsPage::shortcuts: content = new SettingsShortcutsPage(m_preferences); break;
+        case SettingsPage::shortcuts: content = new SettingsShortcutsPage(m_preferences, m_environment); break;
         case SettingsPage::appearance: content = makeAppearancePage(); break;
         case SettingsPage::language: content = makeLanguagePage(); break;
         case SettingsPage::data: content = new SettingsDataPage(m_store, m_preferences); break;
@@ -212,8 +216,25 @@ QWidget *SettingsWindow::makeGeneralPage()
     column->addWidget(SettingsForm::sectionTitle(qtTrId("settings.general.startup.title"), page));
     QCheckBox *login = checkBox("settings.general.launchAtLogin", page);
     follow(m_preferences, PreferenceKey::launchAtLogin, login, [=, this] { login->setChecked(m_preferences.launchAtLogin()); });
-    connect(login, &QCheckBox::toggled, &m_preferences, &AppPreferences::setLaunchAtLogin);
+    const LoginItem loginItem = LoginItem::forThisUser();
+    QLabel *loginFailed = SettingsForm::warning(
+        qtTrId("settings.general.launchAtLogin.failed")
+            .arg(QDir::toNativeSeparators(QFileInfo(loginItem.entryPath()).absolutePath())),
+        QStringLiteral("settings.general.launchAtLogin.failed"), page);
+    // The autostart entry first; the preference follows only what was
+    // written, and a toggle that could not be written goes back.
+    connect(login, &QCheckBox::toggled, this, [=, this](bool on) {
+        const bool written = loginItem.setEnabled(on, QCoreApplication::applicationFilePath());
+        if (written) {
+            m_preferences.setLaunchAtLogin(on);
+        } else {
+            const QSignalBlocker quiet(login);
+            login->setChecked(m_preferences.launchAtLogin());
+        }
+        loginFailed->setVisible(!written);
+    });
     column->addWidget(login);
+    column->addWidget(loginFailed);
 
     column->addWidget(SettingsForm::sectionTitle(qtTrId("settings.general.reminders.title"), page));
     QCheckBox *reminders = checkBox("settings.general.dueReminders", page);

@@ -9,6 +9,7 @@ class QStackedWidget;
 
 namespace fenrow {
 
+class AppEnvironment;
 class AppPreferences;
 class FenrowStore;
 class InterfaceLook;
@@ -22,7 +23,8 @@ class SettingsWindow : public QWidget {
     Q_OBJECT
 
 public:
-    SettingsWindow(FenrowStore &store, AppPreferences &preferences, InterfaceLook &look, QWidget *parent = nullptr);
+    SettingsWindow(FenrowStore &store, AppPreferences &preferences, const AppEnvironment &environment,
+                   InterfaceLook &look, QWidget *parent = nullptr);
 
     void showPage(SettingsPage page);
     SettingsPage currentPage() const;
@@ -38,6 +40,7 @@ private:
 
     FenrowStore &m_store;
     AppPreferences &m_preferences;
+    const AppEnvironment &m_environment;
     QListWidget *m_pageList = nullptr;
     QStackedWidget *m_pages = nullptr;
 };

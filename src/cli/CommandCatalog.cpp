@@ -11,6 +11,7 @@
 #include "ParseDateCommand.h"
 #include "PlanCommand.h"
 #include "ReadyCommand.h"
+#include "RemindersCommand.h"
 #include "TaskCommands.h"
 #include "TemplateCommands.h"
 
@@ -22,6 +23,7 @@ void registerAll(CommandRegistry &registry)
     ReadyCommand::registerIn(registry);
     TaskCommands::registerIn(registry);
     PlanCommand::registerIn(registry);
+    RemindersCommand::registerIn(registry);
     ParseDateCommand::registerIn(registry);
     FindCommand::registerIn(registry);
     FlowCommands::registerIn(registry);

@@ -80,6 +80,11 @@ void FenrowStore::reloadFlows()
     m_flows = std::move(sorted);
 }
 
+void FenrowStore::announceDayChange()
+{
+    emit changed();
+}
+
 void FenrowStore::finishChange()
 {
     save();

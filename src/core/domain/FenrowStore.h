@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CompletionRecord.h"
+#include "DueReminder.h"
 #include "EdgeProposal.h"
 #include "FlowBlueprint.h"
 #include "FlowFileImport.h"
@@ -75,6 +76,10 @@ public:
     bool hasChanges() const;
     // Re-sorts the published list: by `order`, then by `createdAt`.
     void reloadFlows();
+    // The local day turned over: no record changed, but what is read from
+    // "now" (ready, overdue, today) did, so observers hear `changed` and
+    // read again. Nothing is saved.
+    void announceDayChange();
 
     // --- reading
     const QList<const TaskFlow *> &flows() const { return m_flows; }
@@ -82,6 +87,12 @@ public:
     const FlowNode *node(const QUuid &id) const { return m_nodesByID.value(id); }
     const OwnedList<CompletionRecord> &completionRecords() const { return m_completionRecords; }
     const OwnedList<FlowTemplate> &templates() const { return m_templates; }
+
+    // --- reminders (StoreReminders.cpp)
+    // The open tasks with a due date whose reminder is still to come: each
+    // on its local due day at `hour`:00 (LocalCalendar::atHour), earliest
+    // first, at most DueReminder::limit of them.
+    QList<DueReminder> dueReminders(const QDateTime &now, int hour) const;
 
     // --- flows (StoreFlows.cpp)
     const TaskFlow *addFlow(const QString &name);
