@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QProcessEnvironment>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -28,6 +29,50 @@
 #include <memory>
 
 namespace fenrow::testing {
+
+// A home of the test's own, for the program as `fenrow` runs it: data and
+// settings (XDG_DATA_HOME, XDG_CONFIG_HOME) in a temporary folder while it
+// lives, the interface in English and, unless a test says otherwise, the
+// welcome done. The process's own folders come back when it goes.
+class PrivateHome {
+public:
+    explicit PrivateHome(bool onboarded = true)
+        : m_savedData(qgetenv("XDG_DATA_HOME")), m_savedConfig(qgetenv("XDG_CONFIG_HOME"))
+    {
+        qputenv("XDG_DATA_HOME", filePath(QStringLiteral("data")).toUtf8());
+        qputenv("XDG_CONFIG_HOME", filePath(QStringLiteral("config")).toUtf8());
+        const auto settings = SettingsFile::open();
+        settings->setValue("preferences.uiLanguage", "en");
+        if (onboarded)
+            settings->setValue("preferences.hasCompletedOnboarding", true);
+        settings->sync();
+    }
+    ~PrivateHome()
+    {
+        qputenv("XDG_DATA_HOME", m_savedData);
+        qputenv("XDG_CONFIG_HOME", m_savedConfig);
+    }
+    PrivateHome(const PrivateHome &) = delete;
+    PrivateHome &operator=(const PrivateHome &) = delete;
+
+    QString path() const { return m_folder.path(); }
+    QString filePath(const QString &name) const { return m_folder.filePath(name); }
+    // This process's environment, with this home, for the programs a test
+    // starts; in the C locale, so that their messages are English too.
+    QProcessEnvironment environment() const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("XDG_DATA_HOME", filePath(QStringLiteral("data")));
+        environment.insert("XDG_CONFIG_HOME", filePath(QStringLiteral("config")));
+        environment.insert("LC_ALL", "C.UTF-8");
+        return environment;
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QByteArray m_savedData;
+    QByteArray m_savedConfig;
+};
 
 // A main window over a fresh in-memory store and settings of its own, shown
 // and active, with the helpers the GUI tests share to reach rows, menus and

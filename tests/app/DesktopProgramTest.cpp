@@ -1,3 +1,4 @@
+#include "AppTestSupport.h"
 #include "DesktopProgram.h"
 #include "MainWindow.h"
 #include "OnboardingView.h"
@@ -26,20 +27,9 @@ class DesktopProgramTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        m_savedData = qgetenv("XDG_DATA_HOME");
-        m_savedConfig = qgetenv("XDG_CONFIG_HOME");
-        qputenv("XDG_DATA_HOME", home.path().toUtf8());
-        qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
-        storeFile = QDir(home.filePath("fenrow")).filePath(FenrowModelContainer::storeFileName);
-        // The program settles the language from the settings; keep it English.
-        SettingsFile::open()->setValue("preferences.uiLanguage", "en");
+        storeFile = QDir(home.filePath("data/fenrow")).filePath(FenrowModelContainer::storeFileName);
     }
-    void TearDown() override
-    {
-        qputenv("XDG_DATA_HOME", m_savedData);
-        qputenv("XDG_CONFIG_HOME", m_savedConfig);
-        InterfaceLanguage::apply("en");
-    }
+    void TearDown() override { InterfaceLanguage::apply("en"); }
 
     int runAnswering(const std::function<bool()> &respond)
     {
@@ -62,12 +52,9 @@ protected:
         return DesktopProgram::run(*qApp);
     }
 
-    QTemporaryDir home;
+    // The welcome is where a first start begins.
+    testing::PrivateHome home{false};
     QString storeFile;
-
-private:
-    QByteArray m_savedData;
-    QByteArray m_savedConfig;
 };
 
 TEST_F(DesktopProgramTest, AStoreThatCannotBeOpenedStopsWithAnAlertAndLeavesTheFileAlone)

@@ -3,6 +3,7 @@
 // the server with xdotool while another X client's window has the focus,
 // another client holding the key first, and the `fenrow` executable itself.
 #include "AppShell.h"
+#include "AppTestSupport.h"
 #include "DesktopProgram.h"
 #include "HotkeyLog.h"
 #include "LineProcess.h"
@@ -42,22 +43,12 @@ protected:
     {
         ASSERT_TRUE(QDBusConnection::sessionBus().isConnected()) << "run this suite on a private session bus";
         ASSERT_EQ(QGuiApplication::platformName(), "xcb") << "run this suite on an X server";
-        m_savedData = qgetenv("XDG_DATA_HOME");
-        m_savedConfig = qgetenv("XDG_CONFIG_HOME");
-        qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
-        qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
-        const auto settings = SettingsFile::open();
-        settings->setValue("preferences.uiLanguage", "en");
-        settings->setValue("preferences.hasCompletedOnboarding", true);
-        settings->sync();
         ASSERT_TRUE(other.ready());
     }
 
     void TearDown() override
     {
         session.reset();
-        qputenv("XDG_DATA_HOME", m_savedData);
-        qputenv("XDG_CONFIG_HOME", m_savedConfig);
     }
 
     // The program as `fenrow` starts it, here in the test's process.
@@ -109,13 +100,9 @@ protected:
         EXPECT_TRUE(widget.grab().save(folder.filePath(name)));
     }
 
-    QTemporaryDir home;
+    PrivateHome home;
     LineProcess other{QStringLiteral(FENROW_TEST_X_CLIENT)};
     std::unique_ptr<DesktopProgram::Session> session;
-
-private:
-    QByteArray m_savedData;
-    QByteArray m_savedConfig;
 };
 
 TEST_F(GlobalHotkeyTest, TheKeyOpensThePanelOverAnotherProgramAndFollowsThePreference)
@@ -218,10 +205,7 @@ TEST_F(GlobalHotkeyTest, TheKeyIsLetGoWhenTheInterfaceGoesAndOnQuit)
 // desktop's own keyboard settings can bind) toggles the same panel.
 TEST_F(GlobalHotkeyTest, TheFenrowExecutableOpensItsPanelFromTheKeyAndFromItsCommand)
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_DATA_HOME", home.filePath("data"));
-    environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
-    environment.insert("LC_ALL", "C.UTF-8");
+    QProcessEnvironment environment = home.environment();
     QProcess program;
     program.setProcessEnvironment(environment);
     program.start(QStringLiteral(FENROW_EXECUTABLE), {});
@@ -269,10 +253,7 @@ TEST_F(GlobalHotkeyTest, TheFenrowExecutableOpensItsPanelFromTheKeyAndFromItsCom
 TEST_F(GlobalHotkeyTest, TheFenrowExecutableLogsAKeyHeldElsewhereAndStartsAnyway)
 {
     ASSERT_EQ(other.ask("grab ctrl+shift+space", {"grabbed", "refused", "error"}), "grabbed");
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_DATA_HOME", home.filePath("data"));
-    environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
-    environment.insert("LC_ALL", "C.UTF-8");
+    QProcessEnvironment environment = home.environment();
     environment.insert("QT_MESSAGE_PATTERN", "%{category}: %{message}");
     QProcess program;
     program.setProcessEnvironment(environment);
@@ -298,10 +279,7 @@ TEST_F(GlobalHotkeyTest, InAWaylandSessionTheFenrowExecutableBindsItsKeyThroughT
 {
     LineProcess portal{QStringLiteral(FENROW_TEST_SHORTCUTS_PORTAL)};
     ASSERT_TRUE(portal.ready());
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_DATA_HOME", home.filePath("data"));
-    environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
-    environment.insert("LC_ALL", "C.UTF-8");
+    QProcessEnvironment environment = home.environment();
     environment.insert("XDG_SESSION_TYPE", "wayland");
     environment.insert("QT_QPA_PLATFORM", "offscreen");
     QProcess program;

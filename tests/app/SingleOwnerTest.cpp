@@ -2,6 +2,7 @@
 // executable, started as a user would start it beside the window, hands its
 // commands and second starts to this process over a private session bus.
 #include "AppShell.h"
+#include "AppTestSupport.h"
 #include "DesktopProgram.h"
 #include "MainWindow.h"
 #include "QuickCapturePanel.h"
@@ -46,14 +47,6 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(QDBusConnection::sessionBus().isConnected()) << "run this suite on a private session bus";
-        m_savedData = qgetenv("XDG_DATA_HOME");
-        m_savedConfig = qgetenv("XDG_CONFIG_HOME");
-        qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
-        qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
-        const auto settings = SettingsFile::open();
-        settings->setValue("preferences.uiLanguage", "en");
-        settings->setValue("preferences.hasCompletedOnboarding", true);
-        settings->sync();
         QString fatal;
         session = DesktopProgram::Session::start(*qApp, &fatal);
         ASSERT_NE(session, nullptr) << fatal.toStdString();
@@ -65,21 +58,12 @@ protected:
     void TearDown() override
     {
         session.reset();
-        qputenv("XDG_DATA_HOME", m_savedData);
-        qputenv("XDG_CONFIG_HOME", m_savedConfig);
     }
 
     MainWindow &window() const { return session->window(); }
     FenrowStore &store() const { return session->store(); }
 
-    QProcessEnvironment fenrowEnvironment() const
-    {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("XDG_DATA_HOME", home.filePath("data"));
-        environment.insert("XDG_CONFIG_HOME", home.filePath("config"));
-        environment.insert("LC_ALL", "C.UTF-8");
-        return environment;
-    }
+    QProcessEnvironment fenrowEnvironment() const { return home.environment(); }
 
     // Runs the executable and keeps this program's event loop turning
     // meanwhile, so that it can answer what the child hands over.
@@ -145,12 +129,8 @@ protected:
         EXPECT_TRUE(window().grab().save(folder.filePath(name)));
     }
 
-    QTemporaryDir home;
+    testing::PrivateHome home;
     std::unique_ptr<DesktopProgram::Session> session;
-
-private:
-    QByteArray m_savedData;
-    QByteArray m_savedConfig;
 };
 
 TEST_F(SingleOwnerTest, CommandsChangeTheWindowsStoreAndShowThereAtOnce)
