@@ -150,23 +150,6 @@ TEST_F(RemindersTest, QuitWithdrawsWhatIsPendingAndWhatIsOnScreen)
     EXPECT_EQ(dunst.displayed(), 0);
 }
 
-TEST_F(RemindersTest, QuitWaitsTwoSecondsAtMostForAServerThatHangs)
-{
-    launch(true);
-    showTwo();
-    dunst.pause();
-    QSignalSpy leaving(shell.get(), &AppShell::leaving);
-    QElapsedTimer waited;
-    waited.start();
-    shell->quit();
-    ASSERT_TRUE(leaving.wait(10000));
-    EXPECT_GE(waited.elapsed(), NotificationService::withdrawLimit.count() - 50);
-    EXPECT_LT(waited.elapsed(), NotificationService::withdrawLimit.count() + 1500);
-    dunst.resume();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return dunst.displayed() == 0; }, 15000))
-        << "the closes reach the server once it wakes";
-}
-
 TEST_F(RemindersTest, SIGTERMTakesTheSameWayOut)
 {
     launch(true);
