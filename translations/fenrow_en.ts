@@ -1567,6 +1567,10 @@
         <source>Press %1 to note a task without leaving what you are doing. Words like “tomorrow” or “next friday” set its due date.</source>
         <translation>Press %1 to note a task without leaving what you are doing. Words like “tomorrow” or “next friday” set its due date.</translation>
     </message>
+    <message id="onboarding.capture.messageInsideOnly %@ %@">
+        <source>Press %1 to note a task while Fenrow is in front. To do it from any application, assign a shortcut to “%2” in your desktop's keyboard settings. Words like “tomorrow” or “next friday” set its due date.</source>
+        <translation>Press %1 to note a task while Fenrow is in front. To do it from any application, assign a shortcut to “%2” in your desktop's keyboard settings. Words like “tomorrow” or “next friday” set its due date.</translation>
+    </message>
     <message id="onboarding.action.next">
         <source>Continue</source>
         <translation>Continue</translation>

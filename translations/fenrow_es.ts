@@ -1567,6 +1567,10 @@
         <source>Press %1 to note a task without leaving what you are doing. Words like “tomorrow” or “next friday” set its due date.</source>
         <translation>Pulsa %1 para anotar una tarea sin dejar lo que estás haciendo. Palabras como «mañana» o «el próximo viernes» fijan su fecha de vencimiento.</translation>
     </message>
+    <message id="onboarding.capture.messageInsideOnly %@ %@">
+        <source>Press %1 to note a task while Fenrow is in front. To do it from any application, assign a shortcut to “%2” in your desktop's keyboard settings. Words like “tomorrow” or “next friday” set its due date.</source>
+        <translation>Pulsa %1 para anotar una tarea mientras Fenrow está delante. Para hacerlo desde cualquier aplicación, asigna un atajo a «%2» en los ajustes de teclado de tu escritorio. Palabras como «mañana» o «el próximo viernes» fijan su fecha de vencimiento.</translation>
+    </message>
     <message id="onboarding.action.next">
         <source>Continue</source>
         <translation>Continuar</translation>

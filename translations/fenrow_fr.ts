@@ -1567,6 +1567,10 @@
         <source>Press %1 to note a task without leaving what you are doing. Words like “tomorrow” or “next friday” set its due date.</source>
         <translation>Appuyez sur %1 pour noter une tâche sans quitter ce que vous faites. Des mots comme « demain » ou « vendredi prochain » fixent son échéance.</translation>
     </message>
+    <message id="onboarding.capture.messageInsideOnly %@ %@">
+        <source>Press %1 to note a task while Fenrow is in front. To do it from any application, assign a shortcut to “%2” in your desktop's keyboard settings. Words like “tomorrow” or “next friday” set its due date.</source>
+        <translation>Appuyez sur %1 pour noter une tâche quand Fenrow est au premier plan. Pour le faire depuis n'importe quelle application, associez un raccourci à « %2 » dans les réglages du clavier de votre bureau. Des mots comme « demain » ou « vendredi prochain » fixent son échéance.</translation>
+    </message>
     <message id="onboarding.action.next">
         <source>Continue</source>
         <translation>Continuer</translation>

@@ -1567,6 +1567,10 @@
         <source>Press %1 to note a task without leaving what you are doing. Words like “tomorrow” or “next friday” set its due date.</source>
         <translation>Elindeki işi bırakmadan bir görev yazmak için %1 tuşlarına bas. “yarın” ya da “gelecek cuma” gibi sözcükler son günü belirler.</translation>
     </message>
+    <message id="onboarding.capture.messageInsideOnly %@ %@">
+        <source>Press %1 to note a task while Fenrow is in front. To do it from any application, assign a shortcut to “%2” in your desktop's keyboard settings. Words like “tomorrow” or “next friday” set its due date.</source>
+        <translation>Fenrow öndeyken bir görev yazmak için %1 tuşlarına bas. Bunu her uygulamadan yapmak için masaüstünün klavye ayarlarında “%2” komutuna bir kısayol ata. “yarın” ya da “gelecek cuma” gibi sözcükler son günü belirler.</translation>
+    </message>
     <message id="onboarding.action.next">
         <source>Continue</source>
         <translation>Devam</translation>

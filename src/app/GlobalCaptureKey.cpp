@@ -30,6 +30,12 @@ GlobalCaptureKey::~GlobalCaptureKey()
     m_environment.setGlobalHotkeyState(GlobalHotkeyState::none);
 }
 
+bool GlobalCaptureKey::offeredOnThisDesktop()
+{
+    return HotkeyBackends::kindForThisDesktop(QDBusConnection::sessionBus(), QProcessEnvironment::systemEnvironment()) !=
+           HotkeyBackends::Kind::unsupported;
+}
+
 void GlobalCaptureKey::publish()
 {
     m_environment.setGlobalHotkeyState(m_controller->isRegistered() ? GlobalHotkeyState::registered

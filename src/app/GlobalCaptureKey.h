@@ -3,6 +3,7 @@
 #include "shell/GlobalHotkeyBackend.h"
 
 #include <QObject>
+#include <QString>
 
 #include <functional>
 #include <memory>
@@ -30,6 +31,14 @@ public:
     ~GlobalCaptureKey() override;
 
     GlobalHotkeyController &controller() const { return *m_controller; }
+
+    // Whether this desktop has a service that could give Fenrow the key at
+    // all (it may still refuse a combination another program holds).
+    static bool offeredOnThisDesktop();
+    // What a desktop's own keyboard settings can bind instead: the program
+    // with AppShell's capture argument, which opens the panel of the
+    // running Fenrow.
+    static inline const QString fallbackCommand = QStringLiteral("fenrow --capture");
 
 private:
     void publish();

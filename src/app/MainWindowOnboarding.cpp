@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "GlobalCaptureKey.h"
 #include "OnboardingView.h"
 #include "shell/AppPreferences.h"
 #include "shell/WindowFitting.h"
@@ -39,7 +40,7 @@ void MainWindow::followOnboarding()
         return;
     }
     if (!m_onboarding) {
-        m_onboarding = new OnboardingView(m_preferences, m_stage);
+        m_onboarding = new OnboardingView(m_preferences, GlobalCaptureKey::offeredOnThisDesktop(), m_stage);
         connect(m_onboarding, &OnboardingView::completed, this, &MainWindow::onboardingCompleted);
         m_stage->addWidget(m_onboarding);
     }

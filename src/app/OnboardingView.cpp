@@ -1,6 +1,7 @@
 #include "OnboardingView.h"
 
 #include "Glyphs.h"
+#include "GlobalCaptureKey.h"
 #include "QuickCapturePanel.h"
 #include "Theme.h"
 #include "shell/AppPreferences.h"
@@ -197,7 +198,7 @@ QWidget *makePage(OnboardingView::Page page, const QString &title, const QString
 
 } // namespace
 
-OnboardingView::OnboardingView(AppPreferences &preferences, QWidget *parent)
+OnboardingView::OnboardingView(AppPreferences &preferences, bool globalKeyOffered, QWidget *parent)
     : QWidget(parent), m_preferences(preferences)
 {
     setObjectName(QStringLiteral("onboarding.root"));
@@ -214,8 +215,10 @@ OnboardingView::OnboardingView(AppPreferences &preferences, QWidget *parent)
         makePage(Page::flows, qtTrId("onboarding.flows.title"), qtTrId("onboarding.flows.message"), m_pages));
     m_pages->addWidget(
         makePage(Page::ready, qtTrId("onboarding.ready.title"), qtTrId("onboarding.ready.message"), m_pages));
-    m_pages->addWidget(makePage(Page::capture, qtTrId("onboarding.capture.title"),
-                                qtTrId("onboarding.capture.message %@").arg(keys), m_pages));
+    const QString captureMessage = globalKeyOffered ? qtTrId("onboarding.capture.message %@").arg(keys)
+                                                    : qtTrId("onboarding.capture.messageInsideOnly %@ %@")
+                                                          .arg(keys, GlobalCaptureKey::fallbackCommand);
+    m_pages->addWidget(makePage(Page::capture, qtTrId("onboarding.capture.title"), captureMessage, m_pages));
 
     m_dots = new PageDots(m_pages, this);
     m_back = new QPushButton(qtTrId("onboarding.action.back"), this);

@@ -21,7 +21,10 @@ public:
     enum class Page { welcome, flows, ready, capture };
     static constexpr int pageCount = 4;
 
-    explicit OnboardingView(AppPreferences &preferences, QWidget *parent = nullptr);
+    // `globalKeyOffered`: whether this desktop has a way to give Fenrow the
+    // capture key everywhere. Where it has none, the capture page names the
+    // command to bind in the desktop's own keyboard settings instead.
+    OnboardingView(AppPreferences &preferences, bool globalKeyOffered, QWidget *parent = nullptr);
 
     Page page() const;
     void showPage(Page page);

@@ -1,5 +1,7 @@
 #include "SettingsShortcutsPage.h"
 
+#include "GlobalCaptureKey.h"
+
 #include "SettingsForm.h"
 #include "ShortcutRecorderButton.h"
 #include "Theme.h"
@@ -55,10 +57,9 @@ SettingsShortcutsPage::SettingsShortcutsPage(AppPreferences &preferences, const 
     m_globalSubtitle = addRow(QStringLiteral("globalShortcut"), std::nullopt,
                               qtTrId("settings.general.quickCapture.title"),
                               qtTrId("settings.general.quickCapture.subtitle"));
-    // The command a desktop's own keyboard settings can bind (the program
-    // with AppShell::captureArgument), on a line of its own so that it is
-    // never broken at its hyphens; selectable, so that it can be copied.
-    const QString command = QStringLiteral("fenrow --capture");
+    // The command on a line of its own so that it is never broken at its
+    // hyphens; selectable, so that it can be copied.
+    const QString &command = GlobalCaptureKey::fallbackCommand;
     m_globalUnavailable = SettingsForm::warning(
         qtTrId("settings.shortcuts.globalUnavailable").toHtmlEscaped() + QStringLiteral("<br><code>%1</code>").arg(command),
         QStringLiteral("settings.shortcuts.globalUnavailable"), m_rows);

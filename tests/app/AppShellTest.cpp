@@ -8,6 +8,8 @@
 
 #include <QCursor>
 #include <QDir>
+#include <QKeySequence>
+#include <QLabel>
 #include <QMenuBar>
 #include <QScreen>
 #include <QSignalSpy>
@@ -198,6 +200,32 @@ TEST_F(AppShellTest, TheEngineBannerShowsWithoutAnEngineAndIsDismissedForTheWind
     EXPECT_FALSE(window->findChild<QWidget *>("banner.engineUnavailable")->isVisible())
         << "dismissed for the window's life";
     window.reset();
+}
+
+// Where no desktop service can give Fenrow the key, the welcome does not
+// promise it everywhere: it names the command to bind instead.
+TEST_F(AppShellTest, WithoutAGlobalKeyServiceTheWelcomeNamesTheCommandToBind)
+{
+    const auto captureMessage = [](OnboardingView &view) {
+        view.showPage(OnboardingView::Page::capture);
+        for (auto *label : view.findChildren<QLabel *>("onboarding.page.message"))
+            if (label->isVisibleTo(&view))
+                return label->text();
+        return QString();
+    };
+    const QString keys =
+        QKeySequence(QuickCapturePanel::shortcut(preferences->globalShortcut())).toString(QKeySequence::NativeText);
+    OnboardingView everywhere(*preferences, true);
+    OnboardingView insideOnly(*preferences, false);
+    EXPECT_TRUE(captureMessage(everywhere).contains(keys));
+    EXPECT_FALSE(captureMessage(everywhere).contains("fenrow --capture"));
+    EXPECT_TRUE(captureMessage(insideOnly).contains(keys));
+    EXPECT_TRUE(captureMessage(insideOnly).contains("“fenrow --capture”")) << captureMessage(insideOnly).toStdString();
+
+    insideOnly.resize(560, 396);
+    insideOnly.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&insideOnly));
+    saveScreenshot(insideOnly, QStringLiteral("onboarding-4-en-without-global-key"));
 }
 
 // Not a check: the welcome for a reviewer, in English and Turkish.
