@@ -19,6 +19,8 @@ packages=(
   # A real notification server for the notification tests, on their private
   # session bus.
   dunst
+  # A real system tray (XEmbed) for the tray widget's tests under Xvfb.
+  trayer
   # GCC's AddressSanitizer and UndefinedBehaviorSanitizer runtimes, for the
   # sanitizer run of `make test`.
   libasan8 libubsan1

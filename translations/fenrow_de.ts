@@ -1915,5 +1915,73 @@
         <source>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</source>
         <translation>Ausgelassene Einträge ohne Text: %1. Ausgelassene Daten außerhalb des Kalenders: %2. Alles andere wurde importiert.</translation>
     </message>
+    <message id="widget.count.one">
+        <source>1 task ready</source>
+        <translation>1 Aufgabe bereit</translation>
+    </message>
+    <message id="widget.count %1">
+        <source>%1 tasks ready</source>
+        <translation>%1 Aufgaben bereit</translation>
+    </message>
+    <message id="widget.empty.noTasks">
+        <source>Nothing ready: no tasks yet</source>
+        <translation>Nichts bereit: noch keine Aufgaben</translation>
+    </message>
+    <message id="widget.empty.allDone">
+        <source>Nothing ready: all done</source>
+        <translation>Nichts bereit: alles erledigt</translation>
+    </message>
+    <message id="widget.empty.allBlocked">
+        <source>Nothing ready: everything waits on other tasks</source>
+        <translation>Nichts bereit: alles wartet auf andere Aufgaben</translation>
+    </message>
+    <message id="widget.empty.allDeferred">
+        <source>Nothing ready: everything waits for its day</source>
+        <translation>Nichts bereit: alles wartet auf seinen Tag</translation>
+    </message>
+    <message id="widget.empty.allTicked">
+        <source>All ticked: Fenrow marks them done when it runs</source>
+        <translation>Alle abgehakt: Fenrow erledigt sie, sobald es läuft</translation>
+    </message>
+    <message id="widget.notWritten">
+        <source>Fenrow has not written the Ready list yet. Open Fenrow to make it.</source>
+        <translation>Fenrow hat die Liste „Bereit“ noch nicht geschrieben. Fenrow öffnen, um sie anzulegen.</translation>
+    </message>
+    <message id="widget.outOfDate">
+        <source>Open Fenrow to bring this list up to date</source>
+        <translation>Fenrow öffnen, um diese Liste zu aktualisieren</translation>
+    </message>
+    <message id="widget.popup.title">
+        <source>Ready</source>
+        <translation>Bereit</translation>
+    </message>
+    <message id="widget.more %1">
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message id="widget.open">
+        <source>Open Fenrow</source>
+        <translation>Fenrow öffnen</translation>
+    </message>
+    <message id="widget.capture">
+        <source>Quick capture</source>
+        <translation>Schnellerfassung</translation>
+    </message>
+    <message id="widget.quit">
+        <source>Quit widget</source>
+        <translation>Widget beenden</translation>
+    </message>
+    <message id="widget.tick.failed">
+        <source>The tick could not be saved. Try again, or tick the task in Fenrow.</source>
+        <translation>Das Häkchen konnte nicht gespeichert werden. Noch einmal versuchen oder die Aufgabe in Fenrow abhaken.</translation>
+    </message>
+    <message id="widget.open.failed">
+        <source>Fenrow could not be started.</source>
+        <translation>Fenrow konnte nicht gestartet werden.</translation>
+    </message>
+    <message id="widget.tooltip %1">
+        <source>Fenrow · %1</source>
+        <translation>Fenrow · %1</translation>
+    </message>
 </context>
 </TS>

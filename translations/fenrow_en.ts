@@ -1915,5 +1915,73 @@
         <source>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</source>
         <translation>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</translation>
     </message>
+    <message id="widget.count.one">
+        <source>1 task ready</source>
+        <translation>1 task ready</translation>
+    </message>
+    <message id="widget.count %1">
+        <source>%1 tasks ready</source>
+        <translation>%1 tasks ready</translation>
+    </message>
+    <message id="widget.empty.noTasks">
+        <source>Nothing ready: no tasks yet</source>
+        <translation>Nothing ready: no tasks yet</translation>
+    </message>
+    <message id="widget.empty.allDone">
+        <source>Nothing ready: all done</source>
+        <translation>Nothing ready: all done</translation>
+    </message>
+    <message id="widget.empty.allBlocked">
+        <source>Nothing ready: everything waits on other tasks</source>
+        <translation>Nothing ready: everything waits on other tasks</translation>
+    </message>
+    <message id="widget.empty.allDeferred">
+        <source>Nothing ready: everything waits for its day</source>
+        <translation>Nothing ready: everything waits for its day</translation>
+    </message>
+    <message id="widget.empty.allTicked">
+        <source>All ticked: Fenrow marks them done when it runs</source>
+        <translation>All ticked: Fenrow marks them done when it runs</translation>
+    </message>
+    <message id="widget.notWritten">
+        <source>Fenrow has not written the Ready list yet. Open Fenrow to make it.</source>
+        <translation>Fenrow has not written the Ready list yet. Open Fenrow to make it.</translation>
+    </message>
+    <message id="widget.outOfDate">
+        <source>Open Fenrow to bring this list up to date</source>
+        <translation>Open Fenrow to bring this list up to date</translation>
+    </message>
+    <message id="widget.popup.title">
+        <source>Ready</source>
+        <translation>Ready</translation>
+    </message>
+    <message id="widget.more %1">
+        <source>and %1 more</source>
+        <translation>and %1 more</translation>
+    </message>
+    <message id="widget.open">
+        <source>Open Fenrow</source>
+        <translation>Open Fenrow</translation>
+    </message>
+    <message id="widget.capture">
+        <source>Quick capture</source>
+        <translation>Quick capture</translation>
+    </message>
+    <message id="widget.quit">
+        <source>Quit widget</source>
+        <translation>Quit widget</translation>
+    </message>
+    <message id="widget.tick.failed">
+        <source>The tick could not be saved. Try again, or tick the task in Fenrow.</source>
+        <translation>The tick could not be saved. Try again, or tick the task in Fenrow.</translation>
+    </message>
+    <message id="widget.open.failed">
+        <source>Fenrow could not be started.</source>
+        <translation>Fenrow could not be started.</translation>
+    </message>
+    <message id="widget.tooltip %1">
+        <source>Fenrow · %1</source>
+        <translation>Fenrow · %1</translation>
+    </message>
 </context>
 </TS>

@@ -1915,5 +1915,73 @@
         <source>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</source>
         <translation>Entradas sin texto que se dejaron fuera: %1. Fechas fuera del calendario que se dejaron fuera: %2. Todo lo demás se importó.</translation>
     </message>
+    <message id="widget.count.one">
+        <source>1 task ready</source>
+        <translation>1 tarea disponible</translation>
+    </message>
+    <message id="widget.count %1">
+        <source>%1 tasks ready</source>
+        <translation>%1 tareas disponibles</translation>
+    </message>
+    <message id="widget.empty.noTasks">
+        <source>Nothing ready: no tasks yet</source>
+        <translation>Nada disponible: aún no hay tareas</translation>
+    </message>
+    <message id="widget.empty.allDone">
+        <source>Nothing ready: all done</source>
+        <translation>Nada disponible: todo está hecho</translation>
+    </message>
+    <message id="widget.empty.allBlocked">
+        <source>Nothing ready: everything waits on other tasks</source>
+        <translation>Nada disponible: todo espera a otras tareas</translation>
+    </message>
+    <message id="widget.empty.allDeferred">
+        <source>Nothing ready: everything waits for its day</source>
+        <translation>Nada disponible: todo espera a su día</translation>
+    </message>
+    <message id="widget.empty.allTicked">
+        <source>All ticked: Fenrow marks them done when it runs</source>
+        <translation>Todas marcadas: Fenrow las completa cuando se ejecuta</translation>
+    </message>
+    <message id="widget.notWritten">
+        <source>Fenrow has not written the Ready list yet. Open Fenrow to make it.</source>
+        <translation>Fenrow aún no ha escrito la lista Disponibles. Abre Fenrow para crearla.</translation>
+    </message>
+    <message id="widget.outOfDate">
+        <source>Open Fenrow to bring this list up to date</source>
+        <translation>Abre Fenrow para poner esta lista al día</translation>
+    </message>
+    <message id="widget.popup.title">
+        <source>Ready</source>
+        <translation>Disponibles</translation>
+    </message>
+    <message id="widget.more %1">
+        <source>and %1 more</source>
+        <translation>y %1 más</translation>
+    </message>
+    <message id="widget.open">
+        <source>Open Fenrow</source>
+        <translation>Abrir Fenrow</translation>
+    </message>
+    <message id="widget.capture">
+        <source>Quick capture</source>
+        <translation>Captura rápida</translation>
+    </message>
+    <message id="widget.quit">
+        <source>Quit widget</source>
+        <translation>Salir del widget</translation>
+    </message>
+    <message id="widget.tick.failed">
+        <source>The tick could not be saved. Try again, or tick the task in Fenrow.</source>
+        <translation>No se pudo guardar la marca. Inténtalo de nuevo o marca la tarea en Fenrow.</translation>
+    </message>
+    <message id="widget.open.failed">
+        <source>Fenrow could not be started.</source>
+        <translation>No se pudo iniciar Fenrow.</translation>
+    </message>
+    <message id="widget.tooltip %1">
+        <source>Fenrow · %1</source>
+        <translation>Fenrow · %1</translation>
+    </message>
 </context>
 </TS>

@@ -1915,5 +1915,73 @@
         <source>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</source>
         <translation>Entrées sans texte laissées de côté : %1. Dates hors du calendrier laissées de côté : %2. Tout le reste a été importé.</translation>
     </message>
+    <message id="widget.count.one">
+        <source>1 task ready</source>
+        <translation>1 tâche prête</translation>
+    </message>
+    <message id="widget.count %1">
+        <source>%1 tasks ready</source>
+        <translation>%1 tâches prêtes</translation>
+    </message>
+    <message id="widget.empty.noTasks">
+        <source>Nothing ready: no tasks yet</source>
+        <translation>Rien de prêt : aucune tâche pour l’instant</translation>
+    </message>
+    <message id="widget.empty.allDone">
+        <source>Nothing ready: all done</source>
+        <translation>Rien de prêt : tout est fait</translation>
+    </message>
+    <message id="widget.empty.allBlocked">
+        <source>Nothing ready: everything waits on other tasks</source>
+        <translation>Rien de prêt : tout attend d’autres tâches</translation>
+    </message>
+    <message id="widget.empty.allDeferred">
+        <source>Nothing ready: everything waits for its day</source>
+        <translation>Rien de prêt : tout attend son jour</translation>
+    </message>
+    <message id="widget.empty.allTicked">
+        <source>All ticked: Fenrow marks them done when it runs</source>
+        <translation>Toutes cochées : Fenrow les termine dès qu’il tourne</translation>
+    </message>
+    <message id="widget.notWritten">
+        <source>Fenrow has not written the Ready list yet. Open Fenrow to make it.</source>
+        <translation>Fenrow n’a pas encore écrit la liste Prêtes. Ouvrez Fenrow pour la créer.</translation>
+    </message>
+    <message id="widget.outOfDate">
+        <source>Open Fenrow to bring this list up to date</source>
+        <translation>Ouvrez Fenrow pour mettre cette liste à jour</translation>
+    </message>
+    <message id="widget.popup.title">
+        <source>Ready</source>
+        <translation>Prêtes</translation>
+    </message>
+    <message id="widget.more %1">
+        <source>and %1 more</source>
+        <translation>et %1 de plus</translation>
+    </message>
+    <message id="widget.open">
+        <source>Open Fenrow</source>
+        <translation>Ouvrir Fenrow</translation>
+    </message>
+    <message id="widget.capture">
+        <source>Quick capture</source>
+        <translation>Saisie rapide</translation>
+    </message>
+    <message id="widget.quit">
+        <source>Quit widget</source>
+        <translation>Quitter le widget</translation>
+    </message>
+    <message id="widget.tick.failed">
+        <source>The tick could not be saved. Try again, or tick the task in Fenrow.</source>
+        <translation>La coche n’a pas pu être enregistrée. Réessayez, ou cochez la tâche dans Fenrow.</translation>
+    </message>
+    <message id="widget.open.failed">
+        <source>Fenrow could not be started.</source>
+        <translation>Fenrow n’a pas pu être lancé.</translation>
+    </message>
+    <message id="widget.tooltip %1">
+        <source>Fenrow · %1</source>
+        <translation>Fenrow · %1</translation>
+    </message>
 </context>
 </TS>

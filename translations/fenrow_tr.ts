@@ -1915,5 +1915,73 @@
         <source>Entries without text left out: %1. Dates outside the calendar left out: %2. Everything else was imported.</source>
         <translation>Metni olmayan, alınmayan girdiler: %1. Takvim dışında kalan, alınmayan tarihler: %2. Geri kalan her şey alındı.</translation>
     </message>
+    <message id="widget.count.one">
+        <source>1 task ready</source>
+        <translation>1 görev hazır</translation>
+    </message>
+    <message id="widget.count %1">
+        <source>%1 tasks ready</source>
+        <translation>%1 görev hazır</translation>
+    </message>
+    <message id="widget.empty.noTasks">
+        <source>Nothing ready: no tasks yet</source>
+        <translation>Hazır görev yok: henüz hiç görev yok</translation>
+    </message>
+    <message id="widget.empty.allDone">
+        <source>Nothing ready: all done</source>
+        <translation>Hazır görev yok: hepsi tamam</translation>
+    </message>
+    <message id="widget.empty.allBlocked">
+        <source>Nothing ready: everything waits on other tasks</source>
+        <translation>Hazır görev yok: hepsi başka görevleri bekliyor</translation>
+    </message>
+    <message id="widget.empty.allDeferred">
+        <source>Nothing ready: everything waits for its day</source>
+        <translation>Hazır görev yok: hepsi kendi gününü bekliyor</translation>
+    </message>
+    <message id="widget.empty.allTicked">
+        <source>All ticked: Fenrow marks them done when it runs</source>
+        <translation>Hepsi işaretlendi: Fenrow çalışınca bunları tamamlar</translation>
+    </message>
+    <message id="widget.notWritten">
+        <source>Fenrow has not written the Ready list yet. Open Fenrow to make it.</source>
+        <translation>Fenrow, Hazır listesini henüz yazmadı. Oluşturmak için Fenrow’u açın.</translation>
+    </message>
+    <message id="widget.outOfDate">
+        <source>Open Fenrow to bring this list up to date</source>
+        <translation>Bu listeyi güncellemek için Fenrow’u açın</translation>
+    </message>
+    <message id="widget.popup.title">
+        <source>Ready</source>
+        <translation>Hazır</translation>
+    </message>
+    <message id="widget.more %1">
+        <source>and %1 more</source>
+        <translation>ve %1 görev daha</translation>
+    </message>
+    <message id="widget.open">
+        <source>Open Fenrow</source>
+        <translation>Fenrow’u aç</translation>
+    </message>
+    <message id="widget.capture">
+        <source>Quick capture</source>
+        <translation>Hızlı ekleme</translation>
+    </message>
+    <message id="widget.quit">
+        <source>Quit widget</source>
+        <translation>Widget’tan çık</translation>
+    </message>
+    <message id="widget.tick.failed">
+        <source>The tick could not be saved. Try again, or tick the task in Fenrow.</source>
+        <translation>İşaret kaydedilemedi. Yeniden deneyin ya da görevi Fenrow’da işaretleyin.</translation>
+    </message>
+    <message id="widget.open.failed">
+        <source>Fenrow could not be started.</source>
+        <translation>Fenrow başlatılamadı.</translation>
+    </message>
+    <message id="widget.tooltip %1">
+        <source>Fenrow · %1</source>
+        <translation>Fenrow · %1</translation>
+    </message>
 </context>
 </TS>
