@@ -143,17 +143,17 @@ void ReadyPopup::present(const ReadyPopupContent &content)
     line->setFrameShape(QFrame::HLine);
     line->setFrameShadow(QFrame::Sunken);
     m_layout->addWidget(line);
-    const auto addAction = [this](const char *key, const QString &name, void (ReadyPopup::*signal)()) {
-        QPushButton *button = action(qtTrId(key), m_body, name);
+    const auto addAction = [this](const QString &text, const QString &name, void (ReadyPopup::*signal)()) {
+        QPushButton *button = action(text, m_body, name);
         connect(button, &QPushButton::clicked, this, [this, signal] {
             hide();
             emit(this->*signal)();
         });
         m_layout->addWidget(button);
     };
-    addAction("widget.open", QStringLiteral("widget.open"), &ReadyPopup::openFenrowRequested);
-    addAction("widget.capture", QStringLiteral("widget.capture"), &ReadyPopup::quickCaptureRequested);
-    addAction("widget.quit", QStringLiteral("widget.quit"), &ReadyPopup::quitRequested);
+    addAction(qtTrId("widget.open"), QStringLiteral("widget.open"), &ReadyPopup::openFenrowRequested);
+    addAction(qtTrId("widget.capture"), QStringLiteral("widget.capture"), &ReadyPopup::quickCaptureRequested);
+    addAction(qtTrId("widget.quit"), QStringLiteral("widget.quit"), &ReadyPopup::quitRequested);
     adjustSize();
 }
 
