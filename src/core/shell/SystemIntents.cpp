@@ -2,6 +2,7 @@
 
 #include "AppPreferences.h"
 #include "RouteRequest.h"
+#include "WidgetFiles.h"
 
 #include "capture/QuickCaptureModel.h"
 #include "domain/Clock.h"
@@ -98,6 +99,20 @@ std::optional<FenrowIntentError> OpenFlowIntent::perform(IntentServices &service
     if (services.routes)
         services.routes->requestFlow(flow);
     return std::nullopt;
+}
+
+std::optional<PendingCompletion> TickReadyTaskIntent::perform(const QString &sharedFolder, const QDateTime &now) const
+{
+    const QUuid task = QUuid::fromString(taskID);
+    if (task.isNull())
+        return std::nullopt;
+    const PendingCompletion entry{QUuid::createUuid(), task, now, {}};
+    QString error;
+    if (!entry.park(sharedFolder, &error)) {
+        qCWarning(fenrowWidgetLog, "Could not park a widget tick: %s", qUtf8Printable(error));
+        return std::nullopt;
+    }
+    return entry;
 }
 
 } // namespace fenrow

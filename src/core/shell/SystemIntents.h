@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PendingCompletion.h"
+
 #include <QDateTime>
 #include <QList>
 #include <QString>
@@ -94,6 +96,17 @@ struct OpenFlowIntent {
 
     // Brings the main window forward showing the flow.
     std::optional<FenrowIntentError> perform(IntentServices &services) const;
+};
+
+// The tray widget's tick, in the widget's process: parks a
+// `PendingCompletion` for the program and never touches the store.
+struct TickReadyTaskIntent {
+    QString taskID;
+
+    // The tick parked in `sharedFolder`; nothing when the id does not
+    // parse, or when it could not be written ("Could not park a widget
+    // tick: …" logged under "fenrow.widget").
+    std::optional<PendingCompletion> perform(const QString &sharedFolder, const QDateTime &now) const;
 };
 
 } // namespace fenrow
