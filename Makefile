@@ -14,8 +14,11 @@ FUZZ_JOBS ?= 1
 FUZZ_TARGETS ?=
 # `make crash-test`: how many times the program is killed mid-write.
 CRASH_KILLS ?= 1000
+# `make install`: where Fenrow goes; PREFIX/share must be one of the
+# desktop's data folders ($XDG_DATA_HOME or $XDG_DATA_DIRS).
+PREFIX ?= $(HOME)/.local
 
-.PHONY: run test test-asan build setup configure bench fuzz crash-test clean
+.PHONY: run test test-asan build setup configure bench fuzz crash-test clean install uninstall
 
 setup:
 	@bash scripts/setup.sh
@@ -59,6 +62,23 @@ fuzz:
 
 crash-test: configure
 	@BUILD_DIR=$(BUILD_DIR) bash scripts/crash-test.sh $(CRASH_KILLS)
+
+# Installs like a desktop application (the programs, launcher entries,
+# metainfo and icons) and tells the desktop. What was installed is kept
+# apart from the build's own install_manifest.txt, which any other
+# `cmake --install` (the packaging test's, say) overwrites.
+install: build
+	@cmake --install $(BUILD_DIR) --prefix "$(PREFIX)" > /dev/null
+	@cp $(BUILD_DIR)/install_manifest.txt $(BUILD_DIR)/make-install-manifest.txt
+	@bash scripts/register-desktop.sh "$(PREFIX)"
+	@echo "Fenrow is installed in $(PREFIX)."
+
+uninstall:
+	@[ -f $(BUILD_DIR)/make-install-manifest.txt ] || { echo "Nothing was installed with make install."; exit 1; }
+	@xargs -d '\n' rm -f < $(BUILD_DIR)/make-install-manifest.txt
+	@rm $(BUILD_DIR)/make-install-manifest.txt
+	@! command -v update-desktop-database >/dev/null || update-desktop-database -q "$(PREFIX)/share/applications"
+	@echo "Fenrow is removed from $(PREFIX)."
 
 bench: build
 	@bash scripts/bench.sh $(BUILD_DIR)

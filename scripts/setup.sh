@@ -21,6 +21,11 @@ packages=(
   dunst
   # A real system tray (XEmbed) for the tray widget's tests under Xvfb.
   trayer
+  # Installing like a desktop application: the icon's PNG sizes drawn from
+  # its SVG at build time, the checks of the desktop files and the AppStream
+  # metainfo, and the desktop database and URL scheme refreshed by
+  # `make install`.
+  librsvg2-bin desktop-file-utils appstream xdg-utils
   # GCC's AddressSanitizer and UndefinedBehaviorSanitizer runtimes, for the
   # sanitizer run of `make test`.
   libasan8 libubsan1

@@ -123,6 +123,9 @@ std::unique_ptr<Session> Session::start(QApplication &application, QString *fata
     ProcessEntry::prepare(application);
     Theme::apply(application);
     QApplication::setWindowIcon(QIcon(Glyphs::brandMark(64)));
+    // The installed launcher entry's name: a dock matches the window to it
+    // (Wayland's app id), and so to its icon and actions.
+    QGuiApplication::setDesktopFileName(QStringLiteral("studio.tarnwick.Fenrow"));
 
     auto parts = std::make_unique<Parts>();
     const QStringList arguments = application.arguments();
