@@ -1163,6 +1163,10 @@
         <source>Open Fenrow when I log in</source>
         <translation>Fenrow beim Anmelden öffnen</translation>
     </message>
+    <message id="settings.general.widgetAtLogin">
+        <source>Show the Ready list in the tray when I log in</source>
+        <translation>Beim Anmelden die Bereit-Liste im Systembereich zeigen</translation>
+    </message>
     <message id="settings.general.launchAtLogin.failed">
         <source>Fenrow could not change its autostart entry. Check that you may write to %1.</source>
         <translation>Fenrow konnte seinen Autostart-Eintrag nicht ändern. Prüfen Sie, ob Sie in %1 schreiben dürfen.</translation>

@@ -1163,6 +1163,10 @@
         <source>Open Fenrow when I log in</source>
         <translation>Open Fenrow when I log in</translation>
     </message>
+    <message id="settings.general.widgetAtLogin">
+        <source>Show the Ready list in the tray when I log in</source>
+        <translation>Show the Ready list in the tray when I log in</translation>
+    </message>
     <message id="settings.general.launchAtLogin.failed">
         <source>Fenrow could not change its autostart entry. Check that you may write to %1.</source>
         <translation>Fenrow could not change its autostart entry. Check that you may write to %1.</translation>

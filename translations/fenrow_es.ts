@@ -1163,6 +1163,10 @@
         <source>Open Fenrow when I log in</source>
         <translation>Abrir Fenrow al iniciar sesión</translation>
     </message>
+    <message id="settings.general.widgetAtLogin">
+        <source>Show the Ready list in the tray when I log in</source>
+        <translation>Mostrar la lista Disponibles en la bandeja al iniciar sesión</translation>
+    </message>
     <message id="settings.general.launchAtLogin.failed">
         <source>Fenrow could not change its autostart entry. Check that you may write to %1.</source>
         <translation>Fenrow no pudo cambiar su entrada de inicio automático. Compruebe que puede escribir en %1.</translation>

@@ -1163,6 +1163,10 @@
         <source>Open Fenrow when I log in</source>
         <translation>Ouvrir Fenrow à l'ouverture de session</translation>
     </message>
+    <message id="settings.general.widgetAtLogin">
+        <source>Show the Ready list in the tray when I log in</source>
+        <translation>Afficher la liste Prêtes dans la zone de notification à l'ouverture de session</translation>
+    </message>
     <message id="settings.general.launchAtLogin.failed">
         <source>Fenrow could not change its autostart entry. Check that you may write to %1.</source>
         <translation>Fenrow n’a pas pu modifier son entrée de démarrage automatique. Vérifiez que vous pouvez écrire dans %1.</translation>

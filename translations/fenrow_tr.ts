@@ -1163,6 +1163,10 @@
         <source>Open Fenrow when I log in</source>
         <translation>Oturum açtığımda Fenrow'u başlat</translation>
     </message>
+    <message id="settings.general.widgetAtLogin">
+        <source>Show the Ready list in the tray when I log in</source>
+        <translation>Oturum açtığımda Hazır listesini sistem tepsisinde göster</translation>
+    </message>
     <message id="settings.general.launchAtLogin.failed">
         <source>Fenrow could not change its autostart entry. Check that you may write to %1.</source>
         <translation>Fenrow otomatik başlatma kaydını değiştiremedi. %1 klasörüne yazma izniniz olduğunu denetleyin.</translation>

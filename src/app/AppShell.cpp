@@ -89,6 +89,7 @@ void AppShell::launch()
     // The autostart entry is the truth: one removed in the desktop's own
     // settings turns the toggle off. Nothing is written to it here.
     LoginItem::forThisUser().alignPreference(m_preferences);
+    LoginItem::forThisUser(LoginProgram::widget).alignPreference(m_preferences);
 
     // After the first pass of the loop, so that the window is up before
     // anything is installed over it.

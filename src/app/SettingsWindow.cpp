@@ -7,6 +7,7 @@
 #include "SettingsForm.h"
 #include "SettingsShortcutsPage.h"
 #include "Theme.h"
+#include "shell/AppEnvironment.h"
 #include "shell/AppPreferences.h"
 #include "shell/LoginItem.h"
 #include "shell/SettingsFile.h"
@@ -214,26 +215,36 @@ QWidget *SettingsWindow::makeGeneralPage()
     QVBoxLayout *column = SettingsForm::makePage(page, qtTrId("settings.page.general"));
 
     column->addWidget(SettingsForm::sectionTitle(qtTrId("settings.general.startup.title"), page));
-    QCheckBox *login = checkBox("settings.general.launchAtLogin", page);
-    follow(m_preferences, PreferenceKey::launchAtLogin, login, [=, this] { login->setChecked(m_preferences.launchAtLogin()); });
-    const LoginItem loginItem = LoginItem::forThisUser();
     QLabel *loginFailed = SettingsForm::warning(
         qtTrId("settings.general.launchAtLogin.failed")
-            .arg(QDir::toNativeSeparators(QFileInfo(loginItem.entryPath()).absolutePath())),
+            .arg(QDir::toNativeSeparators(QFileInfo(LoginItem::forThisUser().entryPath()).absolutePath())),
         QStringLiteral("settings.general.launchAtLogin.failed"), page);
     // The autostart entry first; the preference follows only what was
     // written, and a toggle that could not be written goes back.
-    connect(login, &QCheckBox::toggled, this, [=, this](bool on) {
-        const bool written = loginItem.setEnabled(on, QCoreApplication::applicationFilePath());
-        if (written) {
-            m_preferences.setLaunchAtLogin(on);
-        } else {
-            const QSignalBlocker quiet(login);
-            login->setChecked(m_preferences.launchAtLogin());
-        }
-        loginFailed->setVisible(!written);
-    });
-    column->addWidget(login);
+    const auto loginToggle = [&, this](const char *identifier, LoginProgram program, const QString &path,
+                                       const char *key, bool (AppPreferences::*stored)() const,
+                                       void (AppPreferences::*store)(bool)) {
+        QCheckBox *box = checkBox(identifier, page);
+        follow(m_preferences, key, box, [=, this] { box->setChecked((m_preferences.*stored)()); });
+        const LoginItem item = LoginItem::forThisUser(program);
+        connect(box, &QCheckBox::toggled, this, [=, this](bool on) {
+            const bool written = item.setEnabled(on, path);
+            if (written) {
+                (m_preferences.*store)(on);
+            } else {
+                const QSignalBlocker quiet(box);
+                box->setChecked((m_preferences.*stored)());
+            }
+            loginFailed->setVisible(!written);
+        });
+        column->addWidget(box);
+    };
+    loginToggle("settings.general.launchAtLogin", LoginProgram::fenrow, QCoreApplication::applicationFilePath(),
+                PreferenceKey::launchAtLogin, &AppPreferences::launchAtLogin, &AppPreferences::setLaunchAtLogin);
+    // Offered only where the widget program was installed or built.
+    if (!m_environment.widgetProgram().isEmpty())
+        loginToggle("settings.general.widgetAtLogin", LoginProgram::widget, m_environment.widgetProgram(),
+                    PreferenceKey::widgetAtLogin, &AppPreferences::widgetAtLogin, &AppPreferences::setWidgetAtLogin);
     column->addWidget(loginFailed);
 
     column->addWidget(SettingsForm::sectionTitle(qtTrId("settings.general.reminders.title"), page));

@@ -52,6 +52,8 @@ TEST_P(SettingsLookTest, EveryPageFits)
     store->saveAsTemplate(addFlow("Kitchen", 0, 0, 2));
     preferences->setAutoBackupBookmark(configHome.filePath("backups").toUtf8());
     preferences->setShortcut(defaultShortcut(ShortcutAction::undo), ShortcutAction::zoomToFit);
+    // The General page with every toggle it can have.
+    environment.setWidgetProgram(QStringLiteral("/usr/bin/fenrow-widget"));
     show();
     for (SettingsPage page : {SettingsPage::general, SettingsPage::shortcuts, SettingsPage::appearance,
                               SettingsPage::language, SettingsPage::data, SettingsPage::about}) {

@@ -398,5 +398,27 @@ TEST_F(SettingsWindowTest, LaunchAtLoginWritesTheAutostartEntryOrGoesBack)
     EXPECT_TRUE(failed->text().contains(configHome.filePath(QStringLiteral("autostart"))));
 }
 
+// The widget's toggle is there only where the widget program is, and it
+// writes the widget's own autostart entry.
+TEST_F(SettingsWindowTest, WidgetAtLoginIsOfferedOnlyWhereTheWidgetIs)
+{
+    environment.setWidgetProgram(QString());
+    openSettings();
+    EXPECT_EQ(window->settingsWindow()->page(SettingsPage::general)->findChild<QCheckBox *>(
+                  QStringLiteral("settings.general.widgetAtLogin")),
+              nullptr);
+    window.reset();
+
+    environment.setWidgetProgram(QStringLiteral("/opt/fenrow/bin/fenrow-widget"));
+    openSettings();
+    auto *widget = control<QCheckBox>(SettingsPage::general, "settings.general.widgetAtLogin");
+    ASSERT_NE(widget, nullptr);
+    widget->click();
+    EXPECT_TRUE(QFileInfo(configHome.filePath(QStringLiteral("autostart/fenrow-widget.desktop"))).isFile());
+    EXPECT_FALSE(QFileInfo::exists(configHome.filePath(QStringLiteral("autostart/fenrow.desktop"))));
+    EXPECT_TRUE(reread()->widgetAtLogin());
+    EXPECT_FALSE(reread()->launchAtLogin());
+}
+
 } // namespace
 } // namespace fenrow::testing

@@ -57,7 +57,7 @@ TEST_F(LoginItemFile, TheEntryIsWrittenWholeReadBackAndRemoved)
                                   "Name=Fenrow\n"
                                   "Comment=Task flows, and what is ready to do next\n"
                                   "Exec=/opt/fenrow/bin/fenrow\n"
-                                  "Icon=fenrow\n"
+                                  "Icon=studio.tarnwick.Fenrow\n"
                                   "Terminal=false\n"
                                   "X-GNOME-Autostart-enabled=true\n"));
     EXPECT_TRUE(item.isEnabled());
@@ -96,6 +96,53 @@ TEST_F(LoginItemFile, TheEntryIsTheTruthForThePreference)
     item.alignPreference(preferences);
     EXPECT_TRUE(preferences.launchAtLogin());
     EXPECT_EQ(entry().count("Exec="), 1) << "aligning writes only the preference";
+}
+
+// Where the launcher entry is installed, login starts what the launcher
+// starts: the nearest installed entry, copied. The widget has an entry of
+// its own and a preference of its own.
+TEST_F(LoginItemFile, TheInstalledLauncherEntryIsCopiedAndTheWidgetHasItsOwn)
+{
+    QTemporaryDir data;
+    const QString nearer = data.filePath(QStringLiteral("home/applications"));
+    const QString farther = data.filePath(QStringLiteral("usr/applications"));
+    const auto install = [](const QString &folder, const QByteArray &text) {
+        ASSERT_TRUE(QDir().mkpath(folder));
+        QFile file(QDir(folder).filePath(QStringLiteral("studio.tarnwick.Fenrow.desktop")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    };
+    const QByteArray installed = "[Desktop Entry]\nType=Application\nName=Fenrow\nExec=fenrow %u\n"
+                                 "Icon=studio.tarnwick.Fenrow\n\n[Desktop Action Ready]\nExec=fenrow fenrow://ready\n";
+    install(farther, "[Desktop Entry]\nType=Application\nName=Fenrow\nExec=/usr/bin/fenrow\n");
+    install(nearer, installed);
+
+    const LoginItem fenrow(item.entryPath(), LoginProgram::fenrow, {nearer, farther});
+    EXPECT_EQ(fenrow.installedEntry(), QDir(nearer).filePath(QStringLiteral("studio.tarnwick.Fenrow.desktop")));
+    ASSERT_TRUE(fenrow.setEnabled(true, QStringLiteral("/home/ana/build/fenrow")));
+    EXPECT_EQ(entry(), installed);
+    EXPECT_TRUE(fenrow.isEnabled());
+
+    // No widget entry is installed: the one written starts the program given.
+    const LoginItem widget(configHome.filePath(QStringLiteral("autostart/fenrow-widget.desktop")), LoginProgram::widget,
+                           {nearer, farther});
+    EXPECT_TRUE(widget.installedEntry().isEmpty());
+    ASSERT_TRUE(widget.setEnabled(true, QStringLiteral("/opt/fenrow/bin/fenrow-widget")));
+    QFile written(widget.entryPath());
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    const QByteArray text = written.readAll();
+    EXPECT_TRUE(text.contains("\nExec=/opt/fenrow/bin/fenrow-widget\n")) << text.constData();
+    EXPECT_TRUE(text.contains("\nName=Fenrow Ready\n")) << text.constData();
+
+    AppPreferences preferences(
+        std::make_unique<QSettings>(configHome.filePath(QStringLiteral("fenrow.conf")), QSettings::IniFormat));
+    widget.alignPreference(preferences);
+    EXPECT_TRUE(preferences.widgetAtLogin());
+    EXPECT_FALSE(preferences.launchAtLogin()) << "each entry aligns its own preference";
+    ASSERT_TRUE(widget.setEnabled(false, QString()));
+    widget.alignPreference(preferences);
+    EXPECT_FALSE(preferences.widgetAtLogin());
+    EXPECT_TRUE(fenrow.isEnabled()) << "removing one entry leaves the other";
 }
 
 TEST_F(LoginItemFile, AFailureToWriteIsLoggedAndLeavesNoEntry)

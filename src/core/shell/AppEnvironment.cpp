@@ -3,6 +3,10 @@
 #include "capture/ScriptedInferenceEngine.h"
 #include "capture/UnavailableEngine.h"
 
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
 namespace fenrow {
 
 EngineFactories::Factory EngineFactories::forSelection(EngineSelection selection) const
@@ -47,6 +51,10 @@ AppEnvironment::AppEnvironment(const QStringList &launchArguments, EngineFactori
         m_engineSelection = m_availability.isAvailable() ? EngineSelection::foundationModels
                                                          : EngineSelection::unavailable;
     m_engine = m_factories.forSelection(m_engineSelection)();
+
+    const QString widget = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("fenrow-widget"));
+    if (const QFileInfo file(widget); file.isFile() && file.isExecutable())
+        m_widgetProgram = widget;
 }
 
 void AppEnvironment::refreshAvailability()

@@ -78,6 +78,11 @@ public:
     // Written by whoever registers the hot key (the shell).
     void setGlobalHotkeyState(GlobalHotkeyState state);
 
+    // The tray widget program beside this one ("fenrow-widget" in the same
+    // folder, installed or built with it), or empty where there is none.
+    const QString &widgetProgram() const { return m_widgetProgram; }
+    void setWidgetProgram(const QString &path) { m_widgetProgram = path; }
+
 signals:
     void availabilityChanged();
     void engineChanged();
@@ -91,6 +96,7 @@ private:
     std::shared_ptr<const GraphInferenceEngine> m_engine;
     EngineAvailability m_availability;
     GlobalHotkeyState m_globalHotkeyState = GlobalHotkeyState::none;
+    QString m_widgetProgram;
 };
 
 } // namespace fenrow

@@ -185,6 +185,7 @@ void AppPreferences::load()
     m_globalShortcut = (global ? KeyCombo::fromJson(*global) : std::nullopt).value_or(defaultGlobalShortcut);
     m_commandShortcuts = decodeShortcuts(stored(PreferenceKey::commandShortcuts)).value_or(QMap<QString, KeyCombo>());
     m_launchAtLogin = readBool(stored(PreferenceKey::launchAtLogin));
+    m_widgetAtLogin = readBool(stored(PreferenceKey::widgetAtLogin));
     m_gridEnabled = readBool(stored(PreferenceKey::gridEnabled));
     m_sidebarCollapsed = readBool(stored(PreferenceKey::sidebarCollapsed));
     m_sidebarWidth = clampedDouble(stored(PreferenceKey::sidebarWidth), defaultSidebarWidth, minimumSidebarWidth,
@@ -272,6 +273,11 @@ void AppPreferences::resetShortcuts()
 void AppPreferences::setLaunchAtLogin(bool value)
 {
     update(m_launchAtLogin, value, PreferenceKey::launchAtLogin, value);
+}
+
+void AppPreferences::setWidgetAtLogin(bool value)
+{
+    update(m_widgetAtLogin, value, PreferenceKey::widgetAtLogin, value);
 }
 
 void AppPreferences::setGridEnabled(bool value)

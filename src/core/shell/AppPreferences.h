@@ -27,6 +27,7 @@ inline constexpr const char *hasSeededSampleFlow = "preferences.hasSeededSampleF
 inline constexpr const char *globalShortcut = "preferences.globalShortcut";
 inline constexpr const char *commandShortcuts = "preferences.commandShortcuts";
 inline constexpr const char *launchAtLogin = "preferences.launchAtLogin";
+inline constexpr const char *widgetAtLogin = "preferences.widgetAtLogin";
 inline constexpr const char *gridEnabled = "preferences.gridEnabled";
 inline constexpr const char *sidebarCollapsed = "preferences.sidebarCollapsed";
 inline constexpr const char *sidebarWidth = "preferences.sidebarWidth";
@@ -93,6 +94,9 @@ public:
 
     bool launchAtLogin() const { return m_launchAtLogin; }
     void setLaunchAtLogin(bool value);
+    // The tray widget started at login too.
+    bool widgetAtLogin() const { return m_widgetAtLogin; }
+    void setWidgetAtLogin(bool value);
     bool gridEnabled() const { return m_gridEnabled; }
     void setGridEnabled(bool value);
     bool sidebarCollapsed() const { return m_sidebarCollapsed; }
@@ -177,6 +181,7 @@ private:
     KeyCombo m_globalShortcut = defaultGlobalShortcut;
     QMap<QString, KeyCombo> m_commandShortcuts;
     bool m_launchAtLogin = false;
+    bool m_widgetAtLogin = false;
     bool m_gridEnabled = false;
     bool m_sidebarCollapsed = false;
     double m_sidebarWidth = defaultSidebarWidth;

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QSaveFile>
+#include <QStandardPaths>
 
 Q_LOGGING_CATEGORY(fenrowLoginItemLog, "fenrow.loginItem")
 
@@ -54,13 +55,39 @@ QString escapedString(const QString &value)
     return escaped;
 }
 
+QString autostartName(LoginProgram program)
+{
+    return program == LoginProgram::widget ? QStringLiteral("fenrow-widget.desktop")
+                                           : QStringLiteral("fenrow.desktop");
+}
+
+QString installedName(LoginProgram program)
+{
+    return program == LoginProgram::widget ? QStringLiteral("studio.tarnwick.Fenrow.Widget.desktop")
+                                           : QStringLiteral("studio.tarnwick.Fenrow.desktop");
+}
+
 } // namespace
 
-LoginItem::LoginItem(QString entryPath) : m_entryPath(std::move(entryPath)) {}
-
-LoginItem LoginItem::forThisUser()
+LoginItem::LoginItem(QString entryPath, LoginProgram program, QStringList applicationFolders)
+    : m_entryPath(std::move(entryPath)), m_program(program), m_applicationFolders(std::move(applicationFolders))
 {
-    return LoginItem(QDir(SettingsFile::configHome()).filePath(QStringLiteral("autostart/fenrow.desktop")));
+}
+
+LoginItem LoginItem::forThisUser(LoginProgram program)
+{
+    return LoginItem(QDir(SettingsFile::configHome()).filePath(QStringLiteral("autostart/") + autostartName(program)),
+                     program, QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation));
+}
+
+QString LoginItem::installedEntry() const
+{
+    for (const QString &folder : m_applicationFolders) {
+        const QString path = QDir(folder).filePath(installedName(m_program));
+        if (QFileInfo(path).isFile())
+            return path;
+    }
+    return {};
 }
 
 bool LoginItem::isEnabled() const
@@ -93,7 +120,16 @@ bool LoginItem::setEnabled(bool enabled, const QString &program) const
     if (enabled) {
         const QString folder = QFileInfo(m_entryPath).absolutePath();
         QSaveFile file(m_entryPath);
-        const QByteArray text = entryText(program);
+        QByteArray text;
+        if (const QString installed = installedEntry(); !installed.isEmpty()) {
+            QFile source(installed);
+            if (source.open(QIODevice::ReadOnly))
+                text = source.readAll();
+        }
+        // An installed entry that cannot be read is no reason to fail: the
+        // running program starts as well.
+        if (text.isEmpty())
+            text = entryText(program, m_program);
         if (!QDir().mkpath(folder))
             problem = QStringLiteral("the folder \"%1\" cannot be made").arg(QDir::toNativeSeparators(folder));
         else if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
@@ -114,21 +150,29 @@ bool LoginItem::setEnabled(bool enabled, const QString &program) const
 void LoginItem::alignPreference(AppPreferences &preferences) const
 {
     const bool enabled = isEnabled();
-    if (preferences.launchAtLogin() != enabled)
+    if (m_program == LoginProgram::widget) {
+        if (preferences.widgetAtLogin() != enabled)
+            preferences.setWidgetAtLogin(enabled);
+    } else if (preferences.launchAtLogin() != enabled) {
         preferences.setLaunchAtLogin(enabled);
+    }
 }
 
-QByteArray LoginItem::entryText(const QString &program)
+QByteArray LoginItem::entryText(const QString &program, LoginProgram which)
 {
+    const bool widget = which == LoginProgram::widget;
     return QStringLiteral("[Desktop Entry]\n"
                           "Type=Application\n"
-                          "Name=Fenrow\n"
-                          "Comment=Task flows, and what is ready to do next\n"
-                          "Exec=%1\n"
-                          "Icon=fenrow\n"
+                          "Name=%1\n"
+                          "Comment=%2\n"
+                          "Exec=%3\n"
+                          "Icon=studio.tarnwick.Fenrow\n"
                           "Terminal=false\n"
                           "X-GNOME-Autostart-enabled=true\n")
-        .arg(execValue(program))
+        .arg(widget ? QStringLiteral("Fenrow Ready") : QStringLiteral("Fenrow"),
+             widget ? QStringLiteral("What is ready to do, in the system tray")
+                    : QStringLiteral("Task flows, and what is ready to do next"),
+             execValue(program))
         .toUtf8();
 }
 
