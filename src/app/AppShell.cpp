@@ -11,6 +11,8 @@
 #include "shell/MaintenanceScheduler.h"
 #include "shell/NotificationService.h"
 #include "shell/TerminationSignal.h"
+#include "shell/WidgetBridge.h"
+#include "shell/WidgetFiles.h"
 #include "shell/WindowFitting.h"
 
 #include <QApplication>
@@ -48,6 +50,8 @@ AppShell::AppShell(FenrowStore &store, FenrowHistory &history, ActiveFlowState &
     m_recentreWatch->setInterval(WindowFitting::recentreWatch);
     m_timers = std::make_unique<TimerScheduler>();
     m_maintenance = std::make_unique<MaintenanceScheduler>(m_store, m_preferences, *m_timers);
+    m_widgetBridge = std::make_unique<WidgetBridge>(m_store, m_history, m_preferences, *m_timers,
+                                                    WidgetFiles::sharedFolder());
     currentShell = this;
 }
 
@@ -121,6 +125,10 @@ void AppShell::installAppUI()
     m_panel = new QuickCapturePanel(m_store, &m_history, &m_activeFlow, m_preferences, m_environment);
     m_captureKey = std::make_unique<GlobalCaptureKey>(m_preferences, m_environment, [this] { toggleQuickCapture(); });
     m_maintenance->start();
+    // Ticks made in the widget, also while Fenrow was not running, are the
+    // user's and wait for them: once started it stays, even through a
+    // restarted welcome.
+    m_widgetBridge->start();
     m_reminders = std::make_unique<DesktopReminders>(m_store, m_preferences, *m_timers, [this] { showMainWindow(); },
                                                      m_window ? m_window->routeRequests() : nullptr);
     emit appUIInstalled();

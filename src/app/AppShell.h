@@ -23,6 +23,7 @@ class MainWindow;
 class MaintenanceScheduler;
 class QuickCapturePanel;
 class TimerScheduler;
+class WidgetBridge;
 
 // What runs once per process around the main window: the two stages of the
 // program (welcome first; the capture panel and the other services only
@@ -71,6 +72,9 @@ public:
     MaintenanceScheduler *maintenance() const { return m_maintenance.get(); }
     // Due reminders and the digest while the interface is installed, else null.
     DesktopReminders *reminders() const { return m_reminders.get(); }
+    // The tray widget's files: made with the shell, started the first time
+    // the interface is installed, and running from then on.
+    WidgetBridge *widgetBridge() const { return m_widgetBridge.get(); }
 
     // The capture command: opens or closes the panel, once onboarding is done.
     void toggleQuickCapture();
@@ -131,6 +135,7 @@ private:
     std::unique_ptr<TimerScheduler> m_timers;
     std::unique_ptr<MaintenanceScheduler> m_maintenance;
     std::unique_ptr<DesktopReminders> m_reminders;
+    std::unique_ptr<WidgetBridge> m_widgetBridge;
     bool m_appUIInstalled = false;
     bool m_launched = false;
     QTimer *m_fitTimer = nullptr;

@@ -14,8 +14,8 @@ namespace fenrow {
 namespace {
 
 const QString interfaceName = QStringLiteral("org.freedesktop.Notifications");
-// The icon and the desktop entry of the installed program.
-const QString programName = QStringLiteral("fenrow");
+// The icon and the launcher entry of the installed program (packaging/).
+const QString programName = QStringLiteral("studio.tarnwick.Fenrow");
 // Each server decides how long a notification stays.
 constexpr qint32 serverDefaultTimeout = -1;
 
