@@ -13,7 +13,10 @@
 #include "domain/FenrowStore.h"
 #include "domain/SystemClock.h"
 #include "persistence/StoreDatabase.h"
+#include "shell/ReadySnapshot.h"
 #include "shell/SettingsFile.h"
+#include "shell/SystemIntents.h"
+#include "shell/WidgetFiles.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -242,6 +245,39 @@ TEST_F(SingleOwnerTest, ASecondStartHandsOverAndEnds)
     ASSERT_EQ(fenrow({"--capture"}).status, 0);
     EXPECT_TRUE(QTest::qWaitFor([panel] { return !panel->isVisible(); }));
     EXPECT_EQ(mainWindows(), 1);
+}
+
+// The tray widget's side is files only: what it parks reaches the running
+// program at once, and waits in the folder while Fenrow is not running.
+TEST_F(SingleOwnerTest, WidgetTicksReachTheRunningProgramAndWaitWhileItIsStopped)
+{
+    const QString shared = WidgetFiles::sharedFolder();
+    ASSERT_TRUE(shared.startsWith(home.path()));
+    std::optional<ReadySnapshot> snapshot;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        snapshot = ReadySnapshot::read(shared);
+        return snapshot && !snapshot->tasks.isEmpty();
+    })) << "the program publishes the Ready list when it starts";
+    const QUuid first = snapshot->tasks[0].id;
+
+    ASSERT_TRUE(TickReadyTaskIntent{first.toString()}.perform(shared, QDateTime::currentDateTime()));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return store().node(first)->isDone; }, 1000));
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        snapshot = ReadySnapshot::read(shared);
+        return snapshot && !snapshot->tasks.isEmpty() && snapshot->tasks[0].id != first;
+    })) << "the list the widget draws follows";
+    const QUuid second = snapshot->tasks[0].id;
+
+    session.reset();
+    ASSERT_TRUE(TickReadyTaskIntent{second.toString()}.perform(shared, QDateTime::currentDateTime()));
+    const QDir pending(WidgetFiles::pendingFolder(shared));
+    EXPECT_EQ(pending.entryList(QDir::Files).size(), 1);
+    QString fatal;
+    session = DesktopProgram::Session::start(*qApp, &fatal);
+    ASSERT_NE(session, nullptr) << fatal.toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return store().node(second)->isDone; }));
+    EXPECT_TRUE(store().node(first)->isDone);
+    EXPECT_TRUE(pending.entryList(QDir::Files).isEmpty());
 }
 
 TEST_F(SingleOwnerTest, AnOwnerOutOfReachKeepsCommandsOutAndNothingChanges)
