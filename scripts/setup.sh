@@ -37,6 +37,18 @@ if [ "${1:-}" = fuzz ]; then
   packages+=(clang clang-14 libclang-rt-14-dev llvm-14)
 fi
 
+# The language model's helper (helpers/model): its npm packages from the
+# lock file, with llama.cpp's prebuilt CPU binary inside them; no install
+# script runs, so nothing is downloaded or built besides. Without Node.js 20
+# the engine is unavailable and everything else works.
+model_helper="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/helpers/model"
+if ! command -v node >/dev/null 2>&1 || [ "$(node -p 'process.versions.node.split(".")[0]')" -lt 20 ]; then
+  echo "Node.js 20 or newer is not installed: the language model will be unavailable (helpers/model skipped)."
+elif [ ! -f "$model_helper/node_modules/.package-lock.json" ] \
+     || [ "$model_helper/package-lock.json" -nt "$model_helper/node_modules/.package-lock.json" ]; then
+  (cd "$model_helper" && NODE_LLAMA_CPP_SKIP_DOWNLOAD=true npm ci --ignore-scripts --no-audit --no-fund --loglevel=error >/dev/null)
+fi
+
 missing=()
 for p in "${packages[@]}"; do
   if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q '^install ok installed$'; then
