@@ -23,6 +23,7 @@ programs+=(fenrow-bench-canvas)
 programs+=(fenrow-bench-canvas-paint)
 programs+=(fenrow-bench-capture-dates)
 programs+=(fenrow-bench-window-open)
+programs+=(fenrow-bench-model-helper)
 
 for program in "${programs[@]}"; do
   if [ ! -x "$build_dir/bench/$program" ]; then
