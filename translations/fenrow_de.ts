@@ -723,6 +723,10 @@
         <source>No on-device language model is available. Everything still works by hand.</source>
         <translation>Auf diesem Gerät ist kein Sprachmodell verfügbar. Alles geht weiterhin von Hand.</translation>
     </message>
+    <message id="engine.availability.modelUnusable">
+        <source>The chosen language model cannot be used. Everything still works by hand.</source>
+        <translation>Das gewählte Sprachmodell lässt sich nicht verwenden. Alles geht weiterhin von Hand.</translation>
+    </message>
     <message id="banner.engineUnavailable.dismiss">
         <source>Dismiss</source>
         <translation>Ausblenden</translation>

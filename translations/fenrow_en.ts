@@ -723,6 +723,10 @@
         <source>No on-device language model is available. Everything still works by hand.</source>
         <translation>No on-device language model is available. Everything still works by hand.</translation>
     </message>
+    <message id="engine.availability.modelUnusable">
+        <source>The chosen language model cannot be used. Everything still works by hand.</source>
+        <translation>The chosen language model cannot be used. Everything still works by hand.</translation>
+    </message>
     <message id="banner.engineUnavailable.dismiss">
         <source>Dismiss</source>
         <translation>Dismiss</translation>

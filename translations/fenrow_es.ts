@@ -723,6 +723,10 @@
         <source>No on-device language model is available. Everything still works by hand.</source>
         <translation>No hay ningún modelo de lenguaje disponible en el dispositivo. Todo sigue funcionando a mano.</translation>
     </message>
+    <message id="engine.availability.modelUnusable">
+        <source>The chosen language model cannot be used. Everything still works by hand.</source>
+        <translation>El modelo de lenguaje elegido no se puede usar. Todo sigue funcionando a mano.</translation>
+    </message>
     <message id="banner.engineUnavailable.dismiss">
         <source>Dismiss</source>
         <translation>Descartar</translation>

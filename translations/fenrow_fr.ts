@@ -723,6 +723,10 @@
         <source>No on-device language model is available. Everything still works by hand.</source>
         <translation>Aucun modèle de langage n’est disponible sur l’appareil. Tout reste possible à la main.</translation>
     </message>
+    <message id="engine.availability.modelUnusable">
+        <source>The chosen language model cannot be used. Everything still works by hand.</source>
+        <translation>Le modèle de langage choisi ne peut pas être utilisé. Tout reste possible à la main.</translation>
+    </message>
     <message id="banner.engineUnavailable.dismiss">
         <source>Dismiss</source>
         <translation>Masquer</translation>

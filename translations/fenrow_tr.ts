@@ -723,6 +723,10 @@
         <source>No on-device language model is available. Everything still works by hand.</source>
         <translation>Cihaz üzerinde kullanılabilir bir dil modeli yok. Her şey yine elle yapılabilir.</translation>
     </message>
+    <message id="engine.availability.modelUnusable">
+        <source>The chosen language model cannot be used. Everything still works by hand.</source>
+        <translation>Seçilen dil modeli kullanılamıyor. Her şey yine elle yapılabilir.</translation>
+    </message>
     <message id="banner.engineUnavailable.dismiss">
         <source>Dismiss</source>
         <translation>Kapat</translation>

@@ -1,10 +1,13 @@
 #include "DesktopProgram.h"
 
+#include "LanguageModel.h"
+
 #include "AppShell.h"
 #include "DesktopBusHandler.h"
 #include "FenrowBusClient.h"
 #include "FenrowBusService.h"
 #include "Glyphs.h"
+#include "LanguageModel.h"
 #include "MainWindow.h"
 #include "Theme.h"
 #include "ThumbnailMaker.h"
@@ -85,6 +88,7 @@ struct Session::Parts {
     std::unique_ptr<FenrowHistory> history;
     std::unique_ptr<AppPreferences> preferences;
     ActiveFlowState activeFlow;
+    std::unique_ptr<LanguageModel> model;
     std::unique_ptr<AppEnvironment> environment;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<AppShell> shell;
@@ -146,15 +150,29 @@ std::unique_ptr<Session> Session::start(QApplication &application, QString *fata
     store.setThumbnailMaker(&ThumbnailMaker::make);
     parts->history = std::make_unique<FenrowHistory>(store);
     parts->preferences = std::make_unique<AppPreferences>(SettingsFile::open());
-    // Which engine answers is settled once at start from the arguments and
-    // looked at again whenever the program comes to the front.
-    parts->environment = std::make_unique<AppEnvironment>(application.arguments());
+    // The user's model starts loading now, so that it is warm by the time
+    // a feature asks for it.
+    parts->model = std::make_unique<LanguageModel>();
+    LanguageModel &model = *parts->model;
+    const bool scripted = FenrowModelContainer::usesMemory(arguments);
+    model.choose(scripted ? std::nullopt : parts->preferences->languageModelPath());
+    // Which engine answers is settled at start from the arguments and the
+    // model, and looked at again whenever the program comes to the front
+    // and whenever the model's state moves.
+    parts->environment = std::make_unique<AppEnvironment>(application.arguments(), model.factories(),
+                                                          [&model] { return model.availability(); });
     AppEnvironment &environment = *parts->environment;
     QObject::connect(&application, &QGuiApplication::applicationStateChanged, &environment,
                      [&environment](Qt::ApplicationState state) {
                          if (state == Qt::ApplicationActive)
                              environment.refreshAvailability();
                      });
+    QObject::connect(&model, &LanguageModel::statusChanged, &environment, &AppEnvironment::refreshAvailability);
+    AppPreferences &preferences = *parts->preferences;
+    QObject::connect(&preferences, &AppPreferences::changed, &model, [&model, &preferences, scripted](const QString &key) {
+        if (!scripted && key == QLatin1StringView(PreferenceKey::languageModelPath))
+            model.choose(preferences.languageModelPath());
+    });
     parts->window = std::make_unique<MainWindow>(store, *parts->history, parts->activeFlow, *parts->preferences,
                                                  environment);
     // Onboarding, the capture panel, the window's size and place, and the

@@ -15,7 +15,12 @@ namespace EngineSupport {
 // The inference engine of this run: the scripted one with --ui-test (none
 // with --ui-test-engine-unavailable as well), otherwise what this computer
 // offers.
-std::unique_ptr<AppEnvironment> environment(const CommandContext &context);
+// A model chosen in the settings is loaded here, with a line on the
+// standard error while it loads.
+std::unique_ptr<AppEnvironment> environment(CommandContext &context);
+
+// Which engine answers, as one line for the user.
+QString engineLine(const AppEnvironment &environment);
 
 // Runs the event loop until `done` holds: engine answers come back through
 // it, while the engine works on its own thread.

@@ -55,7 +55,8 @@ int newFlow(CommandContext &context)
         return context.usageError(QStringLiteral("new-flow needs --from-text FILE (or - for the standard input); "
                                                  "fenrow flow add NAME makes an empty flow"));
     FenrowStore &store = context.store();
-    const std::unique_ptr<AppEnvironment> environment = EngineSupport::environment(context);
+    // The running program's engine when it runs the command, else this run's.
+    AppEnvironment *environment = &context.environment();
     // Without an engine the window would make an empty flow; here that is
     // "flow add", so say why and leave the store alone.
     if (!environment->hasEngine())
@@ -117,6 +118,7 @@ int newFlow(CommandContext &context)
     } else {
         out << "The engine could not connect the tasks; they stand unconnected.\n";
     }
+    out << EngineSupport::engineLine(*environment) << '\n';
     return exitSuccess;
 }
 

@@ -99,8 +99,7 @@ void printPlan(CommandContext &context, const PlanDayModel &model, const AppEnvi
     out << "Today's plan: " << budgetText(day.totalMinutes, unit) << " of " << budgetText(model.budgetMinutes(), unit)
         << (model.isEngineOrder() ? ", in the order the inference engine suggests.\n"
                                   : ", in the order of the Ready list.\n");
-    if (!environment.hasEngine())
-        out << EngineSupport::whyNoEngine(environment) << '\n';
+    out << EngineSupport::engineLine(environment) << '\n';
 
     TextTable table({TextTable::Alignment::right}, QStringLiteral("  "));
     bool cut = false;

@@ -78,6 +78,8 @@ void printAutoLink(CommandContext &context, const FlowNode &node, QuickCaptureMo
     }
     if (!links.isEmpty())
         context.out() << "The inference engine linked it: " << links.join(QStringLiteral(", ")) << ".\n";
+    if (outcome == QuickCaptureModel::AutoLink::applied)
+        context.out() << EngineSupport::engineLine(context.environment()) << '\n';
 }
 
 // Goes the way of the quick-capture panel: the date phrase of the title,

@@ -2,7 +2,12 @@
 
 #include "cli/ExitStatus.h"
 
+#include "shell/SettingsFile.h"
+
 #include <QFile>
+#include <QProcess>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -58,7 +63,7 @@ TEST_F(EngineCommandsTest, PlanShowsTheCutLineInListOrderWithoutAnEngine)
     EXPECT_EQ(result.status, exitSuccess) << result.err.toStdString();
     EXPECT_EQ(result.out.toStdString(),
               "Today's plan: 45 minutes of 60 minutes, in the order of the Ready list.\n"
-              "No on-device language model is available. Everything still works by hand.\n"
+              "Engine: none. No on-device language model is available. Everything still works by hand.\n"
               "  1  a  Work  30 min\n"
               "  2  c  Work  15 min\n"
               "--- 60 minutes ends here; these do not fit:\n"
@@ -121,7 +126,8 @@ TEST_F(EngineCommandsTest, NewFlowFromTextMakesConnectedEstimatedTasks)
               "  Review and ship    45 min\n"
               "The engine put them in order:\n"
               "  \"Outline the plan\" before \"Draft the content\"\n"
-              "  \"Draft the content\" before \"Review and ship\"\n");
+              "  \"Draft the content\" before \"Review and ship\"\n"
+              "Engine: the scripted stand-in of this scripted run.\n");
     EXPECT_EQ(aiEdges("Scripted Plan"),
               QStringList({"Draft the content>Review and ship", "Outline the plan>Draft the content"}));
 
@@ -155,12 +161,56 @@ TEST_F(EngineCommandsTest, AddLinksTheTaskWhenAnEngineIsThere)
     const CommandResult linked = run({"--ui-test", "add", "Ship it tomorrow", "--now", "2026-06-10T09:00:00"});
     ASSERT_EQ(linked.status, exitSuccess) << linked.err.toStdString();
     EXPECT_TRUE(linked.out.contains("The due date comes from \"tomorrow\"")) << linked.out.toStdString();
-    EXPECT_TRUE(linked.out.endsWith("The inference engine linked it: after \"Pick domain\".\n")) << linked.out.toStdString();
+    EXPECT_TRUE(linked.out.endsWith("The inference engine linked it: after \"Pick domain\".\n"
+                                "Engine: the scripted stand-in of this scripted run.\n")) << linked.out.toStdString();
     EXPECT_EQ(aiEdges("Launch"), QStringList{"Pick domain>Ship it"});
 
     const CommandResult manual = run({"--ui-test", "--ui-test-engine-unavailable", "add", "Tweet"});
     EXPECT_FALSE(manual.out.contains("linked")) << manual.out.toStdString();
     EXPECT_EQ(aiEdges("Launch").size(), 1);
+}
+
+// The whole way to a model, run alone: the model the settings name is
+// loaded by the helper (a tiny one with random weights, written here, so
+// its answers say nothing; that it answers does), and the output says
+// which engine answered. A file that is no model leaves the command on its
+// by-hand path, saying why.
+TEST_F(EngineCommandsTest, TheChosenLanguageModelAnswersACommandRunAlone)
+{
+    QTemporaryDir models;
+    const QString tiny = models.filePath(QStringLiteral("tiny.gguf"));
+    QProcess maker;
+    maker.start(QStringLiteral("node"),
+                {QStringLiteral(FENROW_SOURCE_DIR "/helpers/model/test/make-tiny-model.mjs"), tiny});
+    ASSERT_TRUE(maker.waitForFinished(60000));
+    ASSERT_EQ(maker.exitCode(), 0) << maker.readAllStandardError().toStdString();
+    const auto choose = [](const QString &path) {
+        const auto settings = SettingsFile::open();
+        settings->setValue("preferences.languageModelPath", path);
+        settings->sync();
+    };
+    const struct Forget {
+        ~Forget() { SettingsFile::open()->remove("preferences.languageModelPath"); }
+    } forget;
+
+    addPlanTasks();
+    choose(tiny);
+    const CommandResult planned = run({"plan", "--budget", "60m"});
+    ASSERT_EQ(planned.status, exitSuccess) << planned.err.toStdString();
+    EXPECT_TRUE(planned.err.contains("Loading the language model tiny.gguf")) << planned.err.toStdString();
+    EXPECT_TRUE(planned.out.contains("in the order the inference engine suggests")) << planned.out.toStdString();
+    EXPECT_TRUE(planned.out.contains("Engine: the language model ")) << planned.out.toStdString();
+
+    const QString text = models.filePath(QStringLiteral("notes.gguf"));
+    QFile notes(text);
+    ASSERT_TRUE(notes.open(QIODevice::WriteOnly));
+    notes.write("These are notes, not a model.\n");
+    notes.close();
+    choose(text);
+    const CommandResult byHand = run({"plan", "--budget", "60m"});
+    ASSERT_EQ(byHand.status, exitSuccess) << byHand.err.toStdString();
+    EXPECT_TRUE(byHand.out.contains("in the order of the Ready list")) << byHand.out.toStdString();
+    EXPECT_TRUE(byHand.out.contains("Engine: none. notes.gguf is not a GGUF model file.")) << byHand.out.toStdString();
 }
 
 } // namespace

@@ -15,6 +15,8 @@ const char *EngineAvailability::readoutKey() const
         return QT_TRID_NOOP("engine.availability.modelNotReady");
     case Reason::frameworkUnavailable:
         return QT_TRID_NOOP("engine.availability.frameworkUnavailable");
+    case Reason::modelUnusable:
+        return QT_TRID_NOOP("engine.availability.modelUnusable");
     }
     return QT_TRID_NOOP("engine.availability.frameworkUnavailable");
 }

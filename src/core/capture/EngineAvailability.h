@@ -9,7 +9,8 @@ namespace fenrow {
 // Whether a language model can answer, and if not, why. Drives what the
 // user is told; the program works by hand either way.
 struct EngineAvailability {
-    enum class Reason { deviceNotEligible, appleIntelligenceNotEnabled, modelNotReady, frameworkUnavailable };
+    // `modelUnusable`: the chosen model file cannot be loaded.
+    enum class Reason { deviceNotEligible, appleIntelligenceNotEnabled, modelNotReady, frameworkUnavailable, modelUnusable };
 
     // Available, or unavailable for a reason. Two unavailable values are
     // equal only when their reasons are.

@@ -214,6 +214,8 @@ void AppPreferences::load()
     if (bookmark.typeId() == QMetaType::QByteArray)
         m_autoBackupBookmark = bookmark.toByteArray();
     m_lastAutoBackup = readDate(stored(PreferenceKey::lastAutoBackup));
+    if (const QString model = stored(PreferenceKey::languageModelPath).toString().trimmed(); !model.isEmpty())
+        m_languageModelPath = model;
 }
 
 template <typename T>
@@ -375,6 +377,12 @@ void AppPreferences::setAutoBackupBookmark(const std::optional<QByteArray> &book
 {
     update(m_autoBackupBookmark, bookmark, PreferenceKey::autoBackupBookmark,
            bookmark ? QVariant(*bookmark) : QVariant());
+}
+
+void AppPreferences::setLanguageModelPath(const std::optional<QString> &path)
+{
+    const std::optional<QString> chosen = path && !path->trimmed().isEmpty() ? path : std::nullopt;
+    update(m_languageModelPath, chosen, PreferenceKey::languageModelPath, chosen ? QVariant(*chosen) : QVariant());
 }
 
 void AppPreferences::setLastAutoBackup(const std::optional<QDateTime> &when)

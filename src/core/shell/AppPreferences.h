@@ -48,6 +48,7 @@ inline constexpr const char *dueReminderHour = "preferences.dueReminderHour";
 inline constexpr const char *autoArchiveDays = "preferences.autoArchiveDays";
 inline constexpr const char *autoBackupBookmark = "preferences.autoBackupBookmark";
 inline constexpr const char *lastAutoBackup = "preferences.lastAutoBackup";
+inline constexpr const char *languageModelPath = "preferences.languageModelPath";
 } // namespace PreferenceKey
 
 // Every user preference, read once from the settings file and written back
@@ -162,6 +163,11 @@ public:
     std::optional<QDateTime> lastAutoBackup() const { return m_lastAutoBackup; }
     void setLastAutoBackup(const std::optional<QDateTime> &when);
 
+    // The user's language model: a GGUF file's absolute path; none when no
+    // model is chosen.
+    std::optional<QString> languageModelPath() const { return m_languageModelPath; }
+    void setLanguageModelPath(const std::optional<QString> &path);
+
 signals:
     // A field changed; `key` is its settings key (PreferenceKey), and the
     // file already holds the new value.
@@ -201,6 +207,7 @@ private:
     int m_dueReminderHour = defaultDueReminderHour;
     int m_autoArchiveDays = 0;
     std::optional<QByteArray> m_autoBackupBookmark;
+    std::optional<QString> m_languageModelPath;
     std::optional<QDateTime> m_lastAutoBackup;
 };
 
