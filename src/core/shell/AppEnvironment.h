@@ -30,9 +30,9 @@ struct EngineFactories {
 
     Factory forSelection(EngineSelection selection) const;
 
-    // The program's own engines. No on-device model is built in yet, so the
-    // on-device maker gives the unavailable engine; it is never chosen while
-    // the live availability says unavailable.
+    // The engines core can make by itself: its on-device maker gives the
+    // unavailable engine. The program and the command line take theirs
+    // from `LanguageModel` (fenrow-model), whose maker runs the user's model.
     static EngineFactories standard();
 };
 
@@ -70,8 +70,8 @@ public:
     // Scripted runs never switch.
     void refreshAvailability();
 
-    // What this computer offers. Until an on-device model is built in, the
-    // answer is always unavailable with `frameworkUnavailable`.
+    // The availability where nobody supplies a model (tests, and core
+    // alone): unavailable with `frameworkUnavailable`.
     static EngineAvailability platformAvailability();
 
     GlobalHotkeyState globalHotkeyState() const { return m_globalHotkeyState; }
