@@ -1155,6 +1155,130 @@
         <source>Data</source>
         <translation>Daten</translation>
     </message>
+    <message id="settings.page.model">
+        <source>Language model</source>
+        <translation>Sprachmodell</translation>
+    </message>
+    <message id="settings.model.privacy">
+        <source>The model runs on this computer; nothing you write leaves it.</source>
+        <translation>Das Modell läuft auf diesem Computer; nichts, was du schreibst, verlässt ihn.</translation>
+    </message>
+    <message id="settings.model.chosen.title">
+        <source>Chosen model</source>
+        <translation>Gewähltes Modell</translation>
+    </message>
+    <message id="settings.model.details">
+        <source>%1 · %2</source>
+        <translation>%1 · %2</translation>
+    </message>
+    <message id="settings.model.state.none">
+        <source>No model is chosen. Until one is, everything is done by hand.</source>
+        <translation>Kein Modell gewählt. Bis dahin erledigst du alles von Hand.</translation>
+    </message>
+    <message id="settings.model.state.idle">
+        <source>Not loaded yet; it loads when a feature first needs it.</source>
+        <translation>Noch nicht geladen; es wird geladen, sobald eine Funktion es braucht.</translation>
+    </message>
+    <message id="settings.model.state.loading">
+        <source>Loading the model…</source>
+        <translation>Modell wird geladen…</translation>
+    </message>
+    <message id="settings.model.state.ready">
+        <source>Loaded: %1, with a context of %2 tokens.</source>
+        <translation>Geladen: %1, mit einem Kontext von %2 Tokens.</translation>
+    </message>
+    <message id="settings.model.state.failed">
+        <source>This file cannot be used: %1</source>
+        <translation>Diese Datei kann nicht verwendet werden: %1</translation>
+    </message>
+    <message id="settings.model.state.unavailable">
+        <source>The model cannot run here: %1</source>
+        <translation>Das Modell kann hier nicht laufen: %1</translation>
+    </message>
+    <message id="settings.model.choose">
+        <source>Choose File…</source>
+        <translation>Datei wählen…</translation>
+    </message>
+    <message id="settings.model.choose.dialog">
+        <source>Choose a Language Model</source>
+        <translation>Sprachmodell wählen</translation>
+    </message>
+    <message id="settings.model.choose.filter">
+        <source>GGUF models (*.gguf)</source>
+        <translation>GGUF-Modelle (*.gguf)</translation>
+    </message>
+    <message id="settings.model.remove">
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message id="settings.model.refused.notFound">
+        <source>%1 was not found.</source>
+        <translation>%1 wurde nicht gefunden.</translation>
+    </message>
+    <message id="settings.model.refused.unreadable">
+        <source>%1 cannot be read.</source>
+        <translation>%1 kann nicht gelesen werden.</translation>
+    </message>
+    <message id="settings.model.refused.notModel">
+        <source>%1 is not a GGUF model file.</source>
+        <translation>%1 ist keine GGUF-Modelldatei.</translation>
+    </message>
+    <message id="settings.model.refused.kept">
+        <source>The chosen model stays as it was.</source>
+        <translation>Das gewählte Modell bleibt, wie es war.</translation>
+    </message>
+    <message id="settings.model.try.title">
+        <source>Try it</source>
+        <translation>Ausprobieren</translation>
+    </message>
+    <message id="settings.model.try.caption">
+        <source>Runs one short request and measures how fast the model answers.</source>
+        <translation>Führt eine kurze Anfrage aus und misst, wie schnell das Modell antwortet.</translation>
+    </message>
+    <message id="settings.model.try">
+        <source>Try It</source>
+        <translation>Ausprobieren</translation>
+    </message>
+    <message id="settings.model.trial.running">
+        <source>Running a short request…</source>
+        <translation>Kurze Anfrage läuft…</translation>
+    </message>
+    <message id="settings.model.trial.result">
+        <source>%1 tokens in %2 s (%3 tokens per second)</source>
+        <translation>%1 Tokens in %2 s (%3 Tokens pro Sekunde)</translation>
+    </message>
+    <message id="settings.model.trial.failed">
+        <source>The trial failed: %1</source>
+        <translation>Der Versuch ist fehlgeschlagen: %1</translation>
+    </message>
+    <message id="settings.model.found.title">
+        <source>On this computer</source>
+        <translation>Auf diesem Computer</translation>
+    </message>
+    <message id="settings.model.found.caption">
+        <source>Models already downloaded with llama.cpp, LM Studio, GPT4All or Ollama, from Hugging Face, or into Downloads.</source>
+        <translation>Modelle, die du schon mit llama.cpp, LM Studio, GPT4All oder Ollama, von Hugging Face oder in den Download-Ordner geladen hast.</translation>
+    </message>
+    <message id="settings.model.found.looking">
+        <source>Looking…</source>
+        <translation>Wird gesucht…</translation>
+    </message>
+    <message id="settings.model.found.none">
+        <source>No models found in those folders.</source>
+        <translation>In diesen Ordnern wurden keine Modelle gefunden.</translation>
+    </message>
+    <message id="settings.model.found.item">
+        <source>%1 — %2 · %3</source>
+        <translation>%1 — %2 · %3</translation>
+    </message>
+    <message id="settings.model.use">
+        <source>Use</source>
+        <translation>Verwenden</translation>
+    </message>
+    <message id="banner.engineUnavailable.chooseModel">
+        <source>Choose a model…</source>
+        <translation>Modell wählen…</translation>
+    </message>
     <message id="settings.page.about">
         <source>About</source>
         <translation>Über Fenrow</translation>

@@ -1155,6 +1155,130 @@
         <source>Data</source>
         <translation>Data</translation>
     </message>
+    <message id="settings.page.model">
+        <source>Language model</source>
+        <translation>Language model</translation>
+    </message>
+    <message id="settings.model.privacy">
+        <source>The model runs on this computer; nothing you write leaves it.</source>
+        <translation>The model runs on this computer; nothing you write leaves it.</translation>
+    </message>
+    <message id="settings.model.chosen.title">
+        <source>Chosen model</source>
+        <translation>Chosen model</translation>
+    </message>
+    <message id="settings.model.details">
+        <source>%1 · %2</source>
+        <translation>%1 · %2</translation>
+    </message>
+    <message id="settings.model.state.none">
+        <source>No model is chosen. Until one is, everything is done by hand.</source>
+        <translation>No model is chosen. Until one is, everything is done by hand.</translation>
+    </message>
+    <message id="settings.model.state.idle">
+        <source>Not loaded yet; it loads when a feature first needs it.</source>
+        <translation>Not loaded yet; it loads when a feature first needs it.</translation>
+    </message>
+    <message id="settings.model.state.loading">
+        <source>Loading the model…</source>
+        <translation>Loading the model…</translation>
+    </message>
+    <message id="settings.model.state.ready">
+        <source>Loaded: %1, with a context of %2 tokens.</source>
+        <translation>Loaded: %1, with a context of %2 tokens.</translation>
+    </message>
+    <message id="settings.model.state.failed">
+        <source>This file cannot be used: %1</source>
+        <translation>This file cannot be used: %1</translation>
+    </message>
+    <message id="settings.model.state.unavailable">
+        <source>The model cannot run here: %1</source>
+        <translation>The model cannot run here: %1</translation>
+    </message>
+    <message id="settings.model.choose">
+        <source>Choose File…</source>
+        <translation>Choose File…</translation>
+    </message>
+    <message id="settings.model.choose.dialog">
+        <source>Choose a Language Model</source>
+        <translation>Choose a Language Model</translation>
+    </message>
+    <message id="settings.model.choose.filter">
+        <source>GGUF models (*.gguf)</source>
+        <translation>GGUF models (*.gguf)</translation>
+    </message>
+    <message id="settings.model.remove">
+        <source>Remove</source>
+        <translation>Remove</translation>
+    </message>
+    <message id="settings.model.refused.notFound">
+        <source>%1 was not found.</source>
+        <translation>%1 was not found.</translation>
+    </message>
+    <message id="settings.model.refused.unreadable">
+        <source>%1 cannot be read.</source>
+        <translation>%1 cannot be read.</translation>
+    </message>
+    <message id="settings.model.refused.notModel">
+        <source>%1 is not a GGUF model file.</source>
+        <translation>%1 is not a GGUF model file.</translation>
+    </message>
+    <message id="settings.model.refused.kept">
+        <source>The chosen model stays as it was.</source>
+        <translation>The chosen model stays as it was.</translation>
+    </message>
+    <message id="settings.model.try.title">
+        <source>Try it</source>
+        <translation>Try it</translation>
+    </message>
+    <message id="settings.model.try.caption">
+        <source>Runs one short request and measures how fast the model answers.</source>
+        <translation>Runs one short request and measures how fast the model answers.</translation>
+    </message>
+    <message id="settings.model.try">
+        <source>Try It</source>
+        <translation>Try It</translation>
+    </message>
+    <message id="settings.model.trial.running">
+        <source>Running a short request…</source>
+        <translation>Running a short request…</translation>
+    </message>
+    <message id="settings.model.trial.result">
+        <source>%1 tokens in %2 s (%3 tokens per second)</source>
+        <translation>%1 tokens in %2 s (%3 tokens per second)</translation>
+    </message>
+    <message id="settings.model.trial.failed">
+        <source>The trial failed: %1</source>
+        <translation>The trial failed: %1</translation>
+    </message>
+    <message id="settings.model.found.title">
+        <source>On this computer</source>
+        <translation>On this computer</translation>
+    </message>
+    <message id="settings.model.found.caption">
+        <source>Models already downloaded with llama.cpp, LM Studio, GPT4All or Ollama, from Hugging Face, or into Downloads.</source>
+        <translation>Models already downloaded with llama.cpp, LM Studio, GPT4All or Ollama, from Hugging Face, or into Downloads.</translation>
+    </message>
+    <message id="settings.model.found.looking">
+        <source>Looking…</source>
+        <translation>Looking…</translation>
+    </message>
+    <message id="settings.model.found.none">
+        <source>No models found in those folders.</source>
+        <translation>No models found in those folders.</translation>
+    </message>
+    <message id="settings.model.found.item">
+        <source>%1 — %2 · %3</source>
+        <translation>%1 — %2 · %3</translation>
+    </message>
+    <message id="settings.model.use">
+        <source>Use</source>
+        <translation>Use</translation>
+    </message>
+    <message id="banner.engineUnavailable.chooseModel">
+        <source>Choose a model…</source>
+        <translation>Choose a model…</translation>
+    </message>
     <message id="settings.page.about">
         <source>About</source>
         <translation>About</translation>

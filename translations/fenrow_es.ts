@@ -1155,6 +1155,130 @@
         <source>Data</source>
         <translation>Datos</translation>
     </message>
+    <message id="settings.page.model">
+        <source>Language model</source>
+        <translation>Modelo de lenguaje</translation>
+    </message>
+    <message id="settings.model.privacy">
+        <source>The model runs on this computer; nothing you write leaves it.</source>
+        <translation>El modelo se ejecuta en este ordenador; nada de lo que escribes sale de él.</translation>
+    </message>
+    <message id="settings.model.chosen.title">
+        <source>Chosen model</source>
+        <translation>Modelo elegido</translation>
+    </message>
+    <message id="settings.model.details">
+        <source>%1 · %2</source>
+        <translation>%1 · %2</translation>
+    </message>
+    <message id="settings.model.state.none">
+        <source>No model is chosen. Until one is, everything is done by hand.</source>
+        <translation>No hay ningún modelo elegido. Hasta que lo haya, todo se hace a mano.</translation>
+    </message>
+    <message id="settings.model.state.idle">
+        <source>Not loaded yet; it loads when a feature first needs it.</source>
+        <translation>Aún no está cargado; se carga cuando una función lo necesita por primera vez.</translation>
+    </message>
+    <message id="settings.model.state.loading">
+        <source>Loading the model…</source>
+        <translation>Cargando el modelo…</translation>
+    </message>
+    <message id="settings.model.state.ready">
+        <source>Loaded: %1, with a context of %2 tokens.</source>
+        <translation>Cargado: %1, con un contexto de %2 tokens.</translation>
+    </message>
+    <message id="settings.model.state.failed">
+        <source>This file cannot be used: %1</source>
+        <translation>Este archivo no se puede usar: %1</translation>
+    </message>
+    <message id="settings.model.state.unavailable">
+        <source>The model cannot run here: %1</source>
+        <translation>El modelo no puede ejecutarse aquí: %1</translation>
+    </message>
+    <message id="settings.model.choose">
+        <source>Choose File…</source>
+        <translation>Elegir archivo…</translation>
+    </message>
+    <message id="settings.model.choose.dialog">
+        <source>Choose a Language Model</source>
+        <translation>Elegir un modelo de lenguaje</translation>
+    </message>
+    <message id="settings.model.choose.filter">
+        <source>GGUF models (*.gguf)</source>
+        <translation>Modelos GGUF (*.gguf)</translation>
+    </message>
+    <message id="settings.model.remove">
+        <source>Remove</source>
+        <translation>Quitar</translation>
+    </message>
+    <message id="settings.model.refused.notFound">
+        <source>%1 was not found.</source>
+        <translation>No se encontró %1.</translation>
+    </message>
+    <message id="settings.model.refused.unreadable">
+        <source>%1 cannot be read.</source>
+        <translation>No se puede leer %1.</translation>
+    </message>
+    <message id="settings.model.refused.notModel">
+        <source>%1 is not a GGUF model file.</source>
+        <translation>%1 no es un archivo de modelo GGUF.</translation>
+    </message>
+    <message id="settings.model.refused.kept">
+        <source>The chosen model stays as it was.</source>
+        <translation>El modelo elegido sigue siendo el mismo.</translation>
+    </message>
+    <message id="settings.model.try.title">
+        <source>Try it</source>
+        <translation>Probar</translation>
+    </message>
+    <message id="settings.model.try.caption">
+        <source>Runs one short request and measures how fast the model answers.</source>
+        <translation>Ejecuta una petición breve y mide lo rápido que responde el modelo.</translation>
+    </message>
+    <message id="settings.model.try">
+        <source>Try It</source>
+        <translation>Probar</translation>
+    </message>
+    <message id="settings.model.trial.running">
+        <source>Running a short request…</source>
+        <translation>Ejecutando una petición breve…</translation>
+    </message>
+    <message id="settings.model.trial.result">
+        <source>%1 tokens in %2 s (%3 tokens per second)</source>
+        <translation>%1 tokens en %2 s (%3 tokens por segundo)</translation>
+    </message>
+    <message id="settings.model.trial.failed">
+        <source>The trial failed: %1</source>
+        <translation>La prueba falló: %1</translation>
+    </message>
+    <message id="settings.model.found.title">
+        <source>On this computer</source>
+        <translation>En este ordenador</translation>
+    </message>
+    <message id="settings.model.found.caption">
+        <source>Models already downloaded with llama.cpp, LM Studio, GPT4All or Ollama, from Hugging Face, or into Downloads.</source>
+        <translation>Modelos que ya descargaste con llama.cpp, LM Studio, GPT4All u Ollama, desde Hugging Face o en Descargas.</translation>
+    </message>
+    <message id="settings.model.found.looking">
+        <source>Looking…</source>
+        <translation>Buscando…</translation>
+    </message>
+    <message id="settings.model.found.none">
+        <source>No models found in those folders.</source>
+        <translation>No se encontraron modelos en esas carpetas.</translation>
+    </message>
+    <message id="settings.model.found.item">
+        <source>%1 — %2 · %3</source>
+        <translation>%1 — %2 · %3</translation>
+    </message>
+    <message id="settings.model.use">
+        <source>Use</source>
+        <translation>Usar</translation>
+    </message>
+    <message id="banner.engineUnavailable.chooseModel">
+        <source>Choose a model…</source>
+        <translation>Elegir un modelo…</translation>
+    </message>
     <message id="settings.page.about">
         <source>About</source>
         <translation>Acerca de</translation>

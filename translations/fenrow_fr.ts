@@ -1155,6 +1155,130 @@
         <source>Data</source>
         <translation>Données</translation>
     </message>
+    <message id="settings.page.model">
+        <source>Language model</source>
+        <translation>Modèle de langage</translation>
+    </message>
+    <message id="settings.model.privacy">
+        <source>The model runs on this computer; nothing you write leaves it.</source>
+        <translation>Le modèle tourne sur cet ordinateur ; rien de ce que vous écrivez ne le quitte.</translation>
+    </message>
+    <message id="settings.model.chosen.title">
+        <source>Chosen model</source>
+        <translation>Modèle choisi</translation>
+    </message>
+    <message id="settings.model.details">
+        <source>%1 · %2</source>
+        <translation>%1 · %2</translation>
+    </message>
+    <message id="settings.model.state.none">
+        <source>No model is chosen. Until one is, everything is done by hand.</source>
+        <translation>Aucun modèle n’est choisi. D’ici là, tout se fait à la main.</translation>
+    </message>
+    <message id="settings.model.state.idle">
+        <source>Not loaded yet; it loads when a feature first needs it.</source>
+        <translation>Pas encore chargé ; il se charge dès qu’une fonction en a besoin.</translation>
+    </message>
+    <message id="settings.model.state.loading">
+        <source>Loading the model…</source>
+        <translation>Chargement du modèle…</translation>
+    </message>
+    <message id="settings.model.state.ready">
+        <source>Loaded: %1, with a context of %2 tokens.</source>
+        <translation>Chargé : %1, avec un contexte de %2 jetons.</translation>
+    </message>
+    <message id="settings.model.state.failed">
+        <source>This file cannot be used: %1</source>
+        <translation>Ce fichier ne peut pas être utilisé : %1</translation>
+    </message>
+    <message id="settings.model.state.unavailable">
+        <source>The model cannot run here: %1</source>
+        <translation>Le modèle ne peut pas tourner ici : %1</translation>
+    </message>
+    <message id="settings.model.choose">
+        <source>Choose File…</source>
+        <translation>Choisir un fichier…</translation>
+    </message>
+    <message id="settings.model.choose.dialog">
+        <source>Choose a Language Model</source>
+        <translation>Choisir un modèle de langage</translation>
+    </message>
+    <message id="settings.model.choose.filter">
+        <source>GGUF models (*.gguf)</source>
+        <translation>Modèles GGUF (*.gguf)</translation>
+    </message>
+    <message id="settings.model.remove">
+        <source>Remove</source>
+        <translation>Retirer</translation>
+    </message>
+    <message id="settings.model.refused.notFound">
+        <source>%1 was not found.</source>
+        <translation>%1 est introuvable.</translation>
+    </message>
+    <message id="settings.model.refused.unreadable">
+        <source>%1 cannot be read.</source>
+        <translation>%1 ne peut pas être lu.</translation>
+    </message>
+    <message id="settings.model.refused.notModel">
+        <source>%1 is not a GGUF model file.</source>
+        <translation>%1 n’est pas un fichier de modèle GGUF.</translation>
+    </message>
+    <message id="settings.model.refused.kept">
+        <source>The chosen model stays as it was.</source>
+        <translation>Le modèle choisi reste le même.</translation>
+    </message>
+    <message id="settings.model.try.title">
+        <source>Try it</source>
+        <translation>Essayer</translation>
+    </message>
+    <message id="settings.model.try.caption">
+        <source>Runs one short request and measures how fast the model answers.</source>
+        <translation>Lance une courte requête et mesure la vitesse de réponse du modèle.</translation>
+    </message>
+    <message id="settings.model.try">
+        <source>Try It</source>
+        <translation>Essayer</translation>
+    </message>
+    <message id="settings.model.trial.running">
+        <source>Running a short request…</source>
+        <translation>Requête courte en cours…</translation>
+    </message>
+    <message id="settings.model.trial.result">
+        <source>%1 tokens in %2 s (%3 tokens per second)</source>
+        <translation>%1 jetons en %2 s (%3 jetons par seconde)</translation>
+    </message>
+    <message id="settings.model.trial.failed">
+        <source>The trial failed: %1</source>
+        <translation>L’essai a échoué : %1</translation>
+    </message>
+    <message id="settings.model.found.title">
+        <source>On this computer</source>
+        <translation>Sur cet ordinateur</translation>
+    </message>
+    <message id="settings.model.found.caption">
+        <source>Models already downloaded with llama.cpp, LM Studio, GPT4All or Ollama, from Hugging Face, or into Downloads.</source>
+        <translation>Les modèles déjà téléchargés avec llama.cpp, LM Studio, GPT4All ou Ollama, depuis Hugging Face ou dans Téléchargements.</translation>
+    </message>
+    <message id="settings.model.found.looking">
+        <source>Looking…</source>
+        <translation>Recherche…</translation>
+    </message>
+    <message id="settings.model.found.none">
+        <source>No models found in those folders.</source>
+        <translation>Aucun modèle trouvé dans ces dossiers.</translation>
+    </message>
+    <message id="settings.model.found.item">
+        <source>%1 — %2 · %3</source>
+        <translation>%1 — %2 · %3</translation>
+    </message>
+    <message id="settings.model.use">
+        <source>Use</source>
+        <translation>Utiliser</translation>
+    </message>
+    <message id="banner.engineUnavailable.chooseModel">
+        <source>Choose a model…</source>
+        <translation>Choisir un modèle…</translation>
+    </message>
     <message id="settings.page.about">
         <source>About</source>
         <translation>À propos</translation>

@@ -1155,6 +1155,130 @@
         <source>Data</source>
         <translation>Veriler</translation>
     </message>
+    <message id="settings.page.model">
+        <source>Language model</source>
+        <translation>Dil modeli</translation>
+    </message>
+    <message id="settings.model.privacy">
+        <source>The model runs on this computer; nothing you write leaves it.</source>
+        <translation>Model bu bilgisayarda çalışır; yazdığınız hiçbir şey bilgisayarınızdan çıkmaz.</translation>
+    </message>
+    <message id="settings.model.chosen.title">
+        <source>Chosen model</source>
+        <translation>Seçili model</translation>
+    </message>
+    <message id="settings.model.details">
+        <source>%1 · %2</source>
+        <translation>%1 · %2</translation>
+    </message>
+    <message id="settings.model.state.none">
+        <source>No model is chosen. Until one is, everything is done by hand.</source>
+        <translation>Seçili model yok. Bir model seçilene kadar her şey elle yapılır.</translation>
+    </message>
+    <message id="settings.model.state.idle">
+        <source>Not loaded yet; it loads when a feature first needs it.</source>
+        <translation>Henüz yüklenmedi; bir özellik ilk kez ihtiyaç duyduğunda yüklenir.</translation>
+    </message>
+    <message id="settings.model.state.loading">
+        <source>Loading the model…</source>
+        <translation>Model yükleniyor…</translation>
+    </message>
+    <message id="settings.model.state.ready">
+        <source>Loaded: %1, with a context of %2 tokens.</source>
+        <translation>Yüklendi: %1, %2 token bağlamla.</translation>
+    </message>
+    <message id="settings.model.state.failed">
+        <source>This file cannot be used: %1</source>
+        <translation>Bu dosya kullanılamıyor: %1</translation>
+    </message>
+    <message id="settings.model.state.unavailable">
+        <source>The model cannot run here: %1</source>
+        <translation>Model burada çalışamıyor: %1</translation>
+    </message>
+    <message id="settings.model.choose">
+        <source>Choose File…</source>
+        <translation>Dosya Seç…</translation>
+    </message>
+    <message id="settings.model.choose.dialog">
+        <source>Choose a Language Model</source>
+        <translation>Dil Modeli Seçin</translation>
+    </message>
+    <message id="settings.model.choose.filter">
+        <source>GGUF models (*.gguf)</source>
+        <translation>GGUF modelleri (*.gguf)</translation>
+    </message>
+    <message id="settings.model.remove">
+        <source>Remove</source>
+        <translation>Kaldır</translation>
+    </message>
+    <message id="settings.model.refused.notFound">
+        <source>%1 was not found.</source>
+        <translation>%1 bulunamadı.</translation>
+    </message>
+    <message id="settings.model.refused.unreadable">
+        <source>%1 cannot be read.</source>
+        <translation>%1 okunamıyor.</translation>
+    </message>
+    <message id="settings.model.refused.notModel">
+        <source>%1 is not a GGUF model file.</source>
+        <translation>%1 bir GGUF model dosyası değil.</translation>
+    </message>
+    <message id="settings.model.refused.kept">
+        <source>The chosen model stays as it was.</source>
+        <translation>Seçili model olduğu gibi kalır.</translation>
+    </message>
+    <message id="settings.model.try.title">
+        <source>Try it</source>
+        <translation>Deneyin</translation>
+    </message>
+    <message id="settings.model.try.caption">
+        <source>Runs one short request and measures how fast the model answers.</source>
+        <translation>Kısa bir istek çalıştırır ve modelin ne kadar hızlı yanıt verdiğini ölçer.</translation>
+    </message>
+    <message id="settings.model.try">
+        <source>Try It</source>
+        <translation>Dene</translation>
+    </message>
+    <message id="settings.model.trial.running">
+        <source>Running a short request…</source>
+        <translation>Kısa bir istek çalışıyor…</translation>
+    </message>
+    <message id="settings.model.trial.result">
+        <source>%1 tokens in %2 s (%3 tokens per second)</source>
+        <translation>%2 sn içinde %1 token (saniyede %3 token)</translation>
+    </message>
+    <message id="settings.model.trial.failed">
+        <source>The trial failed: %1</source>
+        <translation>Deneme başarısız oldu: %1</translation>
+    </message>
+    <message id="settings.model.found.title">
+        <source>On this computer</source>
+        <translation>Bu bilgisayarda</translation>
+    </message>
+    <message id="settings.model.found.caption">
+        <source>Models already downloaded with llama.cpp, LM Studio, GPT4All or Ollama, from Hugging Face, or into Downloads.</source>
+        <translation>llama.cpp, LM Studio, GPT4All ya da Ollama ile, Hugging Face'ten veya İndirilenler klasörüne zaten indirilmiş modeller.</translation>
+    </message>
+    <message id="settings.model.found.looking">
+        <source>Looking…</source>
+        <translation>Aranıyor…</translation>
+    </message>
+    <message id="settings.model.found.none">
+        <source>No models found in those folders.</source>
+        <translation>Bu klasörlerde model bulunamadı.</translation>
+    </message>
+    <message id="settings.model.found.item">
+        <source>%1 — %2 · %3</source>
+        <translation>%1 — %2 · %3</translation>
+    </message>
+    <message id="settings.model.use">
+        <source>Use</source>
+        <translation>Kullan</translation>
+    </message>
+    <message id="banner.engineUnavailable.chooseModel">
+        <source>Choose a model…</source>
+        <translation>Model seçin…</translation>
+    </message>
     <message id="settings.page.about">
         <source>About</source>
         <translation>Hakkında</translation>

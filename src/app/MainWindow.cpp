@@ -114,6 +114,9 @@ void MainWindow::buildContent()
     if (m_engineBannerDismissed)
         engineBanner->dismiss();
     connect(engineBanner, &ManualOnlyBannerBar::dismissed, this, [this] { m_engineBannerDismissed = true; });
+    engineBanner->offerModelChoice();
+    connect(engineBanner, &ManualOnlyBannerBar::modelChoiceRequested, this,
+            [this] { openSettings(SettingsPage::languageModel); });
     auto *detailColumn = new QVBoxLayout;
     detailColumn->setContentsMargins(0, 0, 0, 0);
     detailColumn->setSpacing(0);

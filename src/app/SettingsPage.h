@@ -3,6 +3,6 @@
 namespace fenrow {
 
 // The pages of the settings window, in the order of its list.
-enum class SettingsPage { general, shortcuts, appearance, language, data, about };
+enum class SettingsPage { general, shortcuts, appearance, language, languageModel, data, about };
 
 } // namespace fenrow

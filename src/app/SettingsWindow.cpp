@@ -5,6 +5,7 @@
 #include "InterfaceLook.h"
 #include "SettingsDataPage.h"
 #include "SettingsForm.h"
+#include "SettingsModelPage.h"
 #include "SettingsShortcutsPage.h"
 #include "Theme.h"
 #include "shell/AppEnvironment.h"
@@ -45,11 +46,12 @@ struct PageInfo {
     const char *title;
 };
 
-constexpr std::array<PageInfo, 6> pageInfos{{
+constexpr std::array<PageInfo, 7> pageInfos{{
     {SettingsPage::general, "general", "settings.page.general"},
     {SettingsPage::shortcuts, "shortcuts", "settings.page.shortcuts"},
     {SettingsPage::appearance, "appearance", "settings.page.appearance"},
     {SettingsPage::language, "language", "settings.page.language"},
+    {SettingsPage::languageModel, "model", "settings.page.model"},
     {SettingsPage::data, "data", "settings.page.data"},
     {SettingsPage::about, "about", "settings.page.about"},
 }};
@@ -173,6 +175,7 @@ void SettingsWindow::build()
         case SettingsPage::shortcuts: content = new SettingsShortcutsPage(m_preferences, m_environment); break;
         case SettingsPage::appearance: content = makeAppearancePage(); break;
         case SettingsPage::language: content = makeLanguagePage(); break;
+        case SettingsPage::languageModel: content = new SettingsModelPage(m_preferences); break;
         case SettingsPage::data: content = new SettingsDataPage(m_store, m_preferences); break;
         case SettingsPage::about: content = makeAboutPage(); break;
         }

@@ -221,15 +221,24 @@ ManualOnlyBannerBar::ManualOnlyBannerBar(AppEnvironment &environment, QWidget *p
     m_message->setWordWrap(true);
     m_message->setFont(captionFont());
     row->addWidget(m_message, 1);
-    auto *close = new QToolButton(this);
-    close->setObjectName(QStringLiteral("banner.engineUnavailable.dismiss"));
-    close->setText(ManualOnlyBanner::dismissLabel());
-    close->setFont(captionFont());
-    close->setCursor(Qt::PointingHandCursor);
-    close->setAutoRaise(true);
-    close->setStyleSheet(QStringLiteral("QToolButton { color: %1; border: none; padding: 2px 6px; }"
-                                        " QToolButton:hover { text-decoration: underline; }")
-                             .arg(Color::accent.name()));
+    const auto linkButton = [this](const QString &name, const QString &text) {
+        auto *button = new QToolButton(this);
+        button->setObjectName(name);
+        button->setText(text);
+        button->setFont(captionFont());
+        button->setCursor(Qt::PointingHandCursor);
+        button->setAutoRaise(true);
+        button->setStyleSheet(QStringLiteral("QToolButton { color: %1; border: none; padding: 2px 6px; }"
+                                             " QToolButton:hover { text-decoration: underline; }")
+                                  .arg(Color::accent.name()));
+        return button;
+    };
+    m_chooseModel = linkButton(QStringLiteral("banner.engineUnavailable.chooseModel"),
+                               qtTrId("banner.engineUnavailable.chooseModel"));
+    m_chooseModel->hide();
+    row->addWidget(m_chooseModel, 0, Qt::AlignTop);
+    connect(m_chooseModel, &QToolButton::clicked, this, &ManualOnlyBannerBar::modelChoiceRequested);
+    QToolButton *close = linkButton(QStringLiteral("banner.engineUnavailable.dismiss"), ManualOnlyBanner::dismissLabel());
     row->addWidget(close, 0, Qt::AlignTop);
     connect(close, &QToolButton::clicked, this, &ManualOnlyBannerBar::dismiss);
     connect(&m_environment, &AppEnvironment::availabilityChanged, this, &ManualOnlyBannerBar::refresh);
@@ -244,6 +253,11 @@ void ManualOnlyBannerBar::dismiss()
     m_dismissed = true;
     refresh();
     emit dismissed();
+}
+
+void ManualOnlyBannerBar::offerModelChoice()
+{
+    m_chooseModel->show();
 }
 
 void ManualOnlyBannerBar::refresh()

@@ -12,6 +12,7 @@ class QLabel;
 class QPainter;
 class QPushButton;
 class QTimer;
+class QToolButton;
 class QVBoxLayout;
 
 namespace fenrow {
@@ -86,9 +87,13 @@ public:
 
     bool isDismissed() const { return m_dismissed; }
     void dismiss();
+    // Shows "Choose a model…", which asks for the settings' model page;
+    // only where someone opens it.
+    void offerModelChoice();
 
 signals:
     void dismissed();
+    void modelChoiceRequested();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -98,6 +103,7 @@ private:
 
     AppEnvironment &m_environment;
     QLabel *m_message = nullptr;
+    QToolButton *m_chooseModel = nullptr;
     bool m_dismissed = false;
 };
 

@@ -192,6 +192,14 @@ TEST_F(AppShellTest, TheEngineBannerShowsWithoutAnEngineAndIsDismissedForTheWind
     QWidget *banner = window->findChild<QWidget *>("banner.engineUnavailable");
     ASSERT_NE(banner, nullptr);
     EXPECT_TRUE(banner->isVisible());
+    // It leads to where a model is chosen.
+    auto *chooseModel = banner->findChild<QAbstractButton *>("banner.engineUnavailable.chooseModel");
+    ASSERT_NE(chooseModel, nullptr);
+    EXPECT_TRUE(chooseModel->isVisible());
+    QTest::mouseClick(chooseModel, Qt::LeftButton);
+    ASSERT_NE(window->settingsWindow(), nullptr);
+    EXPECT_TRUE(window->settingsWindow()->isVisible());
+    EXPECT_EQ(window->settingsWindow()->currentPage(), SettingsPage::languageModel);
     auto *dismiss = banner->findChild<QAbstractButton *>("banner.engineUnavailable.dismiss");
     ASSERT_NE(dismiss, nullptr);
     QTest::mouseClick(dismiss, Qt::LeftButton);

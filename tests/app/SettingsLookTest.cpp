@@ -56,7 +56,8 @@ TEST_P(SettingsLookTest, EveryPageFits)
     environment.setWidgetProgram(QStringLiteral("/usr/bin/fenrow-widget"));
     show();
     for (SettingsPage page : {SettingsPage::general, SettingsPage::shortcuts, SettingsPage::appearance,
-                              SettingsPage::language, SettingsPage::data, SettingsPage::about}) {
+                              SettingsPage::language, SettingsPage::languageModel, SettingsPage::data,
+                              SettingsPage::about}) {
         window->openSettings(page);
         SettingsWindow &settings = *window->settingsWindow();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&settings));

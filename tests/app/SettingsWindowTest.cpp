@@ -5,6 +5,7 @@
 #include "InterfaceLook.h"
 #include "ReadyListView.h"
 #include "SettingsDataPage.h"
+#include "SettingsModelPage.h"
 #include "SettingsShortcutsPage.h"
 #include "SettingsWindow.h"
 #include "ShortcutRecorderButton.h"
@@ -21,6 +22,9 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QProcess>
+#include <QProgressBar>
+#include <QRegularExpression>
 #include <QRadioButton>
 #include <QSpinBox>
 
@@ -418,6 +422,85 @@ TEST_F(SettingsWindowTest, WidgetAtLoginIsOfferedOnlyWhereTheWidgetIs)
     EXPECT_FALSE(QFileInfo::exists(configHome.filePath(QStringLiteral("autostart/fenrow.desktop"))));
     EXPECT_TRUE(reread()->widgetAtLogin());
     EXPECT_FALSE(reread()->launchAtLogin());
+}
+
+// The page writes only the preference; the model follows it here as the
+// program makes it follow. A real helper loads a tiny model.
+TEST_F(SettingsWindowTest, TheModelPageChoosesLoadsAndTriesAModelAndRefusesAFileThatIsNone)
+{
+    QTemporaryDir models;
+    const QString tiny = models.filePath(QStringLiteral("tiny.gguf"));
+    QProcess maker;
+    maker.start(QStringLiteral("node"),
+                {QStringLiteral(FENROW_SOURCE_DIR "/helpers/model/test/make-tiny-model.mjs"), tiny});
+    ASSERT_TRUE(maker.waitForFinished(60000));
+    ASSERT_EQ(maker.exitCode(), 0) << maker.readAllStandardError().toStdString();
+    LanguageModel model;
+    ASSERT_EQ(LanguageModel::current(), &model);
+    QObject::connect(preferences.get(), &AppPreferences::changed, &model, [&](const QString &key) {
+        if (key == QLatin1StringView(PreferenceKey::languageModelPath))
+            model.choose(preferences->languageModelPath());
+    });
+
+    openSettings(SettingsPage::languageModel);
+    auto *page = static_cast<SettingsModelPage *>(window->settingsWindow()->page(SettingsPage::languageModel));
+    auto *state = control<QLabel>(SettingsPage::languageModel, "settings.model.state");
+    auto *progress = control<QProgressBar>(SettingsPage::languageModel, "settings.model.progress");
+    auto *tryIt = control<QPushButton>(SettingsPage::languageModel, "settings.model.try");
+    auto *trial = control<QLabel>(SettingsPage::languageModel, "settings.model.trial");
+    auto *refused = control<QLabel>(SettingsPage::languageModel, "settings.model.refused");
+    ASSERT_TRUE(state && progress && tryIt && trial && refused);
+    EXPECT_EQ(state->text(), qtTrId("settings.model.state.none"));
+    EXPECT_FALSE(tryIt->isEnabled());
+
+    // What the page showed at each step of the loading.
+    QStringList shown;
+    bool progressShown = false;
+    QObject::connect(&model, &LanguageModel::statusChanged, state, [&] {
+        shown << state->text();
+        progressShown = progressShown || progress->isVisible();
+    });
+    page->chooseFile(tiny);
+    EXPECT_EQ(reread()->languageModelPath(), tiny);
+    EXPECT_EQ(control<QLabel>(SettingsPage::languageModel, "settings.model.file")->text(), "tiny.gguf");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return model.status().state == ModelStatus::State::Ready; }, 120000))
+        << state->text().toStdString();
+    QApplication::processEvents();
+    EXPECT_TRUE(shown.contains(qtTrId("settings.model.state.loading"))) << shown.join(" | ").toStdString();
+    EXPECT_TRUE(progressShown);
+    EXPECT_FALSE(progress->isVisible());
+    EXPECT_TRUE(state->text().startsWith("Loaded: ")) << state->text().toStdString();
+    EXPECT_TRUE(state->text().contains(QLocale(QLocale::English).toString(model.status().model.contextSize)))
+        << state->text().toStdString();
+
+    ASSERT_TRUE(tryIt->isEnabled());
+    QTest::mouseClick(tryIt, Qt::LeftButton);
+    EXPECT_FALSE(tryIt->isEnabled()) << "one trial at a time";
+    const QRegularExpression speed(QStringLiteral("^\\d+ tokens in \\d+\\.\\d s \\(\\d+\\.\\d tokens per second\\)$"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return tryIt->isEnabled(); }, 120000));
+    EXPECT_TRUE(speed.match(trial->text()).hasMatch()) << trial->text().toStdString();
+    const QDir screenshots(QStringLiteral(FENROW_SCREENSHOT_DIR));
+    ASSERT_TRUE(screenshots.mkpath("."));
+    EXPECT_TRUE(window->settingsWindow()->grab().save(screenshots.filePath("settings-model-loaded.png")));
+
+    // Text with a model's name stays out, and the choice stays.
+    const QString notes = models.filePath(QStringLiteral("notes.gguf"));
+    QFile file(notes);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("These are notes, not a model.\n");
+    file.close();
+    page->chooseFile(notes);
+    EXPECT_TRUE(refused->isVisible());
+    EXPECT_EQ(refused->text(), "notes.gguf is not a GGUF model file. The chosen model stays as it was.");
+    EXPECT_EQ(reread()->languageModelPath(), tiny);
+    EXPECT_EQ(model.status().state, ModelStatus::State::Ready);
+    QApplication::processEvents();
+    EXPECT_TRUE(window->settingsWindow()->grab().save(screenshots.filePath("settings-model-refused.png")));
+
+    control<QPushButton>(SettingsPage::languageModel, "settings.model.remove")->click();
+    EXPECT_EQ(reread()->languageModelPath(), std::nullopt);
+    EXPECT_EQ(state->text(), qtTrId("settings.model.state.none"));
+    EXPECT_FALSE(tryIt->isEnabled());
 }
 
 } // namespace
