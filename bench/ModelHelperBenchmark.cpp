@@ -9,10 +9,9 @@
 #include "BenchmarkMain.h"
 
 #include "ModelHelper.h"
+#include "TinyModel.h"
 
 #include <QJsonDocument>
-#include <QProcess>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -20,25 +19,13 @@
 
 using namespace fenrow;
 using namespace fenrow::bench;
+using fenrow::testing::tinyModel;
 using namespace std::chrono_literals;
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-QString tinyModel()
-{
-    static QTemporaryDir dir;
-    static QString path;
-    if (path.isEmpty()) {
-        const QString target = dir.filePath(QStringLiteral("tiny.gguf"));
-        QProcess maker;
-        maker.start(QStringLiteral("node"), {QStringLiteral(FENROW_MODEL_HELPER_DIR "/test/make-tiny-model.mjs"), target});
-        if (maker.waitForFinished(60000) && maker.exitCode() == 0)
-            path = target;
-    }
-    return path;
-}
 
 ModelHelperSettings settings()
 {

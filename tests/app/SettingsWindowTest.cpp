@@ -1,4 +1,5 @@
 #include "AppTestSupport.h"
+#include "TinyModel.h"
 
 #include "AppShell.h"
 #include "BrandPalette.h"
@@ -22,7 +23,6 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
-#include <QProcess>
 #include <QProgressBar>
 #include <QRegularExpression>
 #include <QRadioButton>
@@ -428,13 +428,10 @@ TEST_F(SettingsWindowTest, WidgetAtLoginIsOfferedOnlyWhereTheWidgetIs)
 // program makes it follow. A real helper loads a tiny model.
 TEST_F(SettingsWindowTest, TheModelPageChoosesLoadsAndTriesAModelAndRefusesAFileThatIsNone)
 {
+    QString problem;
+    const QString tiny = testing::tinyModel(&problem);
+    ASSERT_FALSE(tiny.isEmpty()) << problem.toStdString();
     QTemporaryDir models;
-    const QString tiny = models.filePath(QStringLiteral("tiny.gguf"));
-    QProcess maker;
-    maker.start(QStringLiteral("node"),
-                {QStringLiteral(FENROW_SOURCE_DIR "/helpers/model/test/make-tiny-model.mjs"), tiny});
-    ASSERT_TRUE(maker.waitForFinished(60000));
-    ASSERT_EQ(maker.exitCode(), 0) << maker.readAllStandardError().toStdString();
     LanguageModel model;
     ASSERT_EQ(LanguageModel::current(), &model);
     QObject::connect(preferences.get(), &AppPreferences::changed, &model, [&](const QString &key) {
