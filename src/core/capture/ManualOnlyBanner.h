@@ -22,8 +22,9 @@ struct ManualOnlyBanner {
     Style style = Style::bar;
     bool showsDismiss = false;
     std::function<void()> onDismiss{};
-    // Where the user can switch the model on. This desktop has no system
-    // page for it yet, so by default the banner offers no such button.
+    // A system page where the model is switched on. Fenrow's own choice of
+    // model is offered by the main window's banner (Settings ▸ Language
+    // model), so none is set here.
     QUrl settingsLink{};
 
     bool isShown(bool dismissed) const { return !availability.isAvailable() && !dismissed; }
