@@ -1,26 +1,14 @@
 #include "TrayIconArt.h"
 
+#include "BrandPalette.h"
 #include "shell/PreferenceChoices.h"
 
 #include <QPainter>
 #include <QPainterPath>
 
-#include <array>
-
 namespace fenrow::TrayIconArt {
 
 namespace {
-
-// The brand tone of each accent palette, light and dark, in the order of
-// `AccentPalette`: the window's own accent, so the tray matches it.
-constexpr std::array<std::array<QRgb, 2>, 6> accents{{
-    {0x7C4DE0, 0xA78BFA}, // violet
-    {0x2469D0, 0x579FF8}, // blue
-    {0x1C7B4F, 0x11B462}, // green
-    {0xA4581E, 0xF07E0D}, // orange
-    {0xC9286D, 0xF56FA5}, // pink
-    {0x696B79, 0x999CAD}, // graphite
-}};
 
 QString badgeText(qsizetype count)
 {
@@ -31,7 +19,7 @@ QString badgeText(qsizetype count)
 
 QColor accent(const QString &paletteRaw, bool dark)
 {
-    return QColor(accents[std::size_t(readRaw<AccentPalette>(paletteRaw))][dark ? 1 : 0]);
+    return BrandPalette::ramp(readRaw<AccentPalette>(paletteRaw), dark).brand;
 }
 
 QPixmap mark(int size, const QColor &color, std::optional<qsizetype> badge)
