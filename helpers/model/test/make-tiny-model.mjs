@@ -147,6 +147,12 @@ function half(v) {
 
 const bias = new Map([['"', 18], ["{", 17], ["]", 14], ["}", 14]]);
 for (let d = 1; d <= 9; d++) bias.set(String(d), 16);
+// llama.cpp's JSON grammar lets an integer carry an exponent ("5e-3"),
+// which its own check then refuses as no integer. A random model would
+// write one now and then; this one never does.
+tokens.forEach((token) => {
+    if (/^[eE][0-9eE+-]*$/.test(token)) bias.set(token, -20);
+});
 function value(name, i) {
     if (name.endsWith("norm.weight")) return 1;
     if (name === "token_embd.weight") return i % dims.embd === 0 ? 1 : (random() * 2 - 1) * 0.5;
