@@ -43,14 +43,16 @@ void setWarning(QLabel *label, bool warning)
     label->setPalette(palette);
 }
 
-// The catalog's reasons are short English; the page says them in the
-// user's language.
-QString refusalText(const QString &reason, const QString &fileName)
+QString refusalText(ModelCatalog::FileProblem problem, const QString &fileName)
 {
-    if (reason == QLatin1StringView("not found"))
+    switch (problem) {
+    case ModelCatalog::FileProblem::notFound:
         return qtTrId("settings.model.refused.notFound").arg(fileName);
-    if (reason == QLatin1StringView("cannot be read"))
+    case ModelCatalog::FileProblem::unreadable:
         return qtTrId("settings.model.refused.unreadable").arg(fileName);
+    case ModelCatalog::FileProblem::notModel:
+        break;
+    }
     return qtTrId("settings.model.refused.notModel").arg(fileName);
 }
 
@@ -173,7 +175,7 @@ void SettingsModelPage::chooseFile(const QString &path)
 {
     if (path.isEmpty())
         return;
-    if (const std::optional<QString> reason = ModelCatalog::checkFile(path)) {
+    if (const std::optional<ModelCatalog::FileProblem> reason = ModelCatalog::checkFile(path)) {
         m_refused->setText(refusalText(*reason, QFileInfo(path).fileName()) + QLatin1Char(' ') +
                            qtTrId("settings.model.refused.kept"));
         m_refused->show();

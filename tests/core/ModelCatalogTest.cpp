@@ -160,14 +160,14 @@ TEST_F(ModelCatalogHome, AFilePickedByHandIsCheckedByItsFirstBytes)
 
     EXPECT_EQ(ModelCatalog::checkFile(at("model.gguf")), std::nullopt);
     for (const char *other : {"page.gguf", "short.gguf", "pipe.gguf", ""})
-        EXPECT_EQ(ModelCatalog::checkFile(at(other)), QStringLiteral("not a GGUF model file")) << other;
-    EXPECT_EQ(ModelCatalog::checkFile(at("missing.gguf")), QStringLiteral("not found"));
-    EXPECT_EQ(ModelCatalog::checkFile(at("dangling.gguf")), QStringLiteral("not found"));
+        EXPECT_EQ(ModelCatalog::checkFile(at(other)), ModelCatalog::FileProblem::notModel) << other;
+    EXPECT_EQ(ModelCatalog::checkFile(at("missing.gguf")), ModelCatalog::FileProblem::notFound);
+    EXPECT_EQ(ModelCatalog::checkFile(at("dangling.gguf")), ModelCatalog::FileProblem::notFound);
     // The kernel refuses reading the start of a process's memory, whoever asks.
-    EXPECT_EQ(ModelCatalog::checkFile(QStringLiteral("/proc/self/mem")), QStringLiteral("cannot be read"));
+    EXPECT_EQ(ModelCatalog::checkFile(QStringLiteral("/proc/self/mem")), ModelCatalog::FileProblem::unreadable);
     if (geteuid() != 0) {
         ASSERT_TRUE(QFile::setPermissions(at("model.gguf"), QFileDevice::WriteOwner));
-        EXPECT_EQ(ModelCatalog::checkFile(at("model.gguf")), QStringLiteral("cannot be read"));
+        EXPECT_EQ(ModelCatalog::checkFile(at("model.gguf")), ModelCatalog::FileProblem::unreadable);
     }
 }
 

@@ -254,19 +254,19 @@ QList<FoundModel> ModelCatalog::find(const QString &home, const QProcessEnvironm
     return catalog.sorted();
 }
 
-std::optional<QString> ModelCatalog::checkFile(const QString &path)
+std::optional<ModelCatalog::FileProblem> ModelCatalog::checkFile(const QString &path)
 {
     switch (readHead(path)) {
     case Head::model:
         return std::nullopt;
     case Head::missing:
-        return QStringLiteral("not found");
+        return FileProblem::notFound;
     case Head::unreadable:
-        return QStringLiteral("cannot be read");
+        return FileProblem::unreadable;
     case Head::other:
         break;
     }
-    return QStringLiteral("not a GGUF model file");
+    return FileProblem::notModel;
 }
 
 } // namespace fenrow

@@ -38,10 +38,10 @@ public:
     // Sorted by name, case aside.
     static QList<FoundModel> find(const QString &home, const QProcessEnvironment &environment);
 
-    // Nothing when `path` is a GGUF file that can be read; else why not, in
-    // short English: "not found", "cannot be read" or "not a GGUF model
-    // file". Only the first four bytes are read.
-    static std::optional<QString> checkFile(const QString &path);
+    enum class FileProblem { notFound, unreadable, notModel };
+    // Nothing when `path` is a GGUF file that can be read; else why not.
+    // Only the first four bytes are read.
+    static std::optional<FileProblem> checkFile(const QString &path);
 };
 
 } // namespace fenrow
