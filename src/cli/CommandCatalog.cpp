@@ -6,6 +6,7 @@
 #include "ExchangeCommands.h"
 #include "FindCommand.h"
 #include "FlowCommands.h"
+#include "GraphCommands.h"
 #include "HelpCommand.h"
 #include "NewFlowCommand.h"
 #include "ParseDateCommand.h"
@@ -13,6 +14,7 @@
 #include "ReadyCommand.h"
 #include "RemindersCommand.h"
 #include "TaskCommands.h"
+#include "TaskDetailCommands.h"
 #include "TemplateCommands.h"
 
 namespace fenrow::CommandCatalog {
@@ -22,6 +24,8 @@ void registerAll(CommandRegistry &registry)
     // Help lists the commands in this order.
     ReadyCommand::registerIn(registry);
     TaskCommands::registerIn(registry);
+    TaskDetailCommands::registerIn(registry);
+    GraphCommands::registerIn(registry);
     PlanCommand::registerIn(registry);
     RemindersCommand::registerIn(registry);
     ParseDateCommand::registerIn(registry);

@@ -74,6 +74,7 @@ public:
 
     void printJson(const QJsonValue &value);
     int fail(const QString &message) { return m_console.fail(message); }
+    int refuse(const QString &message) { return m_console.refuse(message); }
     int usageError(const QString &message);
 
 private:

@@ -98,6 +98,13 @@ int Console::fail(const QString &message)
     return exitFailure;
 }
 
+int Console::refuse(const QString &message)
+{
+    m_out.flush();
+    m_err << "fenrow: " << message << Qt::endl;
+    return exitUsage;
+}
+
 int Console::usageError(const QString &message, const QString &usage, const QString &helpTopic)
 {
     m_out.flush();

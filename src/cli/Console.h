@@ -42,6 +42,10 @@ public:
 
     // Reports a failure and returns the failure status.
     int fail(const QString &message);
+    // Reports a change the data's rules do not allow (a loop, a connection
+    // across flows) and returns the usage status: the command was read, and
+    // it asked for something that cannot be.
+    int refuse(const QString &message);
     // Reports a mistake in the command line, shows how `helpTopic` is used
     // (when `usage` is given) and where to read more; returns the usage status.
     int usageError(const QString &message, const QString &usage, const QString &helpTopic);

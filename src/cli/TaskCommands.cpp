@@ -9,7 +9,6 @@
 #include "JsonOutput.h"
 #include "PlainText.h"
 #include "TaskEdits.h"
-#include "TaskReference.h"
 #include "TaskText.h"
 #include "TextTable.h"
 
@@ -28,30 +27,11 @@ namespace {
 
 const QString dueOption = QStringLiteral("due");
 
-const QString taskArgumentHelp = QStringLiteral(
-    "TASK is the task's id, or its title: the exact title or the start of one\n"
-    "task's title, either ignoring case, in any flow. --flow FLOW looks in\n"
-    "that flow only.");
+using CommandSupport::taskArgumentHelp;
 
-// Resolves the TASK argument, within --flow when given, or reports why it
-// names none.
 const FlowNode *taskArgument(CommandContext &context)
 {
-    QList<const TaskFlow *> scope = context.store().flows();
-    QString scopeNote;
-    if (context.hasOption(SharedOption::flow)) {
-        const FlowReference flow = FlowReference::resolve(scope, context.optionValue(SharedOption::flow));
-        if (!flow.found()) {
-            context.fail(flow.problem());
-            return nullptr;
-        }
-        scope = {flow.found()};
-        scopeNote = QStringLiteral("\nOnly flow %1 was searched.").arg(PlainText::quoted(flow.found()->name));
-    }
-    const TaskReference task = TaskReference::resolve(scope, context.argument(0));
-    if (!task.node())
-        context.fail(task.problem() + scopeNote);
-    return task.node();
+    return CommandSupport::taskArgument(context, 0);
 }
 
 void printTask(CommandContext &context, const FlowNode &node)
@@ -232,8 +212,8 @@ int completeTask(CommandContext &context)
 void registerIn(CommandRegistry &registry)
 {
     registry.addOption({SharedOption::flow, {}, QStringLiteral("FLOW"),
-                        QStringLiteral("The flow: where add puts the task, where edit and done look for it, what "
-                                       "find lists first")});
+                        QStringLiteral("The flow: where add puts the task, where the other task commands look for "
+                                       "it, what find lists first")});
     registry.addOption({QStringLiteral("title"), {}, QStringLiteral("TEXT"), QStringLiteral("New title")});
     registry.addOption({QStringLiteral("notes"), {}, QStringLiteral("TEXT"),
                         QStringLiteral("New notes (\"\" clears them)")});

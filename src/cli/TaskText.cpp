@@ -83,7 +83,8 @@ QString titleInFlow(const FlowNode &node)
     return QStringLiteral("%1 (%2)").arg(PlainText::quoted(node.title), PlainText::singleLine(flow));
 }
 
-void printDetails(const FlowNode &node, const QDateTime &now, const LocalCalendar &calendar, QTextStream &out)
+void printDetails(const FlowNode &node, const QDateTime &now, const LocalCalendar &calendar, QTextStream &out,
+                  const QList<QStringList> &moreRows)
 {
     out << PlainText::singleLine(node.title) << '\n';
     TextTable table({}, QStringLiteral("  "));
@@ -113,6 +114,8 @@ void printDetails(const FlowNode &node, const QDateTime &now, const LocalCalenda
         for (const QString &line : lines.mid(1))
             table.addRow({QString(), line});
     }
+    for (const QStringList &row : moreRows)
+        table.addRow(row);
     table.print(out);
 }
 

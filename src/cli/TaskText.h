@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QDateTime>
+#include <QList>
+#include <QStringList>
 #include <QString>
 #include <QTextStream>
 
@@ -25,8 +27,10 @@ QString state(const FlowNode &node, const QDateTime &now, const LocalCalendar &c
 // "Write copy" (Launch site).
 QString titleInFlow(const FlowNode &node);
 
-// The task's title, then one indented line per field that has a value.
-void printDetails(const FlowNode &node, const QDateTime &now, const LocalCalendar &calendar, QTextStream &out);
+// The task's title, then one indented line per field that has a value,
+// and `moreRows` (label, value) in the same columns.
+void printDetails(const FlowNode &node, const QDateTime &now, const LocalCalendar &calendar, QTextStream &out,
+                  const QList<QStringList> &moreRows = {});
 
 } // namespace TaskText
 

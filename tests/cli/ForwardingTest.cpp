@@ -190,5 +190,47 @@ TEST_F(ForwardingTest, EachChangeIsOneNamedStepOfTheProgramsUndo)
     EXPECT_EQ(history->undoStack(work).last().name, "Capture task");
 }
 
+TEST_F(ForwardingTest, GraphAndChecklistChangesAreTheCanvasesNamedSteps)
+{
+    addFlows({"Work", "Home"});
+    {
+        auto setup = openStore();
+        setup->addNode("Plan", *setup->flows()[0]);
+        setup->addNode("Build", *setup->flows()[0]);
+        setup->addNode("Sweep", *setup->flows()[1]);
+    }
+    startOwner();
+    const QUuid work = store->flows().first()->id;
+    const QList<QStringList> commands{
+        {"connect", "Plan", "Build"},
+        // Refused: no step.
+        {"connect", "Build", "Plan"},
+        {"subtask", "Build", "Test"},
+        {"checklist", "Test", "add", "Unit"},
+        {"checklist", "Test", "add", "Load"},
+        {"checklist", "Test", "tick", "1"},
+        {"checklist", "Test", "move", "2", "1"},
+        {"checklist", "Test", "remove", "1"},
+        {"disconnect", "Plan", "Build"},
+        {"delete", "Build", "--yes"},
+    };
+    for (const QStringList &command : commands)
+        forwarded(command);
+    QStringList names;
+    for (const FenrowHistory::Entry &entry : history->undoStack(work))
+        names.append(entry.name);
+    EXPECT_EQ(names, (QStringList{"Connect", "Add subtask", "Add step", "Add step", "Edit step", "Reorder steps",
+                                  "Delete step", "Delete connection", "Delete tasks"}));
+
+    // One undo brings the deleted task back with its subtask.
+    history->undo();
+    EXPECT_EQ(store->flows().first()->items().size(), 3u);
+    // Moved between flows, the task is in neither flow's old snapshots:
+    // undo must not replay them.
+    ASSERT_EQ(forwarded({"move", "Sweep", "Work"}).status, exitSuccess);
+    EXPECT_FALSE(history->canUndo(work));
+    EXPECT_FALSE(history->canRedo(work));
+}
+
 } // namespace
 } // namespace fenrow::testing

@@ -155,6 +155,12 @@ public:
     const FlowNode *addChildNode(const FlowNode &parent, const QString &title, const NodeSizeResolver &sizes);
     // Moves every node of the flow to the tree arrangement.
     void arrangeAsTree(const TaskFlow &flow, const NodeSizeResolver &sizes);
+    // Moves a node that stands alone (no connection, no file link) to the
+    // end of `flow`, at the free spot nearest the centre. A connected node
+    // throws GraphMutationError (invalidItems): an edge or a link cannot
+    // join two flows. Both flows' undo histories are dropped, as their
+    // snapshots no longer describe them.
+    void moveNodeToFlow(const FlowNode &node, const TaskFlow &flow, const NodeSizeResolver &sizes);
 
     // --- canvas writes (StoreCanvas.cpp)
     // Moves the listed nodes of the flow, each coordinate clamped to the

@@ -119,9 +119,21 @@ QList<const FlowNode *> descendants(const FlowNode &start, const TaskFlow &flow)
 
 QSet<QUuid> deletionClosure(const FlowNode &node, const TaskFlow &flow)
 {
-    QSet<QUuid> doomed{node.id};
-    QList<const FlowNode *> candidates = descendants(node, flow);
-    candidates.removeAll(&node);
+    return deletionClosure(QList<const FlowNode *>{&node}, flow);
+}
+
+QSet<QUuid> deletionClosure(const QList<const FlowNode *> &nodes, const TaskFlow &flow)
+{
+    QSet<QUuid> doomed;
+    for (const FlowNode *node : nodes)
+        doomed.insert(node->id);
+    QList<const FlowNode *> candidates;
+    for (const FlowNode *node : nodes) {
+        for (const FlowNode *reached : descendants(*node, flow)) {
+            if (!doomed.contains(reached->id) && !candidates.contains(reached))
+                candidates.append(reached);
+        }
+    }
     if (candidates.isEmpty())
         return doomed;
 

@@ -37,6 +37,9 @@ QList<const FlowNode *> descendants(const FlowNode &start, const TaskFlow &flow)
 // The ids deleteNode removes: the node and each descendant whose parents
 // are all going too.
 QSet<QUuid> deletionClosure(const FlowNode &node, const TaskFlow &flow);
+// The same for several nodes deleted together: a descendant goes when
+// every parent is among them or goes with them.
+QSet<QUuid> deletionClosure(const QList<const FlowNode *> &nodes, const TaskFlow &flow);
 bool hasSubtasks(const FlowNode &node);
 // Nodes folded away: reachable from a collapsed node and not reachable
 // from a root without passing a collapsed one.

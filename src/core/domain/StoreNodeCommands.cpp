@@ -111,4 +111,43 @@ void FenrowStore::arrangeAsTree(const TaskFlow &flow, const NodeSizeResolver &si
         finishChange();
 }
 
+void FenrowStore::moveNodeToFlow(const FlowNode &node, const TaskFlow &flow, const NodeSizeResolver &sizes)
+{
+    TaskFlow *source = mut(node)->flow();
+    if (!source)
+        throw GraphMutationError(GraphMutationError::Kind::invalidItems);
+    if (source->id == flow.id)
+        return;
+    const bool connected = std::any_of(source->edges().begin(), source->edges().end(), [&](const DependencyEdge *edge) {
+        return edge->fromItem() == &node || edge->toItem() == &node;
+    });
+    const bool linked = std::any_of(source->fileLinks().begin(), source->fileLinks().end(),
+                                    [&](const FileLink *link) { return link->node() == &node; });
+    if (connected || linked)
+        throw GraphMutationError(GraphMutationError::Kind::invalidItems);
+
+    TaskFlow *target = mutableFlow(flow);
+    const QPointF spot = FreeSpot::find(flow, QPointF(0, 0), FreeSpot::Direction::sideways, sizes);
+    qint64 order = 0;
+    if (!target->items().empty()) {
+        order = target->items()[0]->order;
+        for (const FlowNode *other : std::as_const(*target).items())
+            order = std::max(order, other->order);
+        ++order;
+    }
+    // The old flow's readers learn that it lost a node, the new one's that
+    // it gained one.
+    source->nodesChanged();
+    std::unique_ptr<FlowNode> moved = source->items().take(&node);
+    moved->setFlow(target);
+    moved->order = order;
+    moved->posX = CanvasBounds::clampCoordinate(spot.x());
+    moved->posY = CanvasBounds::clampCoordinate(spot.y());
+    moved->isCollapsed = false;
+    m_pending.write(target->items().add(std::move(moved)));
+    finishChange();
+    emit flowHistoryInvalidated(source->id);
+    emit flowHistoryInvalidated(target->id);
+}
+
 } // namespace fenrow
