@@ -4,6 +4,7 @@
 #include "domain/ActiveFlowState.h"
 
 #include <QSignalSpy>
+#include <QThreadPool>
 
 namespace fenrow::testing {
 namespace {
@@ -179,6 +180,62 @@ TEST_F(GeneratedFlowsTest, ASheetClosedWhileTheEngineWorksStillGetsItsFlow)
     engine->gate->release(3);
     waitUntil([&] { return engine->callCount("relink") == 1; });
     ASSERT_NE(flowNamed("Scripted Plan"), nullptr);
+}
+
+// Lets every engine call that was started finish and its answer arrive.
+void settleEngineCalls()
+{
+    QThreadPool::globalInstance()->waitForDone();
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+}
+
+TEST_F(GeneratedFlowsTest, StoppedWorkLeavesTheStoreAsItWas)
+{
+    addAll("ab");
+    engine->gate = std::make_shared<QSemaphore>();
+    LogCapture log;
+
+    NewFlowFromTextModel newFlow(*store, environment());
+    newFlow.text = "Write the talk";
+    newFlow.generate();
+    newFlow.stop();
+    EXPECT_FALSE(newFlow.isProcessing());
+    EXPECT_FALSE(newFlow.notice().has_value());
+
+    GenerateSubtasksModel subtasks(*store, environment(), &history, (*this)["a"].id);
+    bool heard = false;
+    subtasks.onFinished = [&](const QList<QUuid> &) { heard = true; };
+    subtasks.onFailed = [&] { heard = true; };
+    subtasks.generate();
+    subtasks.stop();
+    EXPECT_FALSE(subtasks.isProcessing());
+
+    GeneratedFlows::RelinkControl control;
+    std::optional<bool> relinked;
+    GeneratedFlows::relink(*store, engine, flow->id, "Relink failed: ", [&](bool ok) { relinked = ok; }, control);
+    control.cancel.cancel();
+
+    // The engine answers all three after all; none of it lands.
+    engine->gate->release(3);
+    settleEngineCalls();
+    ASSERT_EQ(engine->calls().size(), 3);
+    EXPECT_EQ(engine->callCount("estimate"), 0);
+    EXPECT_EQ(store->flows().size(), 1u);
+    EXPECT_EQ(flow->items().size(), 2u);
+    EXPECT_TRUE(flow->edges().empty());
+    EXPECT_TRUE(undoNames(*flow).isEmpty());
+    EXPECT_FALSE(heard);
+    EXPECT_EQ(relinked, false);
+    EXPECT_FALSE(newFlow.isProcessing());
+    for (const char *failure : {"Relink failed", "New flow from text failed", "Generate subtasks failed"})
+        EXPECT_FALSE(log.contains(failure)) << failure;
+
+    // A stopped sheet can try again.
+    engine->gate.reset();
+    subtasks.generate();
+    ASSERT_TRUE(waitUntil([&] { return heard; }));
+    EXPECT_EQ(flow->items().size(), 5u);
 }
 
 TEST_F(GeneratedFlowsTest, WithoutAnEngineAnEmptyFlowOpensWithASeed)

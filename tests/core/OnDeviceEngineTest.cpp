@@ -24,8 +24,13 @@ public:
         QMutexLocker lock(&m_mutex);
         return m_requests;
     }
+    // Runs on the worker as each request arrives, as a user might meanwhile.
+    std::function<void(const GuidedRequest &)> onRequest;
+
     GuidedAnswer generate(const GuidedRequest &request) const override
     {
+        if (onRequest)
+            onRequest(request);
         QMutexLocker lock(&m_mutex);
         m_requests.append(request);
         if (m_requests.size() > m_answers.size())
@@ -168,6 +173,29 @@ TEST_F(OnDeviceEngineTest, RelinkAsksInBatchesOfFortyAndMergesRepeatedEdges)
                                    {repeating[1].id, repeating[2].id},
                                    {repeating[1].id, repeating[0].id},
                                    {repeating[1].id, extra.id}}));
+}
+
+TEST_F(OnDeviceEngineTest, RelinkReportsItsBatchesAndStopsAtTheFirstOnceCancelled)
+{
+    const auto empty = [] { return filled(R"({"edges": []})"); };
+    generator->script({empty(), empty(), empty()});
+    QObject receiver;
+    QList<std::pair<int, int>> reports;
+    const auto relinked = engine->relink(items(81), "en");
+    EngineCall::whenProgress(relinked, &receiver, [&](int done, int total) { reports.append({done, total}); });
+    EXPECT_TRUE(awaitAnswer(relinked).ok());
+    ASSERT_TRUE(waitUntil([&] { return !reports.isEmpty() && reports.last() == std::pair(3, 3); }));
+
+    // The user gives up while the first batch is with the model: the model
+    // call is told, no second batch is asked for, and nothing is logged as
+    // a failure of the model.
+    generator->script({empty(), empty(), empty()});
+    generator->onRequest = [](const GuidedRequest &request) { request.cancel.cancel(); };
+    const EngineCancel cancel;
+    EXPECT_FALSE(awaitAnswer(engine->relink(items(81), "en", cancel)).ok());
+    EXPECT_TRUE(cancel.isCancelled());
+    EXPECT_EQ(requests().size(), 1);
+    EXPECT_FALSE(log.contains("guided generation failed"));
 }
 
 TEST_F(OnDeviceEngineTest, ExtractFlowSendsAtMostTwelveThousandCharactersCutBetweenWords)

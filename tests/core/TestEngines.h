@@ -59,45 +59,47 @@ public:
 
 protected:
     EngineResult<QList<EdgeProposal>> answerLink(const ItemRef &newItem, const QList<ItemRef> &existing,
-                                                 const QString &language) const override
+                                                 const QString &language, const EngineWork &work) const override
     {
         QList<ItemRef> items = existing;
         items.append(newItem);
         return answer(QStringLiteral("link"), {.items = items, .language = language}, linkAnswer,
-                      [&] { return ScriptedInferenceEngine::answerLink(newItem, existing, language); });
+                      [&] { return ScriptedInferenceEngine::answerLink(newItem, existing, language, work); });
     }
-    EngineResult<QList<EdgeProposal>> answerRelink(const QList<ItemRef> &items, const QString &language) const override
+    EngineResult<QList<EdgeProposal>> answerRelink(const QList<ItemRef> &items, const QString &language,
+                                                   const EngineWork &work) const override
     {
         return answer(QStringLiteral("relink"), {.items = items, .language = language}, relinkAnswer,
-                      [&] { return ScriptedInferenceEngine::answerRelink(items, language); });
+                      [&] { return ScriptedInferenceEngine::answerRelink(items, language, work); });
     }
-    EngineResult<ExtractedFlow> answerExtractFlow(const QString &text, const QString &language) const override
+    EngineResult<ExtractedFlow> answerExtractFlow(const QString &text, const QString &language,
+                                                  const EngineWork &work) const override
     {
         return answer(QStringLiteral("extractFlow"), {.detail = text, .language = language}, extractAnswer,
-                      [&] { return ScriptedInferenceEngine::answerExtractFlow(text, language); });
+                      [&] { return ScriptedInferenceEngine::answerExtractFlow(text, language, work); });
     }
     EngineResult<QStringList> answerExpand(const ItemRef &item, const QString &detail, const ExpansionContext &context,
-                                           const QString &language) const override
+                                           const QString &language, const EngineWork &work) const override
     {
         return answer(QStringLiteral("expand"),
                       {.items = {item}, .context = context, .detail = detail, .language = language}, expandAnswer,
-                      [&] { return ScriptedInferenceEngine::answerExpand(item, detail, context, language); });
+                      [&] { return ScriptedInferenceEngine::answerExpand(item, detail, context, language, work); });
     }
     EngineResult<QList<qint64>> answerEstimate(const QStringList &titles, const ExpansionContext &context,
-                                               const QString &language) const override
+                                               const QString &language, const EngineWork &work) const override
     {
         return answer(QStringLiteral("estimate"), {.context = context, .titles = titles, .language = language},
                       estimateAnswer,
-                      [&] { return ScriptedInferenceEngine::answerEstimate(titles, context, language); });
+                      [&] { return ScriptedInferenceEngine::answerEstimate(titles, context, language, work); });
     }
-    EngineResult<QList<QUuid>> answerPlanDay(const QList<PlannableTask> &tasks, qint64 minutes,
-                                             const QString &language) const override
+    EngineResult<QList<QUuid>> answerPlanDay(const QList<PlannableTask> &tasks, qint64 minutes, const QString &language,
+                                             const EngineWork &work) const override
     {
         QStringList titles;
         for (const PlannableTask &task : tasks)
             titles.append(task.title);
         return answer(QStringLiteral("planDay"), {.titles = titles, .language = language}, planAnswer,
-                      [&] { return ScriptedInferenceEngine::answerPlanDay(tasks, minutes, language); });
+                      [&] { return ScriptedInferenceEngine::answerPlanDay(tasks, minutes, language, work); });
     }
 
 private:

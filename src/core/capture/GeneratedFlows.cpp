@@ -59,7 +59,7 @@ QStringList cleanTitles(const QStringList &titles)
 }
 
 void relink(FenrowStore &store, std::shared_ptr<const GraphInferenceEngine> engine, const QUuid &flowID,
-            const QString &failurePrefix, std::function<void(bool)> done)
+            const QString &failurePrefix, std::function<void(bool)> done, const RelinkControl &control)
 {
     const TaskFlow *flow = store.flow(flowID);
     if (!flow) {
@@ -71,23 +71,27 @@ void relink(FenrowStore &store, std::shared_ptr<const GraphInferenceEngine> engi
     for (const FlowNode *node : flow->orderedItems())
         items.append({node->id, node->title});
     FenrowStore *target = &store;
-    EngineCall::whenDone(engine->relink(items, contentLanguage()), target,
-                         [target, flowID, failurePrefix, done](EngineResult<QList<EdgeProposal>> answer) {
+    const EngineCancel cancel = control.cancel;
+    const EngineFuture<QList<EdgeProposal>> answered = engine->relink(items, contentLanguage(), cancel);
+    if (control.progress)
+        EngineCall::whenProgress(answered, target, control.progress);
+    EngineCall::whenDone(answered, target,
+                         [target, flowID, failurePrefix, done, cancel](EngineResult<QList<EdgeProposal>> answer) {
                              const TaskFlow *flow = target->flow(flowID);
-                             if (!answer.ok()) {
+                             const bool apply = answer.ok() && flow && !cancel.isCancelled();
+                             if (!answer.ok() && !cancel.isCancelled())
                                  logFailure(qUtf8Printable(failurePrefix), answer.error());
-                             } else if (flow) {
+                             if (apply)
                                  target->applyProposals(answer.value(), *flow, true);
-                             }
                              if (done)
-                                 done(answer.ok() && flow);
+                                 done(apply);
                          });
 }
 
 void relinkImported(FenrowStore &store, const AppEnvironment &environment, const QUuid &flowID,
-                    std::function<void(bool)> done)
+                    std::function<void(bool)> done, const RelinkControl &control)
 {
-    relink(store, environment.engine(), flowID, QStringLiteral("OPML relink failed: "), std::move(done));
+    relink(store, environment.engine(), flowID, QStringLiteral("OPML relink failed: "), std::move(done), control);
 }
 
 } // namespace GeneratedFlows
@@ -163,8 +167,17 @@ void NewFlowFromTextModel::finishWith(std::optional<NewFlowFromTextNotice> notic
     }
 }
 
+void NewFlowFromTextModel::stop()
+{
+    if (!m_isProcessing)
+        return;
+    m_cancel.cancel();
+    finishWith(std::nullopt);
+}
+
 void NewFlowFromTextModel::process()
 {
+    m_cancel = EngineCancel();
     m_isProcessing = true;
     emit processingChanged();
     if (m_notice) {
@@ -178,13 +191,17 @@ void NewFlowFromTextModel::process()
     const std::shared_ptr<const GraphInferenceEngine> engine = m_environment.engine();
     const QString language = contentLanguage();
     const QString typedName = name.trimmed();
+    const EngineCancel cancel = m_cancel;
     const auto failed = [sheet](EngineError error) {
         logFailure("New flow from text failed: ", error);
         if (sheet)
             sheet->finishWith(NewFlowFromTextNotice::processingFailed);
     };
 
-    EngineCall::whenDone(engine->extractFlow(text, language), store, [=](EngineResult<ExtractedFlow> draft) {
+    // A stopped call's answer is dropped at each step, so nothing is made.
+    EngineCall::whenDone(engine->extractFlow(text, language, cancel), store, [=](EngineResult<ExtractedFlow> draft) {
+        if (cancel.isCancelled())
+            return;
         if (!draft.ok())
             return failed(draft.error());
         const QStringList titles = GeneratedFlows::cleanTitles(draft.value().titles);
@@ -195,7 +212,10 @@ void NewFlowFromTextModel::process()
         }
         const QString draftName = draft.value().name.trimmed();
         EngineCall::whenDone(
-            engine->estimate(titles, {draftName, {}}, language), store, [=](EngineResult<QList<qint64>> minutes) {
+            engine->estimate(titles, {draftName, {}}, language, cancel), store,
+            [=](EngineResult<QList<qint64>> minutes) {
+                if (cancel.isCancelled())
+                    return;
                 if (!minutes.ok())
                     return failed(minutes.error());
                 const TaskFlow *flow = store->addFlow(typedName.isEmpty() ? draftName : typedName);
@@ -240,11 +260,20 @@ void GenerateSubtasksModel::setProcessing(bool processing)
     emit processingChanged();
 }
 
+void GenerateSubtasksModel::stop()
+{
+    if (!m_isProcessing)
+        return;
+    m_cancel.cancel();
+    setProcessing(false);
+}
+
 void GenerateSubtasksModel::generate()
 {
     const FlowNode *parent = m_store.node(m_itemID);
     if (m_isProcessing || !parent)
         return;
+    m_cancel = EngineCancel();
     setProcessing(true);
 
     const QPointer<GenerateSubtasksModel> sheet(this);
@@ -255,6 +284,7 @@ void GenerateSubtasksModel::generate()
     const QUuid parentID = m_itemID;
     const NodeSizeResolver sizes = m_sizes;
     const ExpansionContext context = GeneratedFlows::expansionContext(*parent);
+    const EngineCancel cancel = m_cancel;
     const auto failed = [sheet](EngineError error) {
         logFailure("Generate subtasks failed: ", error);
         if (!sheet)
@@ -272,15 +302,19 @@ void GenerateSubtasksModel::generate()
     };
 
     EngineCall::whenDone(
-        engine->expand({parent->id, parent->title}, details.trimmed(), context, language), store,
+        engine->expand({parent->id, parent->title}, details.trimmed(), context, language, cancel), store,
         [=](EngineResult<QStringList> answer) {
+            if (cancel.isCancelled())
+                return;
             if (!answer.ok())
                 return failed(answer.error());
             const QStringList titles = GeneratedFlows::cleanTitles(answer.value());
             if (titles.isEmpty())
                 return finished({});
             EngineCall::whenDone(
-                engine->estimate(titles, context, language), store, [=](EngineResult<QList<qint64>> minutes) {
+                engine->estimate(titles, context, language, cancel), store, [=](EngineResult<QList<qint64>> minutes) {
+                    if (cancel.isCancelled())
+                        return;
                     if (!minutes.ok())
                         return failed(minutes.error());
                     // The task may have gone while the engine worked.

@@ -33,15 +33,23 @@ ExpansionContext expansionContext(const FlowNode &node);
 // Titles trimmed, blank ones dropped.
 QStringList cleanTitles(const QStringList &titles);
 
+// How one relink is followed and stopped by whoever started it.
+struct RelinkControl {
+    // Once cancelled, nothing is applied and `done` hears false.
+    EngineCancel cancel{};
+    // Batches done of their total, on the store's thread.
+    std::function<void(int done, int total)> progress{};
+};
+
 // Asks the engine for dependencies among all the flow's tasks and applies
 // them in place of earlier machine-made edges. A failure is logged as
 // `failurePrefix` and the error; `done` hears whether edges were applied.
 void relink(FenrowStore &store, std::shared_ptr<const GraphInferenceEngine> engine, const QUuid &flowID,
-            const QString &failurePrefix, std::function<void(bool)> done = {});
+            const QString &failurePrefix, std::function<void(bool)> done = {}, const RelinkControl &control = {});
 
 // The user agreed to have an imported outline connected.
 void relinkImported(FenrowStore &store, const AppEnvironment &environment, const QUuid &flowID,
-                    std::function<void(bool)> done = {});
+                    std::function<void(bool)> done = {}, const RelinkControl &control = {});
 
 } // namespace GeneratedFlows
 
@@ -79,6 +87,9 @@ public:
 
     // The generate button: the blank path or the engine's.
     void generate();
+    // Gives up on the engine's work: nothing is made, and the sheet keeps
+    // its text for another try.
+    void stop();
 
 signals:
     void processingChanged();
@@ -93,6 +104,7 @@ private:
     AppEnvironment &m_environment;
     QPointer<ActiveFlowState> m_activeFlowState;
     bool m_isProcessing = false;
+    EngineCancel m_cancel;
     std::optional<NewFlowFromTextNotice> m_notice;
 };
 
@@ -115,6 +127,8 @@ public:
 
     bool isProcessing() const { return m_isProcessing; }
     void generate();
+    // Gives up on the engine's work: no subtask is added.
+    void stop();
 
 signals:
     void processingChanged();
@@ -128,6 +142,7 @@ private:
     QUuid m_itemID;
     NodeSizeResolver m_sizes;
     bool m_isProcessing = false;
+    EngineCancel m_cancel;
 };
 
 } // namespace fenrow

@@ -6,49 +6,58 @@ namespace fenrow {
 // before the worker runs.
 
 EngineFuture<QList<EdgeProposal>> GraphInferenceEngine::link(const ItemRef &newItem, const QList<ItemRef> &existing,
-                                                             const QString &language) const
-{
-    return onWorker<QList<EdgeProposal>>([newItem, existing, language](const GraphInferenceEngine &engine) {
-        return engine.answerLink(newItem, existing, language);
-    });
-}
-
-EngineFuture<QList<EdgeProposal>> GraphInferenceEngine::relink(const QList<ItemRef> &items,
-                                                               const QString &language) const
+                                                             const QString &language, EngineCancel cancel) const
 {
     return onWorker<QList<EdgeProposal>>(
-        [items, language](const GraphInferenceEngine &engine) { return engine.answerRelink(items, language); });
+        cancel, [newItem, existing, language](const GraphInferenceEngine &engine, const EngineWork &work) {
+            return engine.answerLink(newItem, existing, language, work);
+        });
 }
 
-EngineFuture<ExtractedFlow> GraphInferenceEngine::extractFlow(const QString &text, const QString &language) const
+EngineFuture<QList<EdgeProposal>> GraphInferenceEngine::relink(const QList<ItemRef> &items, const QString &language,
+                                                               EngineCancel cancel) const
 {
-    return onWorker<ExtractedFlow>(
-        [text, language](const GraphInferenceEngine &engine) { return engine.answerExtractFlow(text, language); });
+    return onWorker<QList<EdgeProposal>>(cancel,
+                                         [items, language](const GraphInferenceEngine &engine, const EngineWork &work) {
+                                             return engine.answerRelink(items, language, work);
+                                         });
+}
+
+EngineFuture<ExtractedFlow> GraphInferenceEngine::extractFlow(const QString &text, const QString &language,
+                                                              EngineCancel cancel) const
+{
+    return onWorker<ExtractedFlow>(cancel,
+                                   [text, language](const GraphInferenceEngine &engine, const EngineWork &work) {
+                                       return engine.answerExtractFlow(text, language, work);
+                                   });
 }
 
 EngineFuture<QStringList> GraphInferenceEngine::expand(const ItemRef &item, const QString &detail,
-                                                       const ExpansionContext &context,
-                                                       const QString &language) const
+                                                       const ExpansionContext &context, const QString &language,
+                                                       EngineCancel cancel) const
 {
-    return onWorker<QStringList>([item, detail, context, language](const GraphInferenceEngine &engine) {
-        return engine.answerExpand(item, detail, context, language);
-    });
+    return onWorker<QStringList>(
+        cancel, [item, detail, context, language](const GraphInferenceEngine &engine, const EngineWork &work) {
+            return engine.answerExpand(item, detail, context, language, work);
+        });
 }
 
 EngineFuture<QList<qint64>> GraphInferenceEngine::estimate(const QStringList &titles, const ExpansionContext &context,
-                                                           const QString &language) const
+                                                           const QString &language, EngineCancel cancel) const
 {
-    return onWorker<QList<qint64>>([titles, context, language](const GraphInferenceEngine &engine) {
-        return engine.answerEstimate(titles, context, language);
-    });
+    return onWorker<QList<qint64>>(
+        cancel, [titles, context, language](const GraphInferenceEngine &engine, const EngineWork &work) {
+            return engine.answerEstimate(titles, context, language, work);
+        });
 }
 
 EngineFuture<QList<QUuid>> GraphInferenceEngine::planDay(const QList<PlannableTask> &tasks, qint64 minutes,
-                                                         const QString &language) const
+                                                         const QString &language, EngineCancel cancel) const
 {
-    return onWorker<QList<QUuid>>([tasks, minutes, language](const GraphInferenceEngine &engine) {
-        return engine.answerPlanDay(tasks, minutes, language);
-    });
+    return onWorker<QList<QUuid>>(
+        cancel, [tasks, minutes, language](const GraphInferenceEngine &engine, const EngineWork &work) {
+            return engine.answerPlanDay(tasks, minutes, language, work);
+        });
 }
 
 } // namespace fenrow

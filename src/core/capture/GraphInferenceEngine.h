@@ -1,5 +1,6 @@
 #pragma once
 
+#include "EngineCancel.h"
 #include "InferenceTypes.h"
 
 #include <QFuture>
@@ -31,45 +32,58 @@ public:
 
     // Proposals that connect `newItem` to the existing items.
     EngineFuture<QList<EdgeProposal>> link(const ItemRef &newItem, const QList<ItemRef> &existing,
-                                           const QString &language) const;
+                                           const QString &language, EngineCancel cancel = {}) const;
     // Proposals among all the items.
-    EngineFuture<QList<EdgeProposal>> relink(const QList<ItemRef> &items, const QString &language) const;
-    EngineFuture<ExtractedFlow> extractFlow(const QString &text, const QString &language) const;
+    // Reports its progress in batches through the future.
+    EngineFuture<QList<EdgeProposal>> relink(const QList<ItemRef> &items, const QString &language,
+                                             EngineCancel cancel = {}) const;
+    EngineFuture<ExtractedFlow> extractFlow(const QString &text, const QString &language,
+                                            EngineCancel cancel = {}) const;
     // Subtask titles of `item`; `detail` is extra description, possibly empty.
     EngineFuture<QStringList> expand(const ItemRef &item, const QString &detail, const ExpansionContext &context,
-                                     const QString &language) const;
+                                     const QString &language, EngineCancel cancel = {}) const;
     // Minutes, one per title, in order.
     EngineFuture<QList<qint64>> estimate(const QStringList &titles, const ExpansionContext &context,
-                                         const QString &language) const;
+                                         const QString &language, EngineCancel cancel = {}) const;
     // Task ids in working order, from tasks given in urgency order.
-    EngineFuture<QList<QUuid>> planDay(const QList<PlannableTask> &tasks, qint64 minutes,
-                                       const QString &language) const;
+    EngineFuture<QList<QUuid>> planDay(const QList<PlannableTask> &tasks, qint64 minutes, const QString &language,
+                                       EngineCancel cancel = {}) const;
 
 protected:
     // The work of each operation, run on a worker thread. Implementations
-    // may block here, and must not touch the store.
+    // may block here, and must not touch the store. A long one looks at
+    // `work` between its steps, and stops early once it is cancelled.
     virtual EngineResult<QList<EdgeProposal>> answerLink(const ItemRef &newItem, const QList<ItemRef> &existing,
-                                                         const QString &language) const = 0;
-    virtual EngineResult<QList<EdgeProposal>> answerRelink(const QList<ItemRef> &items,
-                                                           const QString &language) const = 0;
-    virtual EngineResult<ExtractedFlow> answerExtractFlow(const QString &text, const QString &language) const = 0;
+                                                         const QString &language, const EngineWork &work) const = 0;
+    virtual EngineResult<QList<EdgeProposal>> answerRelink(const QList<ItemRef> &items, const QString &language,
+                                                           const EngineWork &work) const = 0;
+    virtual EngineResult<ExtractedFlow> answerExtractFlow(const QString &text, const QString &language,
+                                                          const EngineWork &work) const = 0;
     virtual EngineResult<QStringList> answerExpand(const ItemRef &item, const QString &detail,
-                                                   const ExpansionContext &context, const QString &language) const = 0;
+                                                   const ExpansionContext &context, const QString &language,
+                                                   const EngineWork &work) const = 0;
     virtual EngineResult<QList<qint64>> answerEstimate(const QStringList &titles, const ExpansionContext &context,
-                                                       const QString &language) const = 0;
+                                                       const QString &language, const EngineWork &work) const = 0;
     virtual EngineResult<QList<QUuid>> answerPlanDay(const QList<PlannableTask> &tasks, qint64 minutes,
-                                                     const QString &language) const = 0;
+                                                     const QString &language, const EngineWork &work) const = 0;
 
 private:
     template <typename T>
-    EngineFuture<T> onWorker(std::function<EngineResult<T>(const GraphInferenceEngine &)> work) const
+    using Work = std::function<EngineResult<T>(const GraphInferenceEngine &, const EngineWork &)>;
+
+    template <typename T>
+    EngineFuture<T> onWorker(EngineCancel cancel, Work<T> work) const
     {
         // Shared so the pool's copyable task can carry it.
         auto promise = std::make_shared<QPromise<EngineResult<T>>>();
         EngineFuture<T> future = promise->future();
         promise->start();
-        QThreadPool::globalInstance()->start([engine = shared_from_this(), promise, work = std::move(work)] {
-            promise->addResult(work(*engine));
+        QThreadPool::globalInstance()->start([engine = shared_from_this(), promise, cancel, work = std::move(work)] {
+            const auto progress = [promise](int done, int total) {
+                promise->setProgressRange(0, total);
+                promise->setProgressValue(done);
+            };
+            promise->addResult(work(*engine, EngineWork{cancel, progress}));
             promise->finish();
         });
         return future;
@@ -94,6 +108,20 @@ void whenDone(const EngineFuture<T> &future, QObject *receiver, Done done)
         else
             done(watcher->future().result());
     });
+    watcher->setFuture(future);
+}
+
+// Calls `report` on `receiver`'s thread with the steps done and their total
+// each time a long operation says how far it has come.
+template <typename T, typename Report>
+void whenProgress(const EngineFuture<T> &future, QObject *receiver, Report report)
+{
+    auto *watcher = new QFutureWatcher<EngineResult<T>>(receiver);
+    QObject::connect(watcher, &QFutureWatcherBase::progressRangeChanged, receiver,
+                     [watcher, report](int, int total) { report(watcher->progressValue(), total); });
+    QObject::connect(watcher, &QFutureWatcherBase::progressValueChanged, receiver,
+                     [watcher, report](int done) { report(done, watcher->progressMaximum()); });
+    QObject::connect(watcher, &QFutureWatcherBase::finished, watcher, &QObject::deleteLater);
     watcher->setFuture(future);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "EngineCancel.h"
+
 #include <QJsonObject>
 #include <QString>
 
@@ -17,6 +19,9 @@ struct GuidedRequest {
     // is its guide text and is meant for the model to read.
     QJsonObject schema;
     double temperature = 0.1;
+    // Set by the asker who no longer wants the answer: the call stops as
+    // soon as it can and fails.
+    EngineCancel cancel = {};
 };
 
 // The filled record, or why there is none.

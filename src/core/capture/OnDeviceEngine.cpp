@@ -260,9 +260,16 @@ OnDeviceEngine::OnDeviceEngine(std::shared_ptr<const GuidedGenerator> generator)
 }
 
 std::optional<QJsonObject> OnDeviceEngine::generate(const QString &instruction, const QString &prompt,
-                                                    const QJsonObject &schema) const
+                                                    const QJsonObject &schema, const EngineWork &work) const
 {
-    const GuidedAnswer answer = m_generator->generate({instruction, prompt, schema, temperature});
+    if (work.isCancelled())
+        return std::nullopt;
+    const GuidedAnswer answer = m_generator->generate({instruction, prompt, schema, temperature, work.cancel});
+    // Given up by its asker: not a failure of the model.
+    if (work.isCancelled()) {
+        qCDebug(fenrowEngineLog, "guided generation cancelled");
+        return std::nullopt;
+    }
     QString failure = answer.ok() ? violation(answer.record(), schema, {}) : answer.failure();
     if (!answer.ok() && failure.isEmpty())
         failure = QStringLiteral("no reason given");
@@ -275,7 +282,7 @@ std::optional<QJsonObject> OnDeviceEngine::generate(const QString &instruction, 
 }
 
 EngineResult<QList<EdgeProposal>> OnDeviceEngine::answerLink(const ItemRef &newItem, const QList<ItemRef> &existing,
-                                                             const QString &language) const
+                                                             const QString &language, const EngineWork &work) const
 {
     if (existing.isEmpty())
         return QList<EdgeProposal>();
@@ -298,7 +305,7 @@ EngineResult<QList<EdgeProposal>> OnDeviceEngine::answerLink(const ItemRef &newI
         tasksHeading + numbered(titlesOf(items)) + QStringLiteral("\n\nItem ") + n +
             QStringLiteral(" is the newly added task. Return only the dependency edges that connect item ") + n +
             QStringLiteral(" to the other tasks, using their numbers."),
-        dependencyLinks());
+        dependencyLinks(), work);
     if (!links)
         return EngineError::generationFailed;
     // What the model finds among the old tasks was not asked for.
@@ -306,8 +313,8 @@ EngineResult<QList<EdgeProposal>> OnDeviceEngine::answerLink(const ItemRef &newI
     return proposals(*links, items, [added](qint64 before, qint64 after) { return before == added || after == added; });
 }
 
-EngineResult<QList<EdgeProposal>> OnDeviceEngine::answerRelink(const QList<ItemRef> &items,
-                                                               const QString &language) const
+EngineResult<QList<EdgeProposal>> OnDeviceEngine::answerRelink(const QList<ItemRef> &items, const QString &language,
+                                                               const EngineWork &work) const
 {
     if (items.size() < 2)
         return QList<EdgeProposal>();
@@ -324,6 +331,7 @@ EngineResult<QList<EdgeProposal>> OnDeviceEngine::answerRelink(const QList<ItemR
     // across batches are not looked for.
     QList<EdgeProposal> merged;
     QSet<EdgeKey> seen;
+    work.reportProgress(0, int(batches));
     for (qsizetype start = 0; start < items.size(); start += batchSize) {
         const QList<ItemRef> batch = items.mid(start, batchSize);
         const std::optional<QJsonObject> links =
@@ -331,7 +339,7 @@ EngineResult<QList<EdgeProposal>> OnDeviceEngine::answerRelink(const QList<ItemR
                      tasksHeading + numbered(titlesOf(batch)) +
                          QStringLiteral("\n\nReturn every prerequisite dependency between these tasks, using their "
                                         "numbers."),
-                     dependencyLinks());
+                     dependencyLinks(), work);
         if (!links)
             return EngineError::generationFailed;
         for (const EdgeProposal &proposal : proposals(*links, batch, [](qint64, qint64) { return true; })) {
@@ -341,11 +349,13 @@ EngineResult<QList<EdgeProposal>> OnDeviceEngine::answerRelink(const QList<ItemR
                 merged.append(proposal);
             }
         }
+        work.reportProgress(int(start / batchSize + 1), int(batches));
     }
     return merged;
 }
 
-EngineResult<ExtractedFlow> OnDeviceEngine::answerExtractFlow(const QString &text, const QString &language) const
+EngineResult<ExtractedFlow> OnDeviceEngine::answerExtractFlow(const QString &text, const QString &language,
+                                                              const EngineWork &work) const
 {
     QString prose = text.trimmed();
     if (prose.isEmpty())
@@ -366,7 +376,7 @@ EngineResult<ExtractedFlow> OnDeviceEngine::answerExtractFlow(const QString &tex
                                    "contains no actionable steps, return an empty list of tasks. The user's content "
                                    "language is \""),
                     language, QStringLiteral("\".")),
-        QStringLiteral("Prose to structure into a task flow:\n") + prose, extractedFlowDraft());
+        QStringLiteral("Prose to structure into a task flow:\n") + prose, extractedFlowDraft(), work);
     if (!draft)
         return EngineError::generationFailed;
     // Cleaned by the caller, which knows what a usable title is.
@@ -375,7 +385,8 @@ EngineResult<ExtractedFlow> OnDeviceEngine::answerExtractFlow(const QString &tex
 }
 
 EngineResult<QStringList> OnDeviceEngine::answerExpand(const ItemRef &item, const QString &detail,
-                                                       const ExpansionContext &context, const QString &language) const
+                                                       const ExpansionContext &context, const QString &language,
+                                                       const EngineWork &work) const
 {
     const QString title = item.title.trimmed();
     if (title.isEmpty())
@@ -394,14 +405,14 @@ EngineResult<QStringList> OnDeviceEngine::answerExpand(const ItemRef &item, cons
                            "they should be done. If the task is already atomic and cannot be meaningfully broken "
                            "down, return an empty list. The user's content language is \""),
             language, QStringLiteral("\".")),
-        sections.join(QStringLiteral("\n\n")), taskBreakdownDraft());
+        sections.join(QStringLiteral("\n\n")), taskBreakdownDraft(), work);
     if (!draft)
         return EngineError::generationFailed;
     return strings(draft->value(QStringLiteral("items")));
 }
 
 EngineResult<QList<qint64>> OnDeviceEngine::answerEstimate(const QStringList &titles, const ExpansionContext &context,
-                                                           const QString &language) const
+                                                           const QString &language, const EngineWork &work) const
 {
     if (titles.isEmpty())
         return QList<qint64>();
@@ -419,7 +430,7 @@ EngineResult<QList<qint64>> OnDeviceEngine::answerEstimate(const QStringList &ti
                            "the list is consistent. If a task is too vague to estimate, return 0 for it. Return "
                            "exactly one number per task, in the order given. The user's content language is \""),
             language, QStringLiteral("\".")),
-        sections.join(QStringLiteral("\n\n")), durationEstimatesDraft());
+        sections.join(QStringLiteral("\n\n")), durationEstimatesDraft(), work);
     if (!draft)
         return EngineError::generationFailed;
 
@@ -434,7 +445,7 @@ EngineResult<QList<qint64>> OnDeviceEngine::answerEstimate(const QStringList &ti
 }
 
 EngineResult<QList<QUuid>> OnDeviceEngine::answerPlanDay(const QList<PlannableTask> &tasks, qint64 minutes,
-                                                         const QString &language) const
+                                                         const QString &language, const EngineWork &work) const
 {
     if (tasks.isEmpty())
         return QList<QUuid>();
@@ -459,7 +470,7 @@ EngineResult<QList<QUuid>> OnDeviceEngine::answerPlanDay(const QList<PlannableTa
             language, QStringLiteral("\".")),
         QStringLiteral("Time available today: ") + QString::number(minutes) +
             QStringLiteral(" minutes.\n\nReady tasks (numbered):\n") + lines.join(u'\n'),
-        dayPlanDraft());
+        dayPlanDraft(), work);
     if (!draft)
         return EngineError::generationFailed;
 

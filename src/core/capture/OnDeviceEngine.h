@@ -30,20 +30,23 @@ public:
 
 protected:
     EngineResult<QList<EdgeProposal>> answerLink(const ItemRef &newItem, const QList<ItemRef> &existing,
-                                                 const QString &language) const override;
-    EngineResult<QList<EdgeProposal>> answerRelink(const QList<ItemRef> &items, const QString &language) const override;
-    EngineResult<ExtractedFlow> answerExtractFlow(const QString &text, const QString &language) const override;
+                                                 const QString &language, const EngineWork &work) const override;
+    EngineResult<QList<EdgeProposal>> answerRelink(const QList<ItemRef> &items, const QString &language,
+                                                   const EngineWork &work) const override;
+    EngineResult<ExtractedFlow> answerExtractFlow(const QString &text, const QString &language,
+                                                  const EngineWork &work) const override;
     EngineResult<QStringList> answerExpand(const ItemRef &item, const QString &detail, const ExpansionContext &context,
-                                           const QString &language) const override;
+                                           const QString &language, const EngineWork &work) const override;
     EngineResult<QList<qint64>> answerEstimate(const QStringList &titles, const ExpansionContext &context,
-                                               const QString &language) const override;
-    EngineResult<QList<QUuid>> answerPlanDay(const QList<PlannableTask> &tasks, qint64 minutes,
-                                             const QString &language) const override;
+                                               const QString &language, const EngineWork &work) const override;
+    EngineResult<QList<QUuid>> answerPlanDay(const QList<PlannableTask> &tasks, qint64 minutes, const QString &language,
+                                             const EngineWork &work) const override;
 
 private:
-    // The record, checked against its schema; nothing after logging why.
-    std::optional<QJsonObject> generate(const QString &instruction, const QString &prompt,
-                                        const QJsonObject &schema) const;
+    // The record, checked against its schema; nothing after logging why,
+    // or when the call was cancelled.
+    std::optional<QJsonObject> generate(const QString &instruction, const QString &prompt, const QJsonObject &schema,
+                                        const EngineWork &work) const;
 
     std::shared_ptr<const GuidedGenerator> m_generator;
 };

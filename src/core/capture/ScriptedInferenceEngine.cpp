@@ -5,16 +5,16 @@
 namespace fenrow {
 
 EngineResult<QList<EdgeProposal>> ScriptedInferenceEngine::answerLink(const ItemRef &newItem,
-                                                                      const QList<ItemRef> &existing,
-                                                                      const QString &) const
+                                                                      const QList<ItemRef> &existing, const QString &,
+                                                                      const EngineWork &) const
 {
     if (existing.isEmpty())
         return QList<EdgeProposal>();
     return QList<EdgeProposal>{{existing.first().id, newItem.id}};
 }
 
-EngineResult<QList<EdgeProposal>> ScriptedInferenceEngine::answerRelink(const QList<ItemRef> &items,
-                                                                        const QString &) const
+EngineResult<QList<EdgeProposal>> ScriptedInferenceEngine::answerRelink(const QList<ItemRef> &items, const QString &,
+                                                                        const EngineWork &) const
 {
     QList<EdgeProposal> chain;
     for (qsizetype i = 1; i < items.size(); ++i)
@@ -22,7 +22,8 @@ EngineResult<QList<EdgeProposal>> ScriptedInferenceEngine::answerRelink(const QL
     return chain;
 }
 
-EngineResult<ExtractedFlow> ScriptedInferenceEngine::answerExtractFlow(const QString &text, const QString &) const
+EngineResult<ExtractedFlow> ScriptedInferenceEngine::answerExtractFlow(const QString &text, const QString &,
+                                                                       const EngineWork &) const
 {
     if (text.trimmed().isEmpty() || text.contains(QLatin1StringView("((no tasks))")))
         return ExtractedFlow{QStringLiteral("Empty Plan"), {}};
@@ -32,14 +33,15 @@ EngineResult<ExtractedFlow> ScriptedInferenceEngine::answerExtractFlow(const QSt
 }
 
 EngineResult<QStringList> ScriptedInferenceEngine::answerExpand(const ItemRef &, const QString &,
-                                                                const ExpansionContext &, const QString &) const
+                                                                const ExpansionContext &, const QString &,
+                                                                const EngineWork &) const
 {
     return QStringList{QStringLiteral("Break it down"), QStringLiteral("Do the core work"),
                        QStringLiteral("Review the result")};
 }
 
-EngineResult<QList<qint64>> ScriptedInferenceEngine::answerEstimate(const QStringList &titles,
-                                                                    const ExpansionContext &, const QString &) const
+EngineResult<QList<qint64>> ScriptedInferenceEngine::answerEstimate(const QStringList &titles, const ExpansionContext &,
+                                                                    const QString &, const EngineWork &) const
 {
     QList<qint64> minutes;
     for (const QString &title : titles)
@@ -48,7 +50,7 @@ EngineResult<QList<qint64>> ScriptedInferenceEngine::answerEstimate(const QStrin
 }
 
 EngineResult<QList<QUuid>> ScriptedInferenceEngine::answerPlanDay(const QList<PlannableTask> &tasks, qint64,
-                                                                  const QString &) const
+                                                                  const QString &, const EngineWork &) const
 {
     QList<QUuid> order;
     for (const PlannableTask &task : tasks)

@@ -9,15 +9,17 @@ namespace fenrow {
 class ScriptedInferenceEngine : public GraphInferenceEngine {
 protected:
     EngineResult<QList<EdgeProposal>> answerLink(const ItemRef &newItem, const QList<ItemRef> &existing,
-                                                 const QString &language) const override;
-    EngineResult<QList<EdgeProposal>> answerRelink(const QList<ItemRef> &items, const QString &language) const override;
-    EngineResult<ExtractedFlow> answerExtractFlow(const QString &text, const QString &language) const override;
+                                                 const QString &language, const EngineWork &work) const override;
+    EngineResult<QList<EdgeProposal>> answerRelink(const QList<ItemRef> &items, const QString &language,
+                                                   const EngineWork &work) const override;
+    EngineResult<ExtractedFlow> answerExtractFlow(const QString &text, const QString &language,
+                                                  const EngineWork &work) const override;
     EngineResult<QStringList> answerExpand(const ItemRef &item, const QString &detail, const ExpansionContext &context,
-                                           const QString &language) const override;
+                                           const QString &language, const EngineWork &work) const override;
     EngineResult<QList<qint64>> answerEstimate(const QStringList &titles, const ExpansionContext &context,
-                                               const QString &language) const override;
-    EngineResult<QList<QUuid>> answerPlanDay(const QList<PlannableTask> &tasks, qint64 minutes,
-                                             const QString &language) const override;
+                                               const QString &language, const EngineWork &work) const override;
+    EngineResult<QList<QUuid>> answerPlanDay(const QList<PlannableTask> &tasks, qint64 minutes, const QString &language,
+                                             const EngineWork &work) const override;
 };
 
 } // namespace fenrow

@@ -8,30 +8,32 @@ namespace fenrow {
 // `modelUnavailable`, so callers take their by-hand path.
 class UnavailableEngine : public GraphInferenceEngine {
 protected:
-    EngineResult<QList<EdgeProposal>> answerLink(const ItemRef &, const QList<ItemRef> &,
-                                                 const QString &) const override
+    EngineResult<QList<EdgeProposal>> answerLink(const ItemRef &, const QList<ItemRef> &, const QString &,
+                                                 const EngineWork &) const override
     {
         return EngineError::modelUnavailable;
     }
-    EngineResult<QList<EdgeProposal>> answerRelink(const QList<ItemRef> &, const QString &) const override
+    EngineResult<QList<EdgeProposal>> answerRelink(const QList<ItemRef> &, const QString &,
+                                                   const EngineWork &) const override
     {
         return EngineError::modelUnavailable;
     }
-    EngineResult<ExtractedFlow> answerExtractFlow(const QString &, const QString &) const override
+    EngineResult<ExtractedFlow> answerExtractFlow(const QString &, const QString &, const EngineWork &) const override
     {
         return EngineError::modelUnavailable;
     }
-    EngineResult<QStringList> answerExpand(const ItemRef &, const QString &, const ExpansionContext &,
-                                           const QString &) const override
+    EngineResult<QStringList> answerExpand(const ItemRef &, const QString &, const ExpansionContext &, const QString &,
+                                           const EngineWork &) const override
     {
         return EngineError::modelUnavailable;
     }
-    EngineResult<QList<qint64>> answerEstimate(const QStringList &, const ExpansionContext &,
-                                               const QString &) const override
+    EngineResult<QList<qint64>> answerEstimate(const QStringList &, const ExpansionContext &, const QString &,
+                                               const EngineWork &) const override
     {
         return EngineError::modelUnavailable;
     }
-    EngineResult<QList<QUuid>> answerPlanDay(const QList<PlannableTask> &, qint64, const QString &) const override
+    EngineResult<QList<QUuid>> answerPlanDay(const QList<PlannableTask> &, qint64, const QString &,
+                                             const EngineWork &) const override
     {
         return EngineError::modelUnavailable;
     }

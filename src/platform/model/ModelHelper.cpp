@@ -502,18 +502,13 @@ HelperReply ModelHelper::request(const QJsonObject &request, const std::atomic_b
     return pending->reply;
 }
 
-GuidedAnswer ModelHelper::generate(const GuidedRequest &request) const
-{
-    return generate(request, nullptr);
-}
-
-GuidedAnswer ModelHelper::generate(const GuidedRequest &guided, const std::atomic_bool *cancel) const
+GuidedAnswer ModelHelper::generate(const GuidedRequest &guided) const
 {
     const HelperReply reply = request(QJsonObject{{QStringLiteral("instruction"), guided.instruction},
                                                   {QStringLiteral("prompt"), guided.prompt},
                                                   {QStringLiteral("schema"), guided.schema},
                                                   {QStringLiteral("temperature"), guided.temperature}},
-                                      cancel);
+                                      guided.cancel.flag());
     if (!reply.ok)
         return GuidedAnswer::failed(reply.failure);
     const QJsonValue record = reply.answer.value(QStringLiteral("record"));

@@ -118,10 +118,9 @@ public:
     // Starts if needed and waits until the model is ready or failed.
     ModelStatus waitUntilLoaded(std::chrono::milliseconds limit) const;
 
+    // The request's `cancel` is watched while the call waits: once set, the
+    // call ends with the failure "cancelled" and the helper drops the request.
     GuidedAnswer generate(const GuidedRequest &request) const override;
-    // `cancel`, when given, is watched while the call waits: set, the call
-    // ends with the failure "cancelled" and the helper drops the request.
-    GuidedAnswer generate(const GuidedRequest &request, const std::atomic_bool *cancel) const;
     ModelTrial tryModel(const std::atomic_bool *cancel = nullptr) const;
 
     // One raw request of the protocol (the id is added); the answer as the

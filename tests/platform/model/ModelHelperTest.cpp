@@ -253,9 +253,9 @@ TEST(ModelHelperFailures, CallPastTheTimeLimitFailsAndCancelledCallEndsAtOnce)
 
     // The next call gets a fresh helper; cancelled, it ends without waiting
     // for the model and leaves that helper running.
-    std::atomic_bool cancel = false;
+    GuidedRequest request = longRequest();
     GuidedAnswer cancelled = GuidedAnswer::failed(QString());
-    std::thread caller([&] { cancelled = helper.generate(longRequest(), &cancel); });
+    std::thread caller([&] { cancelled = helper.generate(request); });
     // The stopped helper's state may still be the last one published, so
     // wait for the new process to be the one answering.
     ASSERT_TRUE(waitFor(
@@ -265,7 +265,7 @@ TEST(ModelHelperFailures, CallPastTheTimeLimitFailsAndCancelledCallEndsAtOnce)
         },
         30s));
     const qint64 secondProcess = helper.status().model.processID;
-    cancel = true;
+    request.cancel.cancel();
     caller.join();
     EXPECT_EQ(cancelled.failure(), QStringLiteral("cancelled"));
     EXPECT_EQ(helper.status().state, ModelStatus::State::Ready);
