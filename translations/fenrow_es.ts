@@ -2115,5 +2115,17 @@
         <source>Fenrow · %1</source>
         <translation>Fenrow · %1</translation>
     </message>
+    <message id="engine.stop">
+        <source>Stop</source>
+        <translation>Detener</translation>
+    </message>
+    <message id="import.opml.relink.progress">
+        <source>Connecting the imported tasks…</source>
+        <translation>Conectando las tareas importadas…</translation>
+    </message>
+    <message id="settings.model.stopLoading">
+        <source>Stop Loading</source>
+        <translation>Detener la carga</translation>
+    </message>
 </context>
 </TS>

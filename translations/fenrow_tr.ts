@@ -2115,5 +2115,17 @@
         <source>Fenrow · %1</source>
         <translation>Fenrow · %1</translation>
     </message>
+    <message id="engine.stop">
+        <source>Stop</source>
+        <translation>Durdur</translation>
+    </message>
+    <message id="import.opml.relink.progress">
+        <source>Connecting the imported tasks…</source>
+        <translation>İçe aktarılan görevler bağlanıyor…</translation>
+    </message>
+    <message id="settings.model.stopLoading">
+        <source>Stop Loading</source>
+        <translation>Yüklemeyi Durdur</translation>
+    </message>
 </context>
 </TS>

@@ -21,6 +21,7 @@
 #include <QLoggingCategory>
 #include <QMenu>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QStandardPaths>
@@ -273,11 +274,34 @@ void FlowExportCommands::askToRelink(const QUuid &flowID)
         if (button != connectButton || !m_environment)
             return;
         // The answer comes back on this thread; it fails quietly, in the log.
+        // A long outline takes a model call per batch: the user sees how far
+        // it has come once it takes more than a moment, and may stop it.
+        auto *progress = new QProgressDialog(qtTrId("import.opml.relink.progress"), qtTrId("engine.stop"), 0, 0,
+                                             m_window);
+        progress->setObjectName(QStringLiteral("import.opml.relink.progress"));
+        progress->setWindowTitle(qtTrId("import.opml.relink.title"));
+        progress->setWindowModality(Qt::NonModal);
+        progress->setAutoClose(false);
+        progress->setAutoReset(false);
+        progress->setMinimumDuration(1500);
+        GeneratedFlows::RelinkControl control;
+        control.progress = [progress = QPointer<QProgressDialog>(progress)](int done, int total) {
+            if (progress) {
+                progress->setMaximum(total);
+                progress->setValue(done);
+            }
+        };
+        connect(progress, &QProgressDialog::canceled, progress, [cancel = control.cancel] { cancel.cancel(); });
         QPointer<FlowExportCommands> self(this);
-        GeneratedFlows::relinkImported(m_store, *m_environment, flowID, [self, flowID](bool connected) {
-            if (self)
-                emit self->relinkFinished(flowID, connected);
-        });
+        GeneratedFlows::relinkImported(
+            m_store, *m_environment, flowID,
+            [self, flowID, progress = QPointer<QProgressDialog>(progress)](bool connected) {
+                if (progress)
+                    progress->deleteLater();
+                if (self)
+                    emit self->relinkFinished(flowID, connected);
+            },
+            control);
     });
     box->open();
 }

@@ -60,6 +60,8 @@ GenerateSubtasksSheet::GenerateSubtasksSheet(FenrowStore &store, FenrowHistory &
     connect(m_details, &QLineEdit::textChanged, this, [this](const QString &text) { m_model->details = text; });
     connect(m_details, &QLineEdit::returnPressed, primaryButton(), &QPushButton::click);
     connect(primaryButton(), &QPushButton::clicked, m_model, &GenerateSubtasksModel::generate);
+    // Closing the sheet lets the work land; Stop gives it up.
+    connect(m_progress->addStopButton(), &QPushButton::clicked, m_model, &GenerateSubtasksModel::stop);
     connect(m_model, &GenerateSubtasksModel::processingChanged, this, &GenerateSubtasksSheet::refresh);
     connect(&environment, &AppEnvironment::engineChanged, this, &GenerateSubtasksSheet::refresh);
     refresh();

@@ -105,6 +105,8 @@ NewFlowFromTextSheet::NewFlowFromTextSheet(FenrowStore &store, AppEnvironment &e
         refresh();
     });
     connect(primaryButton(), &QPushButton::clicked, m_model, &NewFlowFromTextModel::generate);
+    // Closing the sheet lets the work land; Stop gives it up.
+    connect(m_progress->addStopButton(), &QPushButton::clicked, m_model, &NewFlowFromTextModel::stop);
     connect(m_model, &NewFlowFromTextModel::processingChanged, this, &NewFlowFromTextSheet::refresh);
     connect(m_model, &NewFlowFromTextModel::noticeChanged, this, &NewFlowFromTextSheet::refresh);
     connect(&environment, &AppEnvironment::engineChanged, this, &NewFlowFromTextSheet::refresh);

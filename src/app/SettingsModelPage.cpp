@@ -196,6 +196,8 @@ void SettingsModelPage::showChoice()
 {
     const std::optional<QString> path = m_preferences.languageModelPath();
     m_remove->setEnabled(path.has_value());
+    // Removing the model is also how its loading is given up.
+    m_remove->setText(qtTrId("settings.model.remove"));
     m_file->setVisible(path.has_value());
     m_details->setVisible(path.has_value());
     m_progress->hide();
@@ -221,6 +223,7 @@ void SettingsModelPage::showChoice()
         m_state->setText(qtTrId("settings.model.state.loading"));
         m_progress->setValue(int(status.progress * 100));
         m_progress->show();
+        m_remove->setText(qtTrId("settings.model.stopLoading"));
         break;
     case ModelStatus::State::Ready:
         m_state->setText(qtTrId("settings.model.state.ready")

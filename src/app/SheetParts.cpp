@@ -18,6 +18,20 @@ namespace fenrow {
 
 using namespace Theme;
 
+namespace {
+
+// The tinted button of a sheet's secondary actions.
+QString quietButtonStyle()
+{
+    return QStringLiteral("QPushButton { color: %1; background: %2; border: none;"
+                          " border-radius: 5px; padding: 5px 14px; }"
+                          " QPushButton:hover { background: %3; }"
+                          " QPushButton:focus { border: 1px solid %4; }")
+        .arg(Color::text.name(), Color::hover.name(), Color::track.name(), Color::accent.name());
+}
+
+} // namespace
+
 namespace SheetGlyphs {
 
 namespace {
@@ -149,9 +163,9 @@ void BusyIndicator::paintEvent(QPaintEvent *)
     painter.drawArc(ring, -m_angle * 16, 100 * 16);
 }
 
-ProgressRow::ProgressRow(const char *key, QWidget *parent) : QWidget(parent)
+ProgressRow::ProgressRow(const char *key, QWidget *parent) : QWidget(parent), m_key(QString::fromLatin1(key))
 {
-    setObjectName(QString::fromLatin1(key));
+    setObjectName(m_key);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(8);
@@ -163,6 +177,16 @@ ProgressRow::ProgressRow(const char *key, QWidget *parent) : QWidget(parent)
     muted.setColor(QPalette::WindowText, Color::secondaryText);
     text->setPalette(muted);
     row->addWidget(text, 1);
+}
+
+QPushButton *ProgressRow::addStopButton()
+{
+    auto *stop = new QPushButton(qtTrId("engine.stop"), this);
+    stop->setCursor(Qt::PointingHandCursor);
+    stop->setStyleSheet(quietButtonStyle());
+    stop->setObjectName(m_key + QStringLiteral(".stop"));
+    static_cast<QHBoxLayout *>(layout())->addWidget(stop);
+    return stop;
 }
 
 NoticeRow::NoticeRow(const QString &identifier, SheetGlyphs::Glyph glyph, QWidget *parent) : QWidget(parent)
@@ -308,12 +332,7 @@ SheetFrame::SheetFrame(const QString &identifier, int width, QWidget *parent) : 
 
     m_cancel = new QPushButton(this);
     m_cancel->setCursor(Qt::PointingHandCursor);
-    m_cancel->setStyleSheet(QStringLiteral("QPushButton { color: %1; background: %2; border: none;"
-                                           " border-radius: 5px; padding: 5px 14px; }"
-                                           " QPushButton:hover { background: %3; }"
-                                           " QPushButton:focus { border: 1px solid %4; }")
-                                .arg(Color::text.name(), Color::hover.name(), Color::track.name(),
-                                     Color::accent.name()));
+    m_cancel->setStyleSheet(quietButtonStyle());
     m_primary = new QPushButton(this);
     m_primary->setCursor(Qt::PointingHandCursor);
     m_primary->setDefault(true);

@@ -59,6 +59,12 @@ private:
 class ProgressRow : public QWidget {
 public:
     ProgressRow(const char *key, QWidget *parent = nullptr);
+    // A Stop button at the end of the row, for work that can be given up;
+    // named "<key>.stop".
+    QPushButton *addStopButton();
+
+private:
+    QString m_key;
 };
 
 // A tinted box with a glyph, a bold title and a message below it: a

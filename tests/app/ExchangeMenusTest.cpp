@@ -1,4 +1,5 @@
 #include "AppTestSupport.h"
+#include "HeldEngine.h"
 
 #include "FlowExportCommands.h"
 #include "formats/FenrowBackup.h"
@@ -12,6 +13,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMenuBar>
+#include <QProgressDialog>
 #include <QSignalSpy>
 
 namespace fenrow::testing {
@@ -228,6 +230,32 @@ TEST_F(ExchangeMenusTest, ABareOutlineMayBeConnectedByTheEngine)
     EXPECT_TRUE(relinked.first().at(1).toBool());
     EXPECT_GT(machineEdges(*store->flows().last()), 0);
 
+    // A relink that takes a while shows how far it has come, and Stop gives
+    // it up with nothing applied.
+    auto engine = std::make_shared<HeldEngine>();
+    AppEnvironment held({QStringLiteral("--ui-test")}, heldFactories(engine));
+    window->exportCommands()->setEnvironment(&held);
+    fileAction("menu.importOPML")->trigger();
+    choose("import.opml.panel", states);
+    click(dialog<QMessageBox>("import.opml.relink"), "import.opml.relink.connect");
+    QProgressDialog *progress = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        progress = window->findChild<QProgressDialog *>("import.opml.relink.progress");
+        return progress && progress->isVisible();
+    }));
+    EXPECT_EQ(engine->waiting(), 1);
+    EXPECT_EQ(progress->labelText(), "Connecting the imported tasks…");
+    saveScreenshot(progress, "import-relink-progress");
+    QPushButton *stop = progress->findChild<QPushButton *>();
+    ASSERT_NE(stop, nullptr);
+    EXPECT_EQ(stop->text(), "Stop");
+    QTest::mouseClick(stop, Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return relinked.size() == 2; }));
+    EXPECT_FALSE(relinked.last().at(1).toBool());
+    EXPECT_EQ(machineEdges(*store->flows().last()), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window->findChild<QProgressDialog *>("import.opml.relink.progress"); }));
+    window->exportCommands()->setEnvironment(&scripted);
+
     // A file with dependencies of its own is not asked about, and neither
     // is anything when no engine is there.
     const QString own = files.filePath("garden.opml");
@@ -249,7 +277,7 @@ TEST_F(ExchangeMenusTest, ABareOutlineMayBeConnectedByTheEngine)
     window->exportCommands()->setEnvironment(&unavailable);
     fileAction("menu.importOPML")->trigger();
     choose("import.opml.panel", states);
-    EXPECT_EQ(store->flows().size(), 5);
+    EXPECT_EQ(store->flows().size(), 6);
     EXPECT_FALSE(asked());
     window->exportCommands()->setEnvironment(nullptr);
 }

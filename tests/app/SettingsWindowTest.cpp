@@ -453,8 +453,12 @@ TEST_F(SettingsWindowTest, TheModelPageChoosesLoadsAndTriesAModelAndRefusesAFile
     // What the page showed at each step of the loading.
     QStringList shown;
     bool progressShown = false;
+    auto *remove = control<QPushButton>(SettingsPage::languageModel, "settings.model.remove");
     QObject::connect(&model, &LanguageModel::statusChanged, state, [&] {
         shown << state->text();
+        // Loading is given up with the same button that removes the model.
+        if (progress->isVisible())
+            shown << remove->text();
         progressShown = progressShown || progress->isVisible();
     });
     page->chooseFile(tiny);
@@ -465,6 +469,8 @@ TEST_F(SettingsWindowTest, TheModelPageChoosesLoadsAndTriesAModelAndRefusesAFile
     QApplication::processEvents();
     EXPECT_TRUE(shown.contains(qtTrId("settings.model.state.loading"))) << shown.join(" | ").toStdString();
     EXPECT_TRUE(progressShown);
+    EXPECT_TRUE(shown.contains("Stop Loading")) << shown.join(" | ").toStdString();
+    EXPECT_EQ(remove->text(), "Remove");
     EXPECT_FALSE(progress->isVisible());
     EXPECT_TRUE(state->text().startsWith("Loaded: ")) << state->text().toStdString();
     EXPECT_TRUE(state->text().contains(QLocale(QLocale::English).toString(model.status().model.contextSize)))
@@ -494,7 +500,7 @@ TEST_F(SettingsWindowTest, TheModelPageChoosesLoadsAndTriesAModelAndRefusesAFile
     QApplication::processEvents();
     EXPECT_TRUE(window->settingsWindow()->grab().save(screenshots.filePath("settings-model-refused.png")));
 
-    control<QPushButton>(SettingsPage::languageModel, "settings.model.remove")->click();
+    remove->click();
     EXPECT_EQ(reread()->languageModelPath(), std::nullopt);
     EXPECT_EQ(state->text(), qtTrId("settings.model.state.none"));
     EXPECT_FALSE(tryIt->isEnabled());

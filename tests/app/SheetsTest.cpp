@@ -1,4 +1,5 @@
 #include "AppTestSupport.h"
+#include "HeldEngine.h"
 
 #include "CanvasView.h"
 #include "DismissableDialogOverlay.h"
@@ -20,6 +21,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QThreadPool>
 
 namespace fenrow::testing {
 namespace {
@@ -168,6 +170,50 @@ TEST_F(SheetsTest, NewFlowFromTextMakesTheFlowShowsItAndConnectsItsTasks)
     EXPECT_EQ(DialogPresence::depth(), depth);
     // The engine connects the tasks once the sheet has gone.
     EXPECT_TRUE(QTest::qWaitFor([&] { return flow.edges().size() == 2; }));
+}
+
+TEST_F(SheetsTest, StopGivesUpTheEnginesWorkAndChangesNothing)
+{
+    auto engine = std::make_shared<HeldEngine>();
+    AppEnvironment held({AppEnvironment::uiTestArgument}, heldFactories(engine));
+    showWith(held);
+    const QString text = QStringLiteral("We move to Leipzig in June: book a van, pack, clean.");
+    window->sheets()->newFlowFromText()->setPresented(true);
+    auto *sheet = shownSheet<NewFlowFromTextSheet>("newFlowFromText.sheet");
+    ASSERT_NE(sheet, nullptr);
+    sheet->textField()->setPlainText(text);
+    QPushButton *generate = part<QPushButton>(sheet, "newFlowFromText.generate");
+    QTest::mouseClick(generate, Qt::LeftButton);
+    auto *stop = part<QPushButton>(sheet, "newFlowFromText.processing.stop");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return stop->isVisible() && engine->waiting() == 1; }));
+    EXPECT_FALSE(generate->isEnabled());
+    saveScreenshot(QStringLiteral("sheet-new-flow-from-text-working"));
+    QTest::mouseClick(stop, Qt::LeftButton);
+    // The held call ends because it was given up, not because it was let go.
+    EXPECT_TRUE(QThreadPool::globalInstance()->waitForDone(5000));
+    QApplication::processEvents();
+    EXPECT_TRUE(store->flows().isEmpty());
+    EXPECT_TRUE(sheet->isVisible());
+    EXPECT_FALSE(stop->isVisible());
+    EXPECT_TRUE(generate->isEnabled());
+    EXPECT_EQ(sheet->textField()->toPlainText(), text);
+    window->sheets()->newFlowFromText()->setPresented(false);
+    ASSERT_TRUE(sheetGone("newFlowFromText.sheet"));
+
+    const TaskFlow &flow = *store->addFlow(QStringLiteral("Move house"));
+    const FlowNode &parent = *store->addNode(QStringLiteral("Pack the kitchen"), flow);
+    window->sheets()->generateSubtasks()->present(parent.id);
+    auto *subtasks = shownSheet<GenerateSubtasksSheet>("generateSubtasks.sheet");
+    ASSERT_NE(subtasks, nullptr);
+    QTest::mouseClick(part<QPushButton>(subtasks, "generateSubtasks.generate"), Qt::LeftButton);
+    stop = part<QPushButton>(subtasks, "generateSubtasks.processing.stop");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return stop->isVisible() && engine->waiting() == 1; }));
+    QTest::mouseClick(stop, Qt::LeftButton);
+    EXPECT_TRUE(QThreadPool::globalInstance()->waitForDone(5000));
+    QApplication::processEvents();
+    EXPECT_EQ(flow.items().size(), 1u);
+    EXPECT_TRUE(subtasks->isVisible());
+    EXPECT_TRUE(part<QPushButton>(subtasks, "generateSubtasks.generate")->isEnabled());
 }
 
 TEST_F(SheetsTest, WithoutAModelTheSheetMakesAnEmptyFlowThatOpensWithACardToName)
