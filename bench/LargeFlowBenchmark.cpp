@@ -92,7 +92,7 @@ void readyJson(benchmark::State &state)
     for (auto _ : state) {
         const QList<ReadyTask> tasks =
             Readiness::sortedReady(Readiness::readyTasks(store.flows(), now, store.calendar()), ReadySort::flow);
-        json = JsonOutput::readyList(tasks, now, store.calendar());
+        json = JsonOutput::readyList(tasks, 0, now, store.calendar());
         benchmark::DoNotOptimize(json);
     }
     if (QJsonDocument::fromJson(json).array().size() != flatNodes()) {

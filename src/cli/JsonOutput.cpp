@@ -168,8 +168,8 @@ QJsonObject readyTask(const FlowNode &node, const QDateTime &now, const LocalCal
     };
 }
 
-void writeReadyList(const QList<ReadyTask> &tasks, const QDateTime &now, const LocalCalendar &calendar,
-                    const std::function<void(std::string_view)> &write)
+void writeReadyList(const QList<ReadyTask> &tasks, qsizetype todayCount, const QDateTime &now,
+                    const LocalCalendar &calendar, const std::function<void(std::string_view)> &write)
 {
     // Written straight as QJsonDocument would indent it (keys sorted, four
     // spaces a level): building a QJsonObject per row first took three
@@ -219,6 +219,9 @@ void writeReadyList(const QList<ReadyTask> &tasks, const QDateTime &now, const L
         key("id");
         appendId(out, node.id);
         next();
+        key("inToday");
+        out += i < todayCount ? "true" : "false";
+        next();
         key("isOverdue");
         out += node.isOverdue(now, calendar) ? "true" : "false";
         next();
@@ -237,10 +240,11 @@ void writeReadyList(const QList<ReadyTask> &tasks, const QDateTime &now, const L
     write(out);
 }
 
-QByteArray readyList(const QList<ReadyTask> &tasks, const QDateTime &now, const LocalCalendar &calendar)
+QByteArray readyList(const QList<ReadyTask> &tasks, qsizetype todayCount, const QDateTime &now,
+                     const LocalCalendar &calendar)
 {
     QByteArray all;
-    writeReadyList(tasks, now, calendar,
+    writeReadyList(tasks, todayCount, now, calendar,
                    [&all](std::string_view piece) { all.append(piece.data(), qsizetype(piece.size())); });
     return all;
 }

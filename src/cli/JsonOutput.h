@@ -32,10 +32,12 @@ QJsonObject flow(const TaskFlow &flow, qsizetype position, const LocalCalendar &
 QJsonObject readyTask(const FlowNode &node, const QDateTime &now, const LocalCalendar &calendar);
 // The rows of the Ready list as the indented JSON document that
 // `fenrow ready --json` prints, an array of `readyTask` objects, handed to
-// `write` in pieces of UTF-8; `readyList` gives it whole.
-void writeReadyList(const QList<ReadyTask> &tasks, const QDateTime &now, const LocalCalendar &calendar,
-                    const std::function<void(std::string_view)> &write);
-QByteArray readyList(const QList<ReadyTask> &tasks, const QDateTime &now, const LocalCalendar &calendar);
+// `write` in pieces of UTF-8; `readyList` gives it whole. The first
+// `todayCount` rows are the Today group: each row's "inToday" says so.
+void writeReadyList(const QList<ReadyTask> &tasks, qsizetype todayCount, const QDateTime &now,
+                    const LocalCalendar &calendar, const std::function<void(std::string_view)> &write);
+QByteArray readyList(const QList<ReadyTask> &tasks, qsizetype todayCount, const QDateTime &now,
+                     const LocalCalendar &calendar);
 // A task with every field a command can change, and its state at `now`.
 QJsonObject task(const FlowNode &node, const QDateTime &now, const LocalCalendar &calendar);
 

@@ -74,32 +74,49 @@ int showReady(CommandContext &context)
     const FenrowStore &store = context.store();
     const QDateTime now = context.clock().now();
     const LocalCalendar &calendar = store.calendar();
-    const QList<ReadyTask> tasks =
-        Readiness::sortedReady(Readiness::readyTasks(store.flows(), now, calendar), sort);
+    // As the window's list: the tasks started today first, in the order of
+    // today's plan, then the rest.
+    const TodayGroups groups =
+        Readiness::todayGroups(Readiness::sortedReady(Readiness::readyTasks(store.flows(), now, calendar), sort), now,
+                               calendar);
 
     if (context.json()) {
-        JsonOutput::writeReadyList(tasks, now, calendar, [&context](std::string_view piece) {
-            context.out() << QString::fromUtf8(piece.data(), qsizetype(piece.size()));
-        });
+        JsonOutput::writeReadyList(groups.today + groups.rest, groups.today.size(), now, calendar,
+                                   [&context](std::string_view piece) {
+                                       context.out() << QString::fromUtf8(piece.data(), qsizetype(piece.size()));
+                                   });
         return exitSuccess;
     }
-    if (tasks.isEmpty()) {
+    if (groups.today.isEmpty() && groups.rest.isEmpty()) {
         context.out() << emptyReason(Readiness::readyEmptyReason(store.flows(), now, calendar)) << '\n';
         return exitSuccess;
     }
 
-    // By flow, the flow names head their groups; otherwise each row names it.
+    // By flow, the flow names head their groups; otherwise each row names
+    // it, as do the rows of Today, which mixes flows. Without a flow column
+    // the rest is a table of its own, so columns line up within each.
     const bool grouped = sort == ReadySort::flow;
-    TextTable table({}, grouped ? QStringLiteral("  ") : QString());
+    const QString indent = grouped || !groups.today.isEmpty() ? QStringLiteral("  ") : QString();
+    TextTable table({}, indent);
+    TextTable byFlow({}, indent);
+    if (!groups.today.isEmpty()) {
+        table.addHeading(groups.hasRanks ? QStringLiteral("Today (in your order)") : QStringLiteral("Today"));
+        for (const ReadyTask &task : groups.today)
+            table.addRow(rowCells(task, true, now, calendar));
+        if (!grouped && !groups.rest.isEmpty())
+            table.addHeading(QStringLiteral("Other tasks"));
+    }
+    TextTable &rest = grouped ? byFlow : table;
     const TaskFlow *group = nullptr;
-    for (const ReadyTask &task : tasks) {
+    for (const ReadyTask &task : groups.rest) {
         if (grouped && task.flow != group) {
             group = task.flow;
-            table.addHeading(group->name);
+            rest.addHeading(group->name);
         }
-        table.addRow(rowCells(task, !grouped, now, calendar));
+        rest.addRow(rowCells(task, !grouped, now, calendar));
     }
     table.print(context.out());
+    byFlow.print(context.out());
     return exitSuccess;
 }
 
@@ -119,8 +136,11 @@ void registerIn(CommandRegistry &registry)
             "tasks are grouped under their flow in sidebar order; by dueDate,\n"
             "priority or estimate, tasks without one come last. The default follows\n"
             "the setting preferences.readySort in ~/.config/fenrow/fenrow.conf.\n"
+            "Tasks that start today (or whose start day has passed) come first, as\n"
+            "the Today group, in the order of today's plan once one is committed\n"
+            "(fenrow plan --commit).\n"
             "With --json, an array of tasks: id, title, flowID, flowName, dueDate,\n"
-            "isOverdue, priorityRaw, estimateMinutes and dayPlanRank."),
+            "isOverdue, priorityRaw, estimateMinutes, dayPlanRank and inToday."),
         .options = {sortOption},
         .run = showReady,
     });

@@ -69,16 +69,24 @@ TEST_F(ReadyCommandTest, ListsTheReadyTasksInTheChosenSort)
     // What each sort does is Readiness's; here, that --sort reaches it.
     EXPECT_EQ(readyTitles({"--sort", "ESTIMATE"}), (QStringList{"Sweep", "Design", "Copy", "Water"}));
 
-    // By flow, one heading per flow and columns aligned across them.
+    // Today's tasks first, naming their flows; then, by flow, one heading
+    // per flow and columns aligned across them. A rank alone (Copy's) does
+    // not make a task today's.
     const CommandResult grouped = run({"ready", "--sort", "flow", "--now", now});
-    EXPECT_EQ(grouped.out, "Launch\n"
+    EXPECT_EQ(grouped.out, "Today\n"
+                           "  Sweep  Home      15 min\n"
+                           "Launch\n"
                            "  Design          due 2026-06-12            low priority     30 min\n"
                            "  Copy            due 2026-06-08 (overdue)  high priority    2 h\n"
                            "Home\n"
-                           "  Water [paused]  due 2026-06-09 (overdue)  medium priority\n"
-                           "  Sweep                                                      15 min\n");
-    // Otherwise each row names its flow.
-    EXPECT_TRUE(run({"ready", "--sort", "priority", "--now", now}).out.startsWith("Copy            Launch  due"));
+                           "  Water [paused]  due 2026-06-09 (overdue)  medium priority\n");
+    // Otherwise each row names its flow, in one table.
+    const QString byPriority = run({"ready", "--sort", "priority", "--now", now}).out;
+    EXPECT_TRUE(byPriority.startsWith("Today\n"
+                                    "  Sweep           Home                                               15 min\n"
+                                    "Other tasks\n"
+                                    "  Copy            Launch  due 2026-06-08 (overdue)  high priority    2 h\n"))
+        << byPriority.toStdString();
 
     const CommandResult wrong = run({"ready", "--sort", "title"});
     EXPECT_EQ(wrong.status, exitUsage);
@@ -92,9 +100,10 @@ TEST_F(ReadyCommandTest, JsonRowsCarryIdsZonedDatesAndNulls)
     const QJsonArray tasks = readyJson({"--sort", "flow"});
     ASSERT_EQ(tasks.size(), 4);
 
-    const QJsonObject copy = tasks[1].toObject();
+    const QJsonObject copy = tasks[2].toObject();
     EXPECT_EQ(copy.keys(), (QStringList{"dayPlanRank", "dueDate", "estimateMinutes", "flowID", "flowName", "id",
-                                        "isOverdue", "priorityRaw", "title"}));
+                                        "inToday", "isOverdue", "priorityRaw", "title"}));
+    EXPECT_EQ(copy["inToday"], false);
     auto store = openStore();
     const TaskFlow &launch = *store->flows()[0];
     EXPECT_EQ(copy["id"].toString(), launch.orderedItems()[2]->id.toString(QUuid::WithoutBraces).toUpper());
@@ -106,12 +115,13 @@ TEST_F(ReadyCommandTest, JsonRowsCarryIdsZonedDatesAndNulls)
     EXPECT_EQ(copy["estimateMinutes"].toInt(), 120);
     EXPECT_EQ(copy["dayPlanRank"].toInt(), 2);
 
-    const QJsonObject sweep = tasks[3].toObject();
+    const QJsonObject sweep = tasks[0].toObject();
+    EXPECT_EQ(sweep["inToday"], true);
     for (const char *absent : {"dueDate", "dayPlanRank"})
         EXPECT_TRUE(sweep[absent].isNull()) << absent;
     EXPECT_EQ(sweep["isOverdue"], false);
     EXPECT_EQ(sweep["priorityRaw"].toString(), "none");
-    EXPECT_TRUE(tasks[2].toObject()["estimateMinutes"].isNull());
+    EXPECT_TRUE(tasks[3].toObject()["estimateMinutes"].isNull());
 
     // Written as QJsonDocument indents it, whatever a title holds.
     {
