@@ -14,6 +14,7 @@
 #include "domain/FenrowStore.h"
 
 #include <QJsonArray>
+#include <QLocale>
 
 #include <algorithm>
 
@@ -248,6 +249,38 @@ int restoreTask(CommandContext &context)
     return exitSuccess;
 }
 
+int deleteArchiveRecord(CommandContext &context)
+{
+    int status = exitFailure;
+    const CompletionRecord *record = recordArgument(context, &status);
+    if (!record)
+        return status;
+
+    FenrowStore &store = context.store();
+    const QString described = record->kindRaw == CompletionRecord::repeatKind
+        ? QStringLiteral("round %1 of %2").arg(record->cycle).arg(PlainText::quoted(record->title))
+        : PlainText::quoted(record->title);
+    const QString day = QLocale::c().toString(record->completedAt.toTimeZone(store.calendar().zone()).date(),
+                                              QStringLiteral("yyyy-MM-dd"));
+    const QString question = QStringLiteral("Delete the archive record of %1 (flow %2, %3)?%4")
+                                 .arg(described, PlainText::quoted(record->flowName), day,
+                                      store.canRestore(*record)
+                                          ? QStringLiteral(" The task can then no longer be restored.")
+                                          : QString());
+    if (!CommandSupport::confirmed(context, question,
+                                   QStringLiteral("the archive record of %1 was not deleted").arg(described)))
+        return exitFailure;
+
+    // The record goes with the deletion: describe it first.
+    const QJsonObject json = recordJson(store, *record);
+    store.deleteRecord(*record);
+    if (context.json())
+        context.printJson(json);
+    else
+        context.out() << "Deleted the archive record of " << described << ".\n";
+    return exitSuccess;
+}
+
 } // namespace
 
 void registerIn(CommandRegistry &registry)
@@ -274,9 +307,9 @@ void registerIn(CommandRegistry &registry)
         .description = QStringLiteral(
             "QUERY keeps the records whose title or flow name contains it, ignoring\n"
             "case and accents. Each row shows the start of the record's id, which\n"
-            "restore-task takes. With --json, an array of records: id, kind\n"
-            "(\"archived\" or \"repeat\"), title, flowID, flowName, completedAt, cycle\n"
-            "and canRestore."),
+            "restore-task and archived delete take. With --json, an array of\n"
+            "records: id, kind (\"archived\" or \"repeat\"), title, flowID, flowName,\n"
+            "completedAt, cycle and canRestore."),
         .maxArguments = 1,
         .run = listArchive,
     });
@@ -292,6 +325,21 @@ void registerIn(CommandRegistry &registry)
         .minArguments = 1,
         .maxArguments = 1,
         .run = restoreTask,
+    });
+    registry.addCommand({
+        .name = QStringLiteral("archived delete"),
+        .argumentsSyntax = QStringLiteral("RECORD"),
+        .summary = QStringLiteral("Delete a record from the archive"),
+        .description = QStringLiteral(
+            "RECORD is named as for restore-task. An archived task's record holds the\n"
+            "only copy of the task: once deleted, it cannot be restored. Asks first\n"
+            "on the terminal; without a terminal to ask on, nothing is deleted unless\n"
+            "--yes is given. Undo does not reach the archive. With --json, the\n"
+            "record as \"fenrow archived --json\" lists it."),
+        .options = {SharedOption::yes},
+        .minArguments = 1,
+        .maxArguments = 1,
+        .run = deleteArchiveRecord,
     });
 }
 

@@ -4,10 +4,12 @@
 #include "AttachCommand.h"
 #include "BackupCommands.h"
 #include "ExchangeCommands.h"
+#include "FileCommands.h"
 #include "FindCommand.h"
 #include "FlowCommands.h"
 #include "GraphCommands.h"
 #include "HelpCommand.h"
+#include "HistoryCommands.h"
 #include "NewFlowCommand.h"
 #include "ParseDateCommand.h"
 #include "PlanCommand.h"
@@ -26,6 +28,7 @@ void registerAll(CommandRegistry &registry)
     TaskCommands::registerIn(registry);
     TaskDetailCommands::registerIn(registry);
     GraphCommands::registerIn(registry);
+    HistoryCommands::registerIn(registry);
     PlanCommand::registerIn(registry);
     RemindersCommand::registerIn(registry);
     ParseDateCommand::registerIn(registry);
@@ -34,6 +37,7 @@ void registerAll(CommandRegistry &registry)
     NewFlowCommand::registerIn(registry);
     TemplateCommands::registerIn(registry);
     AttachCommand::registerIn(registry);
+    FileCommands::registerIn(registry);
     ArchiveCommands::registerIn(registry);
     ExchangeCommands::registerIn(registry);
     BackupCommands::registerIn(registry);

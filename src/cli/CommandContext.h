@@ -48,6 +48,9 @@ public:
     // is the running program's.
     FenrowStore &store() const;
     FenrowHistory &history();
+    // The running program's history; null for a command run alone, whose
+    // own history starts empty and ends with it.
+    FenrowHistory *runningHistory() const { return m_workspace.history; }
     AppPreferences &preferences();
     // The inference engine: the running program's, or the one this run
     // chooses (see EngineSupport::environment).

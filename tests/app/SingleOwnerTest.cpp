@@ -27,6 +27,8 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QListView>
 #include <QProcess>
 #include <QRegularExpression>
@@ -185,6 +187,61 @@ TEST_F(SingleOwnerTest, CommandsChangeTheWindowsStoreAndShowThereAtOnce)
         }
     EXPECT_EQ(doneTitles, QStringList{"Define the offer, renamed"});
     EXPECT_TRUE(titles.contains("Buy milk"));
+}
+
+TEST_F(SingleOwnerTest, TheCommandLinesReadyListIsTheWindows)
+{
+    // Four more tasks in a flow of their own, three of them starting today,
+    // and today's plan committed from the command line.
+    window().setRoute(DetailRoute::ready());
+    ReadyListModel &rows = *window().readyList()->model();
+    const QStringList added{"Buy stamps", "Call the bank", "Water the plants", "File the receipts"};
+    for (const QString &title : added)
+        ASSERT_EQ(fenrow({"add", title, "--flow", "Errands", "--due", "none"}).status, 0);
+    const QDateTime now = store().clock().now();
+    for (const QString &title : added.first(3))
+        store().setStartDate(now, *task(title));
+    store().setPriority(NodePriority::high, *task("Water the plants"));
+    store().setEstimate(5, *task("Call the bank"));
+    store().setDueDate(now.addDays(2), *task("File the receipts"));
+    const ProcessRun planned = fenrow({"plan", "--budget", "24h", "--commit"});
+    ASSERT_EQ(planned.status, 0) << planned.err.toStdString();
+
+    // Each row as "title inToday", in the order shown.
+    const auto windowRows = [&] {
+        QStringList shown;
+        for (int row = 0; row < rows.rowCount(); ++row) {
+            const QModelIndex index = rows.index(row);
+            if (ReadyListModel::Kind(index.data(ReadyListModel::KindRole).toInt()) == ReadyListModel::Kind::task)
+                shown << index.data().toString() + (index.data(ReadyListModel::InTodayRole).toBool() ? " today" : "");
+        }
+        return shown;
+    };
+    const auto commandRows = [&](const QString &sort) {
+        const ProcessRun ready = fenrow({"ready", "--json", "--sort", sort});
+        EXPECT_EQ(ready.status, 0) << ready.err.toStdString();
+        QStringList shown;
+        for (const QJsonValue &row : QJsonDocument::fromJson(ready.out.toUtf8()).array())
+            shown << row["title"].toString() + (row["inToday"].toBool() ? " today" : "");
+        return shown;
+    };
+    const auto compareEverySort = [&] {
+        for (const ReadySort sort : {ReadySort::flow, ReadySort::dueDate, ReadySort::priority, ReadySort::estimate}) {
+            rows.setSort(sort);
+            const QStringList shown = windowRows();
+            EXPECT_EQ(shown.filter(" today").size(), 3) << rawString(sort).toStdString();
+            EXPECT_EQ(commandRows(rawString(sort)), shown) << rawString(sort).toStdString();
+        }
+    };
+    compareEverySort();
+
+    // Today's order turned round, as a drag in the window would.
+    const QStringList today = windowRows().filter(" today");
+    for (qsizetype i = 0; i < today.size(); ++i)
+        store().setDayPlanRank(today.size() - i, *task(today[i].chopped(6)));
+    rows.reload();
+    ASSERT_NE(windowRows().filter(" today"), today);
+    compareEverySort();
 }
 
 TEST_F(SingleOwnerTest, TwoCommandLinesAddingAtOnceLoseNothing)

@@ -191,5 +191,28 @@ TEST_F(ArchivedRecordsTest, RestoreTaskRefusesWhatCannotComeBack)
     EXPECT_EQ(run({"restore-task", idOf("Torn").left(7)}).status, exitUsage);
 }
 
+TEST_F(ArchivedRecordsTest, ArchivedDeleteAsksThenTakesOneRecord)
+{
+    const QString id = idOf("Résumé draft");
+    CommandResult result = run({"archived", "delete", id.left(8)}, "n\n", true);
+    EXPECT_EQ(result.status, exitFailure);
+    EXPECT_TRUE(result.err.startsWith("Delete the archive record of \"Résumé draft\" (flow \"Jobs\", 2026-05-02)? "
+                                      "The task can then no longer be restored. [y/N] "))
+        << result.err.toStdString();
+    EXPECT_EQ(run({"archived", "delete", id}).status, exitFailure);
+    EXPECT_EQ(listed({"archived"}).size(), 4);
+
+    result = run({"archived", "delete", id, "--yes", "--json"});
+    ASSERT_EQ(result.status, exitSuccess) << result.err.toStdString();
+    EXPECT_EQ(QJsonDocument::fromJson(result.out.toUtf8()).object()["id"].toString(), id);
+    result = run({"archived", "delete", idOf("Water plants")}, "y\n", true);
+    EXPECT_EQ(result.out, "Deleted the archive record of round 2 of \"Water plants\".\n");
+    QStringList left;
+    for (const QJsonValue &record : listed({"archived"}))
+        left.append(record["title"].toString());
+    EXPECT_EQ(left, (QStringList{"Water plants", "Old note"}));
+    EXPECT_EQ(run({"archived", "delete", id}).status, exitFailure);
+}
+
 } // namespace
 } // namespace fenrow::testing

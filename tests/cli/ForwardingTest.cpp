@@ -232,5 +232,48 @@ TEST_F(ForwardingTest, GraphAndChecklistChangesAreTheCanvasesNamedSteps)
     EXPECT_FALSE(history->canRedo(work));
 }
 
+TEST_F(ForwardingTest, UndoAndRedoTakeTheWindowsStepsByName)
+{
+    addFlows({"Work", "Home"});
+    {
+        auto setup = openStore();
+        setup->addNode("Plan", *setup->flows()[0]);
+        setup->addNode("Build", *setup->flows()[0]);
+        setup->addNode("Sweep", *setup->flows()[1]);
+        setup->attachFile({"brief.txt", {}, 5, "brief"}, 0, 0, *setup->flows()[0]);
+    }
+    // Alone, there is no history to take a step from.
+    const CommandResult alone = run({"undo"});
+    EXPECT_EQ(alone.status, exitUsage);
+    EXPECT_TRUE(alone.err.startsWith("fenrow: nothing to undo: no Fenrow window is running")) << alone.err.toStdString();
+
+    startOwner();
+    const TaskFlow &work = *store->flows()[0];
+    const FlowFile &brief = *work.files()[0];
+    for (const QStringList &command : QList<QStringList>{{"connect", "Plan", "Build"},
+                                                         {"link", "brief", "Build"},
+                                                         {"file", "trash", "brief"},
+                                                         {"subtask", "Sweep", "Mop"}})
+        ASSERT_EQ(forwarded(command).status, exitSuccess) << command.join(' ').toStdString();
+
+    // The latest step of any flow, then Work's own, newest first.
+    EXPECT_EQ(forwarded({"undo"}).out, "Undid \"Add subtask\" in flow \"Home\".\n");
+    EXPECT_EQ(forwarded({"undo", "work"}).out, "Undid \"Delete file\" in flow \"Work\".\n");
+    EXPECT_FALSE(brief.isTrashed);
+    EXPECT_TRUE(forwarded({"undo", "work", "--json"}).out.contains("\"name\": \"Link file\""));
+    EXPECT_TRUE(brief.links().isEmpty());
+    EXPECT_EQ(forwarded({"redo", "work"}).out, "Redid \"Link file\" in flow \"Work\".\n");
+    EXPECT_EQ(brief.links().size(), 1);
+
+    // With Home on the canvas, the canvas's flow alone counts.
+    history->setActiveFlowID(store->flows()[1]->id);
+    const CommandResult none = forwarded({"undo"});
+    EXPECT_EQ(none.status, exitUsage);
+    EXPECT_TRUE(none.err.contains("nothing to undo in flow \"Home\", the flow on the window's canvas"))
+        << none.err.toStdString();
+    EXPECT_EQ(forwarded({"redo"}).out, "Redid \"Add subtask\" in flow \"Home\".\n");
+    EXPECT_EQ(store->flows()[1]->items().size(), 2u);
+}
+
 } // namespace
 } // namespace fenrow::testing

@@ -212,6 +212,16 @@ TEST_F(StoreFiles, TrashKeepsLinksAndPurgeTakesThemAlong)
     ASSERT_EQ(task.fileLinks().size(), 1);
     EXPECT_EQ(task.fileLinks()[0], flow->fileLinks()[0]);
     EXPECT_EQ(kept.links(), task.fileLinks());
+
+    // Several flows at once are one change, so one save.
+    const TaskFlow *other = store->addFlow(QStringLiteral("Other"));
+    store->setFileTrashed(*store->attachFile(namedPayload(QStringLiteral("there.txt")), 0, 0, *other), true);
+    store->setFileTrashed(kept, true);
+    changed.clear();
+    store->purgeTrashedFiles(store->flows());
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_TRUE(flow->files().empty());
+    EXPECT_TRUE(other->files().empty());
 }
 
 TEST_F(StoreFiles, LiveFilesByOrderLinkedFilesByLinkTime)

@@ -204,6 +204,8 @@ public:
     void resetFileSize(const FlowFile &file);
     void setFileTrashed(const FlowFile &file, bool trashed);
     void purgeTrashedFiles(const TaskFlow &flow);
+    // The same for several flows at once, in one save: all of them or none.
+    void purgeTrashedFiles(const QList<const TaskFlow *> &flows);
     void linkFile(const FlowFile &file, const FlowNode &node);
     void unlinkFile(const FlowFile &file, const FlowNode &node);
     void unlinkAll(const FlowFile &file);

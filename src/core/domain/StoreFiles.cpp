@@ -113,15 +113,25 @@ void FenrowStore::setFileTrashed(const FlowFile &file, bool trashed)
 
 void FenrowStore::purgeTrashedFiles(const TaskFlow &flow)
 {
-    QSet<QUuid> trashed;
-    for (const FlowFile *file : flow.files()) {
-        if (file->isTrashed)
-            trashed.insert(file->id);
+    purgeTrashedFiles(QList<const TaskFlow *>{&flow});
+}
+
+void FenrowStore::purgeTrashedFiles(const QList<const TaskFlow *> &flows)
+{
+    bool erased = false;
+    for (const TaskFlow *flow : flows) {
+        QSet<QUuid> trashed;
+        for (const FlowFile *file : flow->files()) {
+            if (file->isTrashed)
+                trashed.insert(file->id);
+        }
+        if (trashed.isEmpty())
+            continue;
+        eraseFiles(mutableFlow(*flow), trashed);
+        erased = true;
     }
-    if (trashed.isEmpty())
-        return;
-    eraseFiles(mutableFlow(flow), trashed);
-    finishChange();
+    if (erased)
+        finishChange();
 }
 
 void FenrowStore::eraseFiles(TaskFlow *flow, const QSet<QUuid> &ids)
