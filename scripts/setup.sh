@@ -29,6 +29,8 @@ packages=(
   # GCC's AddressSanitizer and UndefinedBehaviorSanitizer runtimes, for the
   # sanitizer run of `make test`.
   libasan8 libubsan1
+  # Shell completion: its test asks each shell for the candidates.
+  bash-completion zsh fish
 )
 
 if [ "${1:-}" = fuzz ]; then

@@ -18,6 +18,8 @@ struct OptionDefinition {
     QString help{};
     // Accepted but left out of help: switches for scripted runs.
     bool hidden = false;
+    // The values shell completion offers, when they are a fixed set.
+    QStringList choices{};
 
     bool takesValue() const { return !valueName.isEmpty(); }
 };
@@ -30,6 +32,11 @@ struct CommandDefinition {
     // Members default-initialise so commands can name only what they use.
     QString name{};
     QString argumentsSyntax{};
+    // What shell completion offers for each argument: a placeholder it
+    // knows (TASK, FLOW, FILE, TEMPLATE, ATTACHMENT for a file attached to a
+    // flow, COMMAND) or choices ("add|tick");
+    // "..." after one repeats it. Empty: the placeholders of argumentsSyntax.
+    QStringList argumentKinds{};
     QString summary{};
     QString description{};
     QStringList options{};

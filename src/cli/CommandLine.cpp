@@ -5,6 +5,7 @@
 #include "CommandForwarding.h"
 #include "CommandRegistry.h"
 #include "Console.h"
+#include "ShellCompletion.h"
 
 #include "FenrowBusClient.h"
 #include "domain/FenrowModelContainer.h"
@@ -111,6 +112,11 @@ int run(QCoreApplication &application)
     const QStringList arguments = application.arguments();
 
     QTextStream out(stdout);
+    // Before anything that could wait for the store or reach the window:
+    // the shell asks on every Tab.
+    if (arguments.size() > 1 && arguments[1] == ShellCompletion::commandName)
+        return ShellCompletion::run(registry, arguments.mid(2),
+                                    ShellCompletion::readStore(FenrowModelContainer::storePath()), out);
     QTextStream err(stderr);
     QTextStream input(stdin);
     Console console(out, err, &input, isatty(STDIN_FILENO) == 1);

@@ -39,6 +39,7 @@ void registerIn(CommandRegistry &registry)
     registry.addCommand({
         .name = QStringLiteral("help"),
         .argumentsSyntax = QStringLiteral("[COMMAND]"),
+        .argumentKinds = {QStringLiteral("COMMAND...")},
         .summary = QStringLiteral("Show help on all commands, or on one"),
         .maxArguments = -1,
         .usesStore = false,

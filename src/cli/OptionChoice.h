@@ -23,13 +23,21 @@ std::optional<E> parse(const QString &text)
     return std::nullopt;
 }
 
-// The choices for a message: "none, low, medium or high".
+// The raw texts of every case, in order.
 template <typename E>
-QString list()
+QStringList names()
 {
     QStringList names;
     for (const char *name : RawNames<E>::names)
         names.append(QString::fromLatin1(name));
+    return names;
+}
+
+// The choices for a message: "none, low, medium or high".
+template <typename E>
+QString list()
+{
+    QStringList names = OptionChoice::names<E>();
     const QString last = names.takeLast();
     return names.join(QStringLiteral(", ")) + QStringLiteral(" or ") + last;
 }

@@ -79,8 +79,10 @@ int parseDate(CommandContext &context)
 
 void registerIn(CommandRegistry &registry)
 {
-    registry.addOption({languageOption, {}, QStringLiteral("CODE"),
-                        QStringLiteral("Language of the date words: en, tr, de, es or fr")});
+    registry.addOption({.name = languageOption,
+                        .valueName = QStringLiteral("CODE"),
+                        .help = QStringLiteral("Language of the date words: en, tr, de, es or fr"),
+                        .choices = InterfaceLanguage::supportedCodes()});
     registry.addCommand({
         .name = QStringLiteral("parse-date"),
         .argumentsSyntax = QStringLiteral("TEXT"),

@@ -124,8 +124,10 @@ int showReady(CommandContext &context)
 
 void registerIn(CommandRegistry &registry)
 {
-    registry.addOption({sortOption, {}, QStringLiteral("SORT"),
-                        QStringLiteral("Order of the list: flow, dueDate, priority or estimate")});
+    registry.addOption({.name = sortOption,
+                        .valueName = QStringLiteral("SORT"),
+                        .help = QStringLiteral("Order of the list: flow, dueDate, priority or estimate"),
+                        .choices = OptionChoice::names<ReadySort>()});
 
     registry.addCommand({
         .name = QStringLiteral("ready"),

@@ -6,6 +6,7 @@
 #include "EngineSupport.h"
 #include "ExitStatus.h"
 #include "NamedReference.h"
+#include "OptionChoice.h"
 #include "JsonOutput.h"
 #include "PlainText.h"
 #include "TaskEdits.h"
@@ -217,20 +218,31 @@ void registerIn(CommandRegistry &registry)
     registry.addOption({QStringLiteral("title"), {}, QStringLiteral("TEXT"), QStringLiteral("New title")});
     registry.addOption({QStringLiteral("notes"), {}, QStringLiteral("TEXT"),
                         QStringLiteral("New notes (\"\" clears them)")});
-    registry.addOption({QStringLiteral("status"), {}, QStringLiteral("STATUS"),
-                        QStringLiteral("pending, inProgress, done or paused")});
-    registry.addOption({QStringLiteral("priority"), {}, QStringLiteral("PRIORITY"),
-                        QStringLiteral("none, low, medium or high")});
-    registry.addOption({QStringLiteral("color"), {}, QStringLiteral("COLOR"),
-                        QStringLiteral("none, red, orange, yellow, green, blue, purple, pink or grey")});
+    registry.addOption({.name = QStringLiteral("status"),
+                        .valueName = QStringLiteral("STATUS"),
+                        .help = QStringLiteral("pending, inProgress, done or paused"),
+                        .choices = OptionChoice::names<NodeStatus>()});
+    registry.addOption({.name = QStringLiteral("priority"),
+                        .valueName = QStringLiteral("PRIORITY"),
+                        .help = QStringLiteral("none, low, medium or high"),
+                        .choices = OptionChoice::names<NodePriority>()});
+    registry.addOption({.name = QStringLiteral("color"),
+                        .valueName = QStringLiteral("COLOR"),
+                        .help = QStringLiteral("none, red, orange, yellow, green, blue, purple, pink or grey"),
+                        .choices = OptionChoice::names<NodeColor>()});
     registry.addOption({QStringLiteral("estimate"), {}, QStringLiteral("MINUTES"),
                         QStringLiteral("Estimated minutes, or none")});
     registry.addOption({QStringLiteral("start"), {}, QStringLiteral("DATE"),
                         QStringLiteral("Start day (YYYY-MM-DD), or none")});
     registry.addOption({QStringLiteral("due"), {}, QStringLiteral("DATE"),
                         QStringLiteral("Due day (YYYY-MM-DD), or none")});
-    registry.addOption({QStringLiteral("repeat"), {}, QStringLiteral("RULE"),
-                        QStringLiteral("never, daily, weekdays, weekly, monthly, monthly:DAY or after:DAYS")});
+    // monthly:DAY and after:DAYS need a number, so completion stops at the colon.
+    registry.addOption({.name = QStringLiteral("repeat"),
+                        .valueName = QStringLiteral("RULE"),
+                        .help = QStringLiteral("never, daily, weekdays, weekly, monthly, monthly:DAY or after:DAYS"),
+                        .choices = {QStringLiteral("never"), QStringLiteral("daily"), QStringLiteral("weekdays"),
+                                    QStringLiteral("weekly"), QStringLiteral("monthly"), QStringLiteral("monthly:"),
+                                    QStringLiteral("after:")}});
 
     registry.addCommand({
         .name = QStringLiteral("add"),

@@ -19,6 +19,9 @@ namespace fenrow::TaskDetailCommands {
 
 namespace {
 
+const QStringList checklistActions{QStringLiteral("add"), QStringLiteral("tick"), QStringLiteral("untick"),
+                                   QStringLiteral("remove"), QStringLiteral("move")};
+
 QString quotedTitle(const FlowNode &node)
 {
     return PlainText::quoted(PlainText::singleLine(node.title));
@@ -181,9 +184,7 @@ int editChecklist(CommandContext &context)
 {
     const QString action = context.argument(1).trimmed().toLower();
     const qsizetype wanted = action == QLatin1StringView("move") ? 4 : 3;
-    const QStringList actions{QStringLiteral("add"), QStringLiteral("tick"), QStringLiteral("untick"),
-                              QStringLiteral("remove"), QStringLiteral("move")};
-    if (!actions.contains(action))
+    if (!checklistActions.contains(action))
         return context.usageError(QStringLiteral("the checklist can add, tick, untick, remove or move a step, not %1")
                                       .arg(PlainText::quoted(context.argument(1))));
     if (context.arguments().size() != wanted)
@@ -265,6 +266,7 @@ void registerIn(CommandRegistry &registry)
     registry.addCommand({
         .name = QStringLiteral("checklist"),
         .argumentsSyntax = QStringLiteral("TASK ACTION ..."),
+        .argumentKinds = {QStringLiteral("TASK"), checklistActions.join(QLatin1Char('|'))},
         .summary = QStringLiteral("Add, tick, untick, remove or reorder a task's checklist steps"),
         .description = CommandSupport::taskArgumentHelp
             + QStringLiteral(

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the build into a temporary prefix and checks it as a desktop
-# would: valid launcher entries and metainfo, every icon size, and the
-# fenrow:// scheme answered by Fenrow once registered.
+# would: valid launcher entries and metainfo, every icon size, the shell
+# completions, and the fenrow:// scheme answered by Fenrow once registered.
 #   check-install.sh BUILD_DIR SOURCE_DIR PROGRAM...
 set -euo pipefail
 
@@ -57,6 +57,12 @@ for size in 16 24 32 48 64 128 256 512; do
   elif [ "$(od -An -tu1 -j16 -N8 "$png" | awk '{ print $3 * 256 + $4, $7 * 256 + $8 }')" != "$size $size" ]; then
     fail "$png is not $size × $size"
   fi
+done
+
+for completion in bash-completion/completions/fenrow:fenrow.bash zsh/vendor-completions/_fenrow:_fenrow \
+                  fish/vendor_completions.d/fenrow.fish:fenrow.fish; do
+  cmp -s "$prefix/share/${completion%%:*}" "$source/packaging/completion/${completion#*:}" ||
+    fail "share/${completion%%:*} is not installed"
 done
 
 # Registration as `make install` does it, against private folders and with

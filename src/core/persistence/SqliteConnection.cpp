@@ -25,6 +25,21 @@ bool SqliteConnection::open(const QString &path, QString *error)
     return false;
 }
 
+bool SqliteConnection::openReadOnly(const QString &path, int busyMilliseconds, QString *error)
+{
+    const QByteArray name = path.toUtf8();
+    const int result = sqlite3_open_v2(name.constData(), &m_db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (result == SQLITE_OK) {
+        sqlite3_busy_timeout(m_db, busyMilliseconds);
+        return true;
+    }
+    if (error)
+        *error = m_db ? lastError() : QString::fromUtf8(sqlite3_errstr(result));
+    sqlite3_close_v2(m_db);
+    m_db = nullptr;
+    return false;
+}
+
 bool SqliteConnection::exec(const char *sql, QString *error)
 {
     char *message = nullptr;

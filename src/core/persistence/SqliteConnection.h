@@ -22,6 +22,10 @@ public:
     // Opens read-write, creating the file if it does not exist. Opening does
     // not read or write the file yet; a foreign file shows on first query.
     bool open(const QString &path, QString *error);
+    // Opens an existing file for reading only, waiting at most
+    // `busyMilliseconds` for a writer; for quick looks that must never
+    // change or create anything.
+    bool openReadOnly(const QString &path, int busyMilliseconds, QString *error);
 
     sqlite3 *handle() const { return m_db; }
     bool exec(const char *sql, QString *error = nullptr);
