@@ -62,7 +62,10 @@ void printOverview(const CommandRegistry &registry, QTextStream &out)
     printCommandTable(registry.commands(), out);
     out << "\nOptions:\n";
     printOptionTable(registry.globalOptions(), out);
-    out << "\nSee \"fenrow help COMMAND\" for more on a command.\n";
+    out << "\nExit status: 0 done; 1 failed (nothing was changed); 2 refused or a\n"
+           "mistake in the command line (nothing was changed). Messages go to standard\n"
+           "error, results to standard output.\n"
+           "\nSee \"fenrow help COMMAND\" for more on a command.\n";
 }
 
 void printGroup(const CommandRegistry &registry, const QStringList &group, QTextStream &out)
