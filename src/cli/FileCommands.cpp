@@ -283,6 +283,7 @@ void registerIn(CommandRegistry &registry)
     registry.addCommand({
         .name = QStringLiteral("link"),
         .argumentsSyntax = QStringLiteral("FILE TASK"),
+        .argumentKinds = {QStringLiteral("ATTACHMENT"), QStringLiteral("TASK")},
         .summary = QStringLiteral("Link an attached file to a task of its flow"),
         .description = fileHelp + QStringLiteral("\n") + CommandSupport::taskArgumentHelp
             + QStringLiteral(
@@ -298,6 +299,7 @@ void registerIn(CommandRegistry &registry)
     registry.addCommand({
         .name = QStringLiteral("unlink"),
         .argumentsSyntax = QStringLiteral("FILE TASK"),
+        .argumentKinds = {QStringLiteral("ATTACHMENT"), QStringLiteral("TASK")},
         .summary = QStringLiteral("Remove the link between an attached file and a task"),
         .description = QStringLiteral(
             "FILE and TASK are named as for link. When they are not linked, says so\n"
@@ -310,6 +312,7 @@ void registerIn(CommandRegistry &registry)
     registry.addCommand({
         .name = QStringLiteral("file trash"),
         .argumentsSyntax = QStringLiteral("FILE"),
+        .argumentKinds = {QStringLiteral("ATTACHMENT")},
         .summary = QStringLiteral("Take an attached file off its canvas, into the trash"),
         .description = fileHelp
             + QStringLiteral(

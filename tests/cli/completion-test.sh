@@ -70,6 +70,10 @@ expect "fish task" "Buy groceries" "$(fish_complete "fenrow done Bu")"
 expect "fish task typed escaped" "Buy groceries" "$(fish_complete 'fenrow edit Buy\ g')"
 expect "fish file" "notes.opml" "$(fish_complete "fenrow attach Home no")"
 
+# An attached file is named by its card, not by a path.
+fenrow attach Home notes.opml >/dev/null
+expect "attached file" "$(printf ':words\nnotes.opml')" "$(fenrow __complete file trash no)"
+
 # zsh completes inside its line editor only: an interactive zsh on a pseudo
 # terminal completes the line, and a widget writes the result to a file.
 zsh -n "$scripts/_fenrow" || expect "zsh syntax" "ok" "errors"
