@@ -6,9 +6,9 @@
 #include "GeneratedStores.h"
 #include "LiveStore.h"
 
-#include "BrandPalette.h"
-#include "CanvasCardContent.h"
-#include "CanvasScenePainter.h"
+#include "look/BrandPalette.h"
+#include "canvasview/CanvasCardContent.h"
+#include "canvasview/CanvasScenePainter.h"
 #include "FenrowHistory.h"
 #include "TaskFlow.h"
 #include "canvas/CanvasEditor.h"

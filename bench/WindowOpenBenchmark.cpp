@@ -7,9 +7,9 @@
 #include "GeneratedStores.h"
 #include "OperationSamples.h"
 
-#include "DesktopProgram.h"
-#include "DetailRoute.h"
-#include "MainWindow.h"
+#include "program/DesktopProgram.h"
+#include "window/DetailRoute.h"
+#include "window/MainWindow.h"
 #include "domain/FenrowModelContainer.h"
 #include "domain/FenrowStore.h"
 #include "domain/TaskFlow.h"

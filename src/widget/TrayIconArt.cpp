@@ -1,6 +1,6 @@
 #include "TrayIconArt.h"
 
-#include "BrandPalette.h"
+#include "look/BrandPalette.h"
 #include "shell/PreferenceChoices.h"
 
 #include <QPainter>

@@ -1,9 +1,9 @@
 #include "AppTestSupport.h"
 
-#include "AppShell.h"
-#include "OnboardingView.h"
-#include "QuickCapturePanel.h"
-#include "SettingsWindow.h"
+#include "program/AppShell.h"
+#include "window/OnboardingView.h"
+#include "quickcapture/QuickCapturePanel.h"
+#include "settings/SettingsWindow.h"
 #include "shell/InterfaceLanguage.h"
 
 #include <QCursor>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "FlowListModel.h"
-#include "FlowListView.h"
-#include "MainWindow.h"
-#include "Sidebar.h"
+#include "sidebar/FlowListModel.h"
+#include "sidebar/FlowListView.h"
+#include "window/MainWindow.h"
+#include "sidebar/Sidebar.h"
 #include "domain/ActiveFlowState.h"
 #include "domain/FenrowHistory.h"
 #include "domain/FenrowModelContainer.h"

@@ -1,10 +1,10 @@
 #include "AppTestSupport.h"
 
-#include "ArchiveListModel.h"
-#include "ArchiveListView.h"
-#include "ArchiveRowDelegate.h"
-#include "EmptyStateView.h"
-#include "SidebarRouteRow.h"
+#include "lists/ArchiveListModel.h"
+#include "lists/ArchiveListView.h"
+#include "lists/ArchiveRowDelegate.h"
+#include "look/EmptyStateView.h"
+#include "sidebar/SidebarRouteRow.h"
 #include "domain/NodeRecurrence.h"
 
 #include <QLabel>

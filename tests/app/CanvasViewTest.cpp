@@ -1,12 +1,12 @@
 #include "AppTestSupport.h"
 
-#include "BrandPalette.h"
+#include "look/BrandPalette.h"
 
-#include "CanvasToolbar.h"
-#include "CanvasView.h"
-#include "CanvasZoomPill.h"
-#include "FlowDetailView.h"
-#include "NodeInspector.h"
+#include "canvasview/CanvasToolbar.h"
+#include "canvasview/CanvasView.h"
+#include "canvasview/CanvasZoomPill.h"
+#include "window/FlowDetailView.h"
+#include "inspector/NodeInspector.h"
 #include "canvas/CanvasEditor.h"
 #include "domain/DependencyEdge.h"
 #include "domain/FlowFile.h"

@@ -1,8 +1,8 @@
 #include "AppTestSupport.h"
 
-#include "CanvasView.h"
-#include "DismissableDialogOverlay.h"
-#include "FlowDetailView.h"
+#include "canvasview/CanvasView.h"
+#include "sheets/DismissableDialogOverlay.h"
+#include "window/FlowDetailView.h"
 #include "canvas/CanvasEditor.h"
 #include "canvas/DialogPresence.h"
 

@@ -1,7 +1,7 @@
 #include "AppTestSupport.h"
 #include "HeldEngine.h"
 
-#include "FlowExportCommands.h"
+#include "program/FlowExportCommands.h"
 #include "formats/FenrowBackup.h"
 #include "persistence/StoreDatabase.h"
 #include "shell/AppEnvironment.h"

@@ -2,15 +2,15 @@
 // the desktop program's session as `fenrow` starts it, keys typed through
 // the server with xdotool while another X client's window has the focus,
 // another client holding the key first, and the `fenrow` executable itself.
-#include "AppShell.h"
+#include "program/AppShell.h"
 #include "AppTestSupport.h"
-#include "DesktopProgram.h"
+#include "program/DesktopProgram.h"
 #include "HotkeyLog.h"
 #include "LineProcess.h"
-#include "MainWindow.h"
-#include "QuickCapturePanel.h"
-#include "SettingsShortcutsPage.h"
-#include "SettingsWindow.h"
+#include "window/MainWindow.h"
+#include "quickcapture/QuickCapturePanel.h"
+#include "settings/SettingsShortcutsPage.h"
+#include "settings/SettingsWindow.h"
 #include "domain/FenrowStore.h"
 #include "persistence/StoreLock.h"
 #include "shell/AppEnvironment.h"

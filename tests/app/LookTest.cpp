@@ -1,6 +1,6 @@
 #include "AppTestSupport.h"
 
-#include "FlowSearchPaletteView.h"
+#include "sheets/FlowSearchPaletteView.h"
 #include "shell/InterfaceLanguage.h"
 
 #include "domain/NodeRecurrence.h"

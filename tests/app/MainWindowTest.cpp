@@ -1,11 +1,11 @@
 #include "AppTestSupport.h"
 
-#include "ArchiveListView.h"
-#include "FlowDetailView.h"
-#include "ReadyListModel.h"
-#include "ReadyListView.h"
-#include "ReadyRowDelegate.h"
-#include "SidebarRouteRow.h"
+#include "lists/ArchiveListView.h"
+#include "window/FlowDetailView.h"
+#include "lists/ReadyListModel.h"
+#include "lists/ReadyListView.h"
+#include "lists/ReadyRowDelegate.h"
+#include "sidebar/SidebarRouteRow.h"
 
 #include <QLabel>
 #include <QSignalSpy>

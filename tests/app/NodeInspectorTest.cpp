@@ -1,6 +1,6 @@
 #include "AppTestSupport.h"
-#include "NodeChecklistEditor.h"
-#include "NodeInspector.h"
+#include "inspector/NodeChecklistEditor.h"
+#include "inspector/NodeInspector.h"
 
 #include <QComboBox>
 #include <QDir>

@@ -1,7 +1,7 @@
 #include "AppTestSupport.h"
 
-#include "QuickCaptureContent.h"
-#include "QuickCapturePanel.h"
+#include "quickcapture/QuickCaptureContent.h"
+#include "quickcapture/QuickCapturePanel.h"
 #include "capture/QuickCaptureModel.h"
 
 #include <QCursor>

@@ -1,10 +1,10 @@
 #include "AppTestSupport.h"
 
-#include "EmptyStateView.h"
-#include "ReadyListModel.h"
-#include "ReadyListView.h"
-#include "ReadyRowDelegate.h"
-#include "SidebarRouteRow.h"
+#include "look/EmptyStateView.h"
+#include "lists/ReadyListModel.h"
+#include "lists/ReadyListView.h"
+#include "lists/ReadyRowDelegate.h"
+#include "sidebar/SidebarRouteRow.h"
 #include "domain/FlowFile.h"
 
 #include <QLabel>

@@ -4,9 +4,9 @@
 // them away without waiting on a server that hangs.
 #include "AppTestSupport.h"
 
-#include "AppShell.h"
-#include "DesktopReminders.h"
-#include "FlowDetailView.h"
+#include "program/AppShell.h"
+#include "program/DesktopReminders.h"
+#include "window/FlowDetailView.h"
 #include "FreedesktopNotifications.h"
 #include "NotificationDaemon.h"
 #include "canvas/CanvasEditor.h"

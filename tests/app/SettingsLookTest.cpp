@@ -1,7 +1,7 @@
 #include "AppTestSupport.h"
 
-#include "DesktopColorScheme.h"
-#include "SettingsWindow.h"
+#include "look/DesktopColorScheme.h"
+#include "settings/SettingsWindow.h"
 #include "shell/InterfaceLanguage.h"
 
 #include <QAbstractButton>

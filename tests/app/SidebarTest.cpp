@@ -1,6 +1,6 @@
 #include "AppTestSupport.h"
 
-#include "UuidText.h"
+#include "program/UuidText.h"
 #include "shell/InterfaceLanguage.h"
 
 #include <QMimeData>

@@ -1,14 +1,14 @@
 // The running program as the one owner of the store: the real `fenrow`
 // executable, started as a user would start it beside the window, hands its
 // commands and second starts to this process over a private session bus.
-#include "AppShell.h"
+#include "program/AppShell.h"
 #include "AppTestSupport.h"
-#include "DesktopProgram.h"
-#include "MainWindow.h"
-#include "QuickCapturePanel.h"
-#include "ReadyListModel.h"
-#include "ReadyListView.h"
-#include "ReadyRowDelegate.h"
+#include "program/DesktopProgram.h"
+#include "window/MainWindow.h"
+#include "quickcapture/QuickCapturePanel.h"
+#include "lists/ReadyListModel.h"
+#include "lists/ReadyListView.h"
+#include "lists/ReadyRowDelegate.h"
 #include "domain/FenrowModelContainer.h"
 #include "domain/FenrowStore.h"
 #include "domain/SystemClock.h"

@@ -1,4 +1,4 @@
-#include "Theme.h"
+#include "look/Theme.h"
 #include "shell/InterfaceLanguage.h"
 
 #include <QApplication>

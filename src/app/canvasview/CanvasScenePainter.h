@@ -1,0 +1,178 @@
+#pragma once
+
+#include "look/BrandPalette.h"
+#include "CanvasCardContent.h"
+#include "canvas/NodeSize.h"
+
+#include <QCache>
+#include <QFont>
+#include <QHash>
+#include <QImage>
+#include <QPointF>
+#include <QRectF>
+#include <QSet>
+#include <QStringList>
+#include <QUuid>
+
+#include <optional>
+
+class QPainter;
+
+namespace fenrow {
+
+class CanvasEditor;
+class CanvasInteraction;
+class FlowFile;
+class FlowNode;
+class TaskFlow;
+
+// Draws a flow's canvas from the editor's state: the grid, lines, cards,
+// the gestures in progress and the banners. It only reads; what it keeps
+// between frames is layout worked out for a card's text, so that a frame
+// of an unchanged card costs no text shaping.
+class CanvasScenePainter {
+public:
+    // What the view adds to the editor's state.
+    struct ViewState {
+        // The transform drawn with: screen = canvas × scale + offset.
+        QPointF offset;
+        double scale = 1;
+        bool grid = false;
+        std::optional<QUuid> hoveredCard;
+        std::optional<QUuid> hoveredPort;
+        // A card whose title an editor covers.
+        std::optional<QUuid> editing;
+        // The zoom is still moving: cards drawn at another scale may be
+        // stretched for now instead of drawn again in every frame.
+        bool zooming = false;
+    };
+
+    // Measures inside a card, in canvas units.
+    static constexpr double cornerRadius = 10;
+    static constexpr double paddingX = 12;
+    static constexpr double paddingY = 10;
+    static constexpr double pillHeight = 20;
+    static constexpr double pillGap = 5;
+    static constexpr double titlePillGap = 8;
+    static constexpr double notesMarkSide = 12;
+    // Room around a card's image for its shadow, ring and selection glow.
+    static constexpr double cardImageMargin = 8;
+    // What the images of cards may take, in KiB.
+    static constexpr int cardImageBudget = 96 * 1024;
+
+    explicit CanvasScenePainter(CanvasCardContents &contents);
+
+    void paint(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors, const ViewState &view,
+               const QRectF &exposed);
+    // The store changed: cards and lines are checked against it again.
+    void invalidate();
+    // Everything is drawn anew: the filter, the sizes or the language changed.
+    void invalidateAll();
+
+    QFont titleFont() const { return m_titleFont; }
+    // Where a card's title stands, relative to the card's top left corner.
+    QRectF titleRect(const TaskFlow &flow, const FlowNode &node, NodeSize size);
+    // The pill under a canvas point on a card, for its help text.
+    std::optional<MetaPill> pillAt(const TaskFlow &flow, const FlowNode &node, NodeSize size, QPointF pointInCard);
+
+private:
+    struct PlacedPill {
+        MetaPill pill;
+        QRectF rect;
+        QString shownText;
+    };
+    struct CardLayout {
+        quint64 version = 0;
+        quint64 serial = 0;
+        NodeSize size;
+        QString title;
+        QStringList titleLines;
+        QRectF titleRect;
+        QList<PlacedPill> pills;
+    };
+
+    // How a card is drawn beyond its record.
+    struct CardLook {
+        bool selected = false;
+        bool hovered = false;
+        bool editing = false;
+        friend bool operator==(const CardLook &, const CardLook &) = default;
+    };
+    struct CardImageKey {
+        quint64 version = 0;
+        quint64 serial = 0;
+        NodeSize size;
+        double devicePixelsPerUnit = 1;
+        CardLook look;
+        QRgb brand = 0;
+        bool dark = false;
+        friend bool operator==(const CardImageKey &, const CardImageKey &) = default;
+    };
+    struct CardImage {
+        CardImageKey key;
+        QImage image;
+    };
+
+    // Edges and file links drawn once into an image a little larger than
+    // the view, kept while they stay the same: pans within its reach,
+    // hovers and card selections copy it instead of drawing every line.
+    struct LineLayer {
+        struct Key {
+            quint64 version = 0;
+            quint64 geometry = 0;
+            std::optional<QUuid> selectedEdge;
+            std::optional<QUuid> selectedLink;
+            std::optional<QUuid> reconnecting;
+            QSet<QUuid> moving;
+            QRgb brand = 0;
+            bool dark = false;
+            double pixelRatio = 1;
+            friend bool operator==(const Key &, const Key &) = default;
+        };
+        Key key;
+        double scale = 0;
+        // The canvas area the image covers.
+        QRectF area;
+        QImage image;
+    };
+    // How far the line layer reaches past the view, on screen.
+    static constexpr double layerReach = 256;
+
+    static QSet<QUuid> movingCards(const CanvasInteraction &interaction);
+    void paintLines(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors, const QRectF &visible,
+                    const QSet<QUuid> &moving, bool onlyMoving) const;
+    void paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
+                        const ViewState &view, const QSet<QUuid> &moving, const QRectF &exposed);
+    const CardLayout &layout(const TaskFlow &flow, const FlowNode &node, NodeSize size);
+    // The card drawn in its own canvas units, its top left corner at the origin.
+    void paintCardBody(QPainter &painter, const CardLayout &text, const CardContent &content, const FlowNode &node,
+                       NodeSize size, const CardLook &look, const CanvasColors &colors) const;
+    QImage cardImage(const FlowNode &node, const CardContent &content, const CardLayout &text, NodeSize size,
+                     const CardLook &look, double scale, double pixelRatio, const CanvasColors &colors,
+                     bool anyScale);
+    CardLayout makeLayout(const CardContent &content, const FlowNode &node, NodeSize size) const;
+    QImage thumbnail(const FlowFile &file);
+
+    void paintGrid(QPainter &painter, const CanvasColors &colors, const ViewState &view, const QRectF &exposed) const;
+    void paintNode(QPainter &painter, const CanvasEditor &editor, const TaskFlow &flow, const FlowNode &node,
+                   const CanvasColors &colors, const ViewState &view);
+    void paintPort(QPainter &painter, QPointF screenAnchor, const CardContent *content, bool hovered,
+                   const CanvasColors &colors) const;
+    void paintFile(QPainter &painter, const CanvasEditor &editor, const FlowFile &file, const CanvasColors &colors,
+                   const ViewState &view);
+    void paintBanner(QPainter &painter, QPointF screenPoint, const QString &text, const CanvasColors &colors,
+                     const QRectF &viewport) const;
+
+    CanvasCardContents &m_contents;
+    quint64 m_version = 1;
+    QHash<QUuid, CardLayout> m_layouts;
+    QHash<QUuid, QImage> m_thumbnails;
+    QCache<QUuid, CardImage> m_cardImages{cardImageBudget};
+    LineLayer m_lines;
+    QFont m_titleFont;
+    QFont m_pillFont;
+    QFont m_fileFont;
+    QFont m_bannerFont;
+};
+
+} // namespace fenrow
