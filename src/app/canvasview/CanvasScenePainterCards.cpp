@@ -1,0 +1,414 @@
+#include "CanvasScenePainter.h"
+
+#include "CanvasScenePainting.h"
+#include "canvas/CanvasEditor.h"
+#include "canvas/CanvasGeometry.h"
+#include "domain/FlowFile.h"
+#include "domain/FlowNode.h"
+#include "domain/TaskFlow.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPainterPath>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace fenrow {
+
+using namespace CanvasGeometry;
+using namespace ScenePainting;
+
+namespace {
+
+constexpr double pillPaddingX = 7;
+constexpr double pillGlyph = 11;
+constexpr double pillGlyphGap = 4;
+constexpr double maxTitleLines = 4;
+
+// Text and fill of a pill in the palette's terms.
+std::pair<QColor, QColor> pillColors(MetaPill::Tint tint, const CanvasColors &colors)
+{
+    switch (tint) {
+    case MetaPill::Tint::brand:
+        return {colors.ramp.brand, withAlpha(colors.ramp.brand, colors.dark ? 0.2 : 0.11)};
+    case MetaPill::Tint::warning:
+        return {colors.warning, withAlpha(colors.warning, colors.dark ? 0.2 : 0.11)};
+    case MetaPill::Tint::done:
+        return {colors.done, withAlpha(colors.done, colors.dark ? 0.2 : 0.12)};
+    case MetaPill::Tint::neutral:
+        break;
+    }
+    // On a dark card the field surface is too close to the card to read.
+    return {colors.secondaryText, colors.dark ? withAlpha(colors.ramp.brandBorder, 0.7) : colors.ramp.fieldSurface};
+}
+
+} // namespace
+
+// --- layout of a card's text
+
+CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent &content, const FlowNode &node,
+                                                               NodeSize size) const
+{
+    CardLayout result;
+    result.version = m_version;
+    result.serial = content.serial;
+    result.size = size;
+    result.title = node.title;
+    const double innerWidth = std::max(1.0, size.width - 2 * paddingX);
+    const QFontMetricsF pillMetrics(m_pillFont);
+    const QFontMetricsF titleMetrics(m_titleFont);
+    const double lineHeight = titleMetrics.lineSpacing();
+
+    // Pills flow in rows at the foot of the card; pills that would leave
+    // the title no line at all are left out, the least telling first.
+    QList<MetaPill> pills = content.pills;
+    QList<PlacedPill> placed;
+    int rows = 0;
+    int lines = 0;
+    for (;;) {
+        placed.clear();
+        rows = pills.isEmpty() ? 0 : 1;
+        double x = 0;
+        for (const MetaPill &pill : std::as_const(pills)) {
+            const double textRoom = innerWidth - 2 * pillPaddingX - pillGlyph - pillGlyphGap;
+            const QString shown = pillMetrics.elidedText(pill.text, Qt::ElideRight, std::max(0.0, textRoom));
+            const double width = 2 * pillPaddingX + pillGlyph + (shown.isEmpty() ? 0 : pillGlyphGap)
+                + std::ceil(pillMetrics.horizontalAdvance(shown));
+            if (x > 0 && x + width > innerWidth) {
+                ++rows;
+                x = 0;
+            }
+            placed.append({pill, QRectF(x, rows - 1, width, pillHeight), shown});
+            x += width + pillGap;
+        }
+        const double pillsHeight = rows == 0 ? 0 : rows * pillHeight + (rows - 1) * pillGap + titlePillGap;
+        lines = int(std::floor((size.height - 2 * paddingY - pillsHeight) / lineHeight));
+        if (lines >= 1 || pills.size() <= 1)
+            break;
+        pills.removeLast();
+    }
+    lines = std::clamp(lines, 1, int(maxTitleLines));
+    for (PlacedPill &pill : placed) {
+        const int row = int(pill.rect.y());
+        const double y = size.height - paddingY - (rows - row) * pillHeight - (rows - 1 - row) * pillGap;
+        pill.rect.moveTo(paddingX + pill.rect.x(), y);
+    }
+    result.pills = placed;
+
+    const double titleWidth = innerWidth - (content.hasNotes ? notesMarkSide + 6 : 0);
+    const QString title = node.title.simplified();
+    QTextLayout text(title, m_titleFont);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    text.setTextOption(option);
+    text.beginLayout();
+    for (;;) {
+        QTextLine line = text.createLine();
+        if (!line.isValid())
+            break;
+        line.setLineWidth(titleWidth);
+        if (result.titleLines.size() == lines - 1) {
+            // The last line takes the rest of the title, shortened.
+            result.titleLines.append(
+                titleMetrics.elidedText(title.mid(line.textStart()), Qt::ElideRight, titleWidth));
+            break;
+        }
+        result.titleLines.append(title.mid(line.textStart(), line.textLength()).trimmed());
+    }
+    text.endLayout();
+    result.titleRect = QRectF(paddingX, paddingY, titleWidth, std::max<qsizetype>(1, result.titleLines.size()) * lineHeight);
+    return result;
+}
+
+const CanvasScenePainter::CardLayout &CanvasScenePainter::layout(const TaskFlow &flow, const FlowNode &node,
+                                                                  NodeSize size)
+{
+    const CardContent &content = m_contents.of(flow, node);
+    auto found = m_layouts.find(node.id);
+    if (found != m_layouts.end() && found->version == m_version && found->serial == content.serial
+        && found->size == size)
+        return *found;
+    return *m_layouts.insert(node.id, makeLayout(content, node, size));
+}
+
+QRectF CanvasScenePainter::titleRect(const TaskFlow &flow, const FlowNode &node, NodeSize size)
+{
+    return layout(flow, node, size).titleRect;
+}
+
+std::optional<MetaPill> CanvasScenePainter::pillAt(const TaskFlow &flow, const FlowNode &node, NodeSize size,
+                                                   QPointF pointInCard)
+{
+    for (const PlacedPill &pill : layout(flow, node, size).pills) {
+        if (pill.rect.contains(pointInCard))
+            return pill.pill;
+    }
+    return std::nullopt;
+}
+
+QImage CanvasScenePainter::thumbnail(const FlowFile &file)
+{
+    const auto found = m_thumbnails.constFind(file.id);
+    if (found != m_thumbnails.cend())
+        return *found;
+    QImage image;
+    if (const auto bytes = file.thumbnail.value())
+        image.loadFromData(*bytes);
+    m_thumbnails.insert(file.id, image);
+    return image;
+}
+
+// --- cards and files
+
+void CanvasScenePainter::paintCardBody(QPainter &painter, const CardLayout &text, const CardContent &content,
+                                       const FlowNode &node, NodeSize size, const CardLook &look,
+                                       const CanvasColors &colors) const
+{
+    const QRectF rect(0, 0, size.width, size.height);
+    // Rings and borders are filled between two outlines rather than
+    // stroked: the raster engine fills far faster than it strokes a curve.
+    const auto band = [&](double outside, double width, const QColor &color) {
+        QPainterPath ring = roundedRect(rect.adjusted(-outside - width / 2, -outside - width / 2, outside + width / 2,
+                                                      outside + width / 2),
+                                        cornerRadius + outside + width / 2);
+        ring.addPath(roundedRect(rect.adjusted(-outside + width / 2, -outside + width / 2, outside - width / 2,
+                                               outside - width / 2),
+                                 std::max(0.0, cornerRadius + outside - width / 2)));
+        painter.fillPath(ring, color);
+    };
+
+    // A soft shadow of two layers, lifted a little more under the pointer.
+    if (!node.isDone) {
+        const double lift = look.hovered || look.selected ? 1.6 : 1;
+        painter.fillPath(roundedRect(rect.adjusted(-1, -0.5, 1, 2 * lift + 1.5), cornerRadius + 1),
+                         withAlpha(colors.shadow, colors.shadow.alphaF() * 0.55));
+        painter.fillPath(roundedRect(rect.adjusted(-0.25, 0.5, 0.25, lift + 0.5), cornerRadius), colors.shadow);
+    }
+    if (look.selected) {
+        band(3.5, 5, withAlpha(colors.ramp.brand, 0.18));
+        band(1.5, 1.5, colors.ramp.brand);
+    } else if (content.actionable) {
+        band(2, 4, withAlpha(colors.ramp.brand, 0.15));
+        band(2, 1.5, colors.ramp.brand);
+    }
+
+    const NodeColor tag = node.color();
+    const double borderWidth = tag != NodeColor::none ? 2 : 1;
+    const QColor borderColor = tag != NodeColor::none ? colors.tag(tag) : colors.cardBorder;
+    painter.fillPath(roundedRect(rect, cornerRadius), node.isDone ? colors.ramp.nodeSurfaceDone : colors.ramp.nodeSurface);
+    if (content.dashed) {
+        QPen border(borderColor, borderWidth, Qt::CustomDashLine, Qt::FlatCap);
+        border.setDashPattern({4, 3});
+        painter.setPen(border);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(roundedRect(rect.adjusted(borderWidth / 2, borderWidth / 2, -borderWidth / 2, -borderWidth / 2),
+                                     cornerRadius - borderWidth / 2));
+    } else {
+        band(-borderWidth / 2, borderWidth, borderColor);
+    }
+
+    if (!look.editing) {
+        QFont font = m_titleFont;
+        font.setStrikeOut(node.isDone);
+        painter.setFont(font);
+        painter.setPen(node.isDone ? colors.secondaryText : colors.text);
+        const QFontMetricsF metrics(m_titleFont);
+        double baseline = text.titleRect.top() + metrics.ascent();
+        for (const QString &line : text.titleLines) {
+            painter.drawText(QPointF(text.titleRect.left(), baseline), line);
+            baseline += metrics.lineSpacing();
+        }
+    }
+    if (content.hasNotes) {
+        const QRectF mark(size.width - paddingX - notesMarkSide, paddingY + 2, notesMarkSide, notesMarkSide);
+        CanvasGlyphs::paint(painter, mark, CanvasGlyphs::Glyph::notes, colors.secondaryText);
+    }
+    painter.setFont(m_pillFont);
+    const QFontMetricsF pillMetrics(m_pillFont);
+    for (const PlacedPill &pill : text.pills) {
+        const auto [ink, fill] = pillColors(pill.pill.tint, colors);
+        painter.fillPath(roundedRect(pill.rect, pillHeight / 2), fill);
+        const QRectF glyph(pill.rect.left() + pillPaddingX, pill.rect.center().y() - pillGlyph / 2, pillGlyph, pillGlyph);
+        CanvasGlyphs::paint(painter, glyph, pill.pill.glyph, ink);
+        painter.setPen(ink);
+        const double baseline = pill.rect.center().y() + (pillMetrics.ascent() - pillMetrics.descent()) / 2;
+        painter.drawText(QPointF(glyph.right() + pillGlyphGap, baseline), pill.shownText);
+    }
+}
+
+QImage CanvasScenePainter::cardImage(const FlowNode &node, const CardContent &content, const CardLayout &text,
+                                     NodeSize size, const CardLook &look, double scale, double pixelRatio,
+                                     const CanvasColors &colors, bool anyScale)
+{
+    CardImageKey key{m_version, content.serial, size, scale * pixelRatio, look, colors.ramp.brand.rgba(), colors.dark};
+    if (CardImage *cached = m_cardImages.object(node.id)) {
+        if (cached->key == key)
+            return cached->image;
+        CardImageKey rescaled = cached->key;
+        rescaled.devicePixelsPerUnit = key.devicePixelsPerUnit;
+        if (anyScale && rescaled == key)
+            return cached->image;
+    }
+    const double device = scale * pixelRatio;
+    const QSize pixels = (QSizeF(size.width + 2 * cardImageMargin, size.height + 2 * cardImageMargin) * device)
+                             .toSize()
+                             .expandedTo(QSize(1, 1));
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    {
+        QPainter into(&image);
+        into.setRenderHint(QPainter::Antialiasing);
+        into.setRenderHint(QPainter::TextAntialiasing);
+        into.scale(device, device);
+        into.translate(cardImageMargin, cardImageMargin);
+        paintCardBody(into, text, content, node, size, look, colors);
+    }
+    image.setDevicePixelRatio(pixelRatio);
+    m_cardImages.insert(node.id, new CardImage{key, image}, int(image.sizeInBytes() / 1024));
+    return image;
+}
+
+void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor, const TaskFlow &flow,
+                                   const FlowNode &node, const CanvasColors &colors, const ViewState &view)
+{
+    const CanvasInteraction &interaction = editor.interaction();
+    const CardContent &content = m_contents.of(flow, node);
+    const NodeSize size = interaction.effectiveSize(node);
+    const QRectF rect = interaction.frame(node);
+    const double scale = view.scale > 0 ? view.scale : 1;
+    CardLook look;
+    look.selected = interaction.selectedItemIDs().contains(node.id);
+    look.hovered = view.hoveredCard == node.id;
+    look.editing = view.editing == node.id;
+    const double opacity = editor.isDimmed(node) ? 0.25 : 1;
+
+    // The card is drawn once into an image at this scale and then only
+    // copied while it stays the same; a pan or a drag elsewhere costs a copy.
+    const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
+    const QImage image =
+        cardImage(node, content, layout(flow, node, size), size, look, scale, pixelRatio, colors, view.zooming);
+    const QPointF corner = screenPoint(rect.topLeft() - QPointF(cardImageMargin, cardImageMargin), view);
+    // Whole device pixels keep the text as crisp as it was drawn.
+    const QPointF snapped(std::round(corner.x() * pixelRatio) / pixelRatio, std::round(corner.y() * pixelRatio) / pixelRatio);
+    const QSizeF shown = QSizeF(size.width + 2 * cardImageMargin, size.height + 2 * cardImageMargin) * scale;
+    painter.resetTransform();
+    painter.setOpacity(opacity);
+    if (std::abs(shown.width() - image.deviceIndependentSize().width()) < 1.0) {
+        painter.drawImage(snapped, image);
+    } else {
+        // An image of another scale, stretched while the zoom moves.
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(QRectF(snapped, shown), image);
+    }
+
+    // Port and grip keep their size on screen.
+    const bool connecting = interaction.pendingConnection() && interaction.pendingConnection()->fromItemID == node.id;
+    if (content.canCollapse || look.hovered || look.selected || connecting)
+        paintPort(painter, screenPoint(portAnchor(rect.center(), size), view), &content,
+                  view.hoveredPort == node.id || connecting, colors);
+    if (look.hovered || look.selected) {
+        const QPointF gripCorner = screenPoint(rect.bottomRight(), view);
+        painter.setPen(QPen(colors.secondaryText, 1.3, Qt::SolidLine, Qt::FlatCap));
+        for (const double step : {4.0, 8.0})
+            painter.drawLine(gripCorner + QPointF(-4, -4 - step), gripCorner + QPointF(-4 - step, -4));
+    }
+    painter.setOpacity(1);
+}
+
+void CanvasScenePainter::paintPort(QPainter &painter, QPointF anchor, const CardContent *content, bool hovered,
+                                   const CanvasColors &colors) const
+{
+    const double radius = portDiameter / 2 * (hovered ? portHoverGrowth : 1);
+    const bool folded = content && content->folded;
+    painter.setPen(QPen(colors.ramp.brand, portStroke));
+    painter.setBrush(folded ? colors.ramp.portFolded : colors.ramp.nodeSurface);
+    painter.drawEllipse(anchor, radius, radius);
+    if (content && content->canCollapse && !folded) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colors.ramp.brand);
+        painter.drawEllipse(anchor, 2.2, 2.2);
+    }
+    if (folded && content->foldedCount > 0) {
+        // The count of tasks folded away, in a tag beside the port.
+        const QString count = QStringLiteral("+%1").arg(content->foldedCount);
+        const QFontMetricsF metrics(m_pillFont);
+        const double width = std::ceil(metrics.horizontalAdvance(count)) + 12;
+        const QRectF tag(anchor.x() + radius + 4, anchor.y() - 9, width, 18);
+        painter.setPen(Qt::NoPen);
+        // On a dark ground the folded colour is too close to the ground to read.
+        painter.setBrush(colors.dark ? colors.ramp.brandBorder : colors.ramp.portFolded);
+        painter.drawRoundedRect(tag, 9, 9);
+        painter.setFont(m_pillFont);
+        painter.setPen(colors.dark ? colors.text : QColor(Qt::white));
+        painter.drawText(tag, Qt::AlignCenter, count);
+    }
+}
+
+void CanvasScenePainter::paintFile(QPainter &painter, const CanvasEditor &editor, const FlowFile &file,
+                                   const CanvasColors &colors, const ViewState &view)
+{
+    const CanvasInteraction &interaction = editor.interaction();
+    const QRectF rect = interaction.fileFrame(file);
+    const NodeSize size = interaction.effectiveFileSize(file);
+    const bool selected = interaction.selectedFileID() == file.id;
+    const bool hovered = view.hoveredCard == file.id;
+    const double scale = view.scale > 0 ? view.scale : 1;
+    painter.setTransform(QTransform(scale, 0, 0, scale, view.offset.x(), view.offset.y()));
+    painter.setOpacity(1);
+
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colors.shadow);
+    painter.drawPath(roundedRect(rect.adjusted(-0.25, 0.5, 0.25, 1.5), cornerRadius));
+    if (selected) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(withAlpha(colors.ramp.brand, 0.18), 5));
+        painter.drawPath(roundedRect(rect.adjusted(-3.5, -3.5, 3.5, 3.5), cornerRadius + 3.5));
+        painter.setPen(QPen(colors.ramp.brand, 1.5));
+        painter.drawPath(roundedRect(rect.adjusted(-1.5, -1.5, 1.5, 1.5), cornerRadius + 1.5));
+    }
+    painter.setPen(QPen(colors.cardBorder, 1));
+    painter.setBrush(colors.ramp.brandPanel);
+    painter.drawPath(roundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius - 0.5));
+
+    const double footer = 30;
+    const QRectF picture = QRectF(rect.left() + 8, rect.top() + 8, size.width - 16, size.height - 16 - footer);
+    const QImage image = thumbnail(file);
+    if (!image.isNull() && picture.width() > 4 && picture.height() > 4) {
+        // The picture fills its frame, cut to fit, with rounded corners.
+        const QSizeF scaled = QSizeF(image.size()).scaled(picture.size(), Qt::KeepAspectRatioByExpanding);
+        const QRectF source((scaled.width() - picture.width()) / 2 * image.width() / scaled.width(),
+                            (scaled.height() - picture.height()) / 2 * image.height() / scaled.height(),
+                            picture.width() * image.width() / scaled.width(),
+                            picture.height() * image.height() / scaled.height());
+        painter.save();
+        painter.setClipPath(roundedRect(picture, 6), Qt::IntersectClip);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(picture, image, source);
+        painter.restore();
+    } else {
+        const double side = std::min({picture.width(), picture.height(), 44.0});
+        CanvasGlyphs::paint(painter, QRectF(picture.center() - QPointF(side / 2, side / 2), QSizeF(side, side)),
+                            CanvasGlyphs::Glyph::file, colors.secondaryText);
+    }
+    painter.setFont(m_fileFont);
+    painter.setPen(colors.text);
+    const QFontMetricsF metrics(m_fileFont);
+    const QRectF caption(rect.left() + 12, rect.bottom() - footer, size.width - 24, footer - 4);
+    painter.drawText(caption, Qt::AlignVCenter | Qt::AlignLeft,
+                     metrics.elidedText(file.filename, Qt::ElideMiddle, caption.width()));
+
+    painter.resetTransform();
+    if (hovered || selected || (interaction.pendingFileLink() && interaction.pendingFileLink()->fileID == file.id))
+        paintPort(painter, screenPoint(portAnchor(rect.center(), size), view), nullptr, view.hoveredPort == file.id,
+                  colors);
+    if (hovered || selected) {
+        const QPointF corner = screenPoint(rect.bottomRight(), view);
+        painter.setPen(QPen(colors.secondaryText, 1.3, Qt::SolidLine, Qt::RoundCap));
+        for (const double step : {4.0, 8.0})
+            painter.drawLine(corner + QPointF(-4, -4 - step), corner + QPointF(-4 - step, -4));
+    }
+}
+
+} // namespace fenrow
