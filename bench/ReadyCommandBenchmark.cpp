@@ -106,8 +106,9 @@ QString listMismatch(const Home &home, const LargeStoreShape &shape)
     LiveStore *live = LiveStore::of(shape, &error);
     if (!live)
         return error;
-    const QList<ReadyTask> expected = Readiness::readyTasks(live->store->flows(), LargeStoreGenerator::now(),
-                                                            LargeStoreGenerator::calendar());
+    // In the list's default order, by flow with today's tasks first.
+    const QList<ReadyTask> expected = Readiness::inListOrder(live->store->flows(), LargeStoreGenerator::now(),
+                                                             LargeStoreGenerator::calendar(), ReadySort::flow);
     if (printed.size() != expected.size())
         return QStringLiteral("fenrow ready listed %1 tasks, %2 are ready").arg(printed.size()).arg(expected.size());
     for (qsizetype i = 0; i < expected.size(); ++i) {
