@@ -2127,5 +2127,9 @@
         <source>Stop Loading</source>
         <translation>Stop Loading</translation>
     </message>
+    <message id="quickCapture.date.format.withYear">
+        <source>ddd, MMM d, yyyy</source>
+        <translation>ddd, MMM d, yyyy</translation>
+    </message>
 </context>
 </TS>

@@ -2127,5 +2127,9 @@
         <source>Stop Loading</source>
         <translation>Arrêter le chargement</translation>
     </message>
+    <message id="quickCapture.date.format.withYear">
+        <source>ddd, MMM d, yyyy</source>
+        <translation>ddd d MMM yyyy</translation>
+    </message>
 </context>
 </TS>

@@ -2127,5 +2127,9 @@
         <source>Stop Loading</source>
         <translation>Yüklemeyi Durdur</translation>
     </message>
+    <message id="quickCapture.date.format.withYear">
+        <source>ddd, MMM d, yyyy</source>
+        <translation>d MMMM yyyy ddd</translation>
+    </message>
 </context>
 </TS>

@@ -103,6 +103,11 @@ TEST_F(QuickCapturePanelTest, ReturnSavesIntoTheChosenFlowWithTheDateFromTheText
     EXPECT_TRUE(panel->isVisible());
     EXPECT_EQ(pickerText().section("  ", 0, 0), "Work");
 
+    // Another year's date says its year.
+    type("Send the invoice 2020-02-03");
+    ASSERT_TRUE(chip()->isVisible());
+    EXPECT_EQ(chipText(), "Due Mon, Feb 3, 2020");
+    field().clear();
     type("Send the invoice tomorrow");
     EXPECT_TRUE(save->isEnabled());
     ASSERT_TRUE(chip()->isVisible());

@@ -3,6 +3,7 @@
 #include "look/Glyphs.h"
 #include "look/Theme.h"
 #include "capture/QuickCaptureModel.h"
+#include "domain/Clock.h"
 #include "domain/FenrowStore.h"
 #include "shell/InterfaceLanguage.h"
 
@@ -197,8 +198,13 @@ void QuickCaptureContent::refresh()
     m_flowPicker->setText(m_model->pickerLabel() + QStringLiteral("  ▾"));
     if (const std::optional<CaptureDateParser::Match> match = m_model->datePreview()) {
         // The weekday too: "next friday" is best checked against a day name.
+        // The year when it is not this one, so that a date long past or one
+        // that rolled over into next year does not pass for this year's.
+        const QDate due = m_store.calendar().dayOf(match->date);
+        const bool thisYear = due.year() == m_store.calendar().dayOf(m_store.clock().now()).year();
         const QString day = QLocale(InterfaceLanguage::current())
-                                .toString(m_store.calendar().dayOf(match->date), qtTrId("quickCapture.date.format"));
+                                .toString(due, thisYear ? qtTrId("quickCapture.date.format")
+                                                        : qtTrId("quickCapture.date.format.withYear"));
         m_dateText->setText(qtTrId("quickCapture.date.due %@").arg(day));
         m_dateChip->setToolTip(qtTrId("quickCapture.date.help %@").arg(day));
         m_dateChip->show();
