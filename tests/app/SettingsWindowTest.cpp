@@ -24,6 +24,7 @@
 #include <QListWidget>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QScreen>
 #include <QRegularExpression>
 #include <QRadioButton>
 #include <QSpinBox>
@@ -77,6 +78,9 @@ TEST_F(SettingsWindowTest, OpensFromMenuSidebarAndOnItsAboutPage)
     ASSERT_NE(settings, nullptr);
     EXPECT_TRUE(QTest::qWaitForWindowExposed(settings));
     EXPECT_TRUE(settings->isWindow());
+    // Over the main window, and whole on the screen.
+    EXPECT_LE((settings->frameGeometry().center() - window->frameGeometry().center()).manhattanLength(), 2);
+    EXPECT_TRUE(window->screen()->availableGeometry().contains(settings->frameGeometry()));
     EXPECT_EQ(settings->currentPage(), SettingsPage::general);
 
     // Escape closes it; the sidebar's button brings the same window back.

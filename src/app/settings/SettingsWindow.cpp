@@ -163,6 +163,8 @@ void SettingsWindow::build()
             .arg(Theme::Color::sidebar.name(), Theme::Color::text.name(), Theme::Color::accentSoft.name(),
                  Theme::Color::hover.name()));
     m_pages = new QStackedWidget(this);
+    // The style's own button leaves the label about 2 px of room.
+    m_pages->setStyleSheet(QStringLiteral("QPushButton { padding: 5px 14px; }"));
 
     int widest = 0;
     for (const PageInfo &info : pageInfos) {

@@ -26,9 +26,12 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QTextEdit>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace fenrow {
 
@@ -282,8 +285,21 @@ SettingsWindow *MainWindow::settingsWindow() const
 
 void MainWindow::openSettings(SettingsPage page)
 {
-    if (!m_settings)
+    if (!m_settings) {
         m_settings = new SettingsWindow(m_store, m_preferences, m_environment, *m_look, this);
+        // Over the window it belongs to and whole on its screen: left to the
+        // window manager, it was once placed half off the screen.
+        QRect place(QPoint(), m_settings->size());
+        place.moveCenter(frameGeometry().center());
+        if (const QScreen *screen = this->screen()) {
+            const QRect room = screen->availableGeometry();
+            place.moveLeft(
+                std::clamp(place.left(), room.left(), std::max(room.left(), room.right() + 1 - place.width())));
+            place.moveTop(
+                std::clamp(place.top(), room.top(), std::max(room.top(), room.bottom() + 1 - place.height())));
+        }
+        m_settings->move(place.topLeft());
+    }
     m_settings->showPage(page);
     m_settings->show();
     m_settings->raise();
