@@ -134,7 +134,11 @@ TEST_F(CanvasViewTest, AClickSelectsAndTheInspectorShowsTheTask)
     EXPECT_FALSE(inspector.isVisible()) << "nothing selected, no inspector";
 
     const FlowNode &van = node(flow, "Book the van");
+    // A title longer than the field shows its beginning.
+    store->setTitle(van, "Book the van " + QString("and the trailer ").repeated(8));
     click(at(van));
+    EXPECT_EQ(inspector.titleField()->cursorPosition(), 0);
+    store->setTitle(van, "Book the van");
     EXPECT_EQ(interaction().selectedItemIDs(), QSet<QUuid>{van.id});
     ASSERT_TRUE(inspector.isVisible());
     EXPECT_EQ(inspector.page(), NodeInspector::Page::node);

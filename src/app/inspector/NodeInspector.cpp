@@ -491,7 +491,7 @@ void NodeInspector::fillNode(const FlowNode &node)
     m_flowName->setText(node.flow()->name);
     // A field being typed in keeps its draft until it is committed.
     if (!m_title->isModified())
-        m_title->setText(node.title);
+        showTitle(node.title);
     m_status->setCurrentIndex(m_status->findData(int(node.status())));
     m_priority->setCurrentIndex(m_priority->findData(int(node.priority())));
     for (QToolButton *button : std::as_const(m_colors))
@@ -571,7 +571,15 @@ void NodeInspector::commitTitle()
     if (title != node->title)
         m_history.recordAction(QStringLiteral("Rename"), *node->flow(), [&] { m_store.setTitle(*node, title); });
     if (const FlowNode *now = selectedNode())
-        m_title->setText(now->title);
+        showTitle(now->title);
+}
+
+void NodeInspector::showTitle(const QString &title)
+{
+    m_title->setText(title);
+    // A long title is read from its beginning, unless it is being typed.
+    if (!m_title->hasFocus())
+        m_title->setCursorPosition(0);
 }
 
 void NodeInspector::commitEstimate()

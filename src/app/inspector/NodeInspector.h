@@ -65,6 +65,7 @@ private:
     QWidget *makeDateRow(const QString &name, QPushButton **pick, QToolButton **clear);
     QWidget *makeColorRow();
     const FlowNode *selectedNode() const;
+    void showTitle(const QString &title);
     void fillNode(const FlowNode &node);
     void fillFile();
     void fillRelated(QVBoxLayout *list, const QList<const FlowNode *> &nodes, const char *emptyKey);
