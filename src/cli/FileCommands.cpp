@@ -75,30 +75,17 @@ const FlowFile *fileArgument(CommandContext &context, qsizetype index)
         all += FenrowStore::liveFiles(*flow);
 
     const QString text = context.argument(index);
-    const QString wanted = text.trimmed();
-    const QUuid id = QUuid::fromString(wanted);
-    QList<const FlowFile *> exact;
-    QList<const FlowFile *> prefixed;
-    for (const FlowFile *file : std::as_const(all)) {
-        if (!id.isNull() && file->id == id)
-            return file;
-        if (wanted.isEmpty())
-            continue;
-        if (file->filename.compare(wanted, Qt::CaseInsensitive) == 0)
-            exact.append(file);
-        else if (file->filename.startsWith(wanted, Qt::CaseInsensitive))
-            prefixed.append(file);
-    }
-    const QList<const FlowFile *> &matches = exact.isEmpty() ? prefixed : exact;
-    if (matches.size() == 1)
-        return matches.first();
+    const FileReference reference = FileReference::resolve(all, text);
+    if (reference.found())
+        return reference.found();
+    const QList<const FlowFile *> &candidates = reference.candidates();
+    const bool matched = reference.isAmbiguous();
 
     QString message;
-    const QList<const FlowFile *> &candidates = matches.isEmpty() ? all : matches;
     if (all.isEmpty())
         message = QStringLiteral("no file matches %1; there are no attached files (fenrow attach adds one)")
                       .arg(PlainText::quoted(text));
-    else if (matches.isEmpty())
+    else if (!matched)
         message = QStringLiteral("no file matches %1; the files are:\n").arg(PlainText::quoted(text));
     else
         message = QStringLiteral("%1 matches more than one file:\n").arg(PlainText::quoted(text));
@@ -111,7 +98,7 @@ const FlowFile *fileArgument(CommandContext &context, qsizetype index)
         if (candidates.size() > listedCandidates)
             stream << "  … and " << candidates.size() - listedCandidates << " more\n";
         stream << "Name a file by its id, its name, or the start of its name"
-               << (matches.isEmpty() ? "." : "; --flow narrows the search.");
+               << (matched ? "; --flow narrows the search." : ".");
     }
     context.fail(message + scopeNote);
     return nullptr;

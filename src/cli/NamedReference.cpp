@@ -3,6 +3,7 @@
 #include "PlainText.h"
 #include "TextTable.h"
 
+#include "domain/FlowFile.h"
 #include "domain/FlowTemplate.h"
 #include "domain/TaskFlow.h"
 
@@ -27,6 +28,16 @@ struct Noun<FlowTemplate> {
     static constexpr const char *one = "template";
     static constexpr const char *many = "templates";
 };
+template <>
+struct Noun<FlowFile> {
+    static constexpr const char *one = "file";
+    static constexpr const char *many = "files";
+};
+
+// A file card goes by its file's name.
+const QString &nameOf(const TaskFlow &flow) { return flow.name; }
+const QString &nameOf(const FlowTemplate &blueprint) { return blueprint.name; }
+const QString &nameOf(const FlowFile &file) { return file.filename; }
 
 } // namespace
 
@@ -51,9 +62,9 @@ NamedReference<Record> NamedReference<Record>::resolve(const QList<const Record 
     QList<const Record *> prefixed;
     if (!wanted.isEmpty()) {
         for (const Record *record : records) {
-            if (record->name.compare(wanted, Qt::CaseInsensitive) == 0)
+            if (nameOf(*record).compare(wanted, Qt::CaseInsensitive) == 0)
                 exact.append(record);
-            else if (record->name.startsWith(wanted, Qt::CaseInsensitive))
+            else if (nameOf(*record).startsWith(wanted, Qt::CaseInsensitive))
                 prefixed.append(record);
         }
     }
@@ -88,7 +99,7 @@ QString NamedReference<Record>::problem() const
 
     TextTable table({}, QStringLiteral("  "));
     for (const Record *record : m_candidates.first(std::min(m_candidates.size(), listedCandidates)))
-        table.addRow({record->name, PlainText::id(record->id)});
+        table.addRow({nameOf(*record), PlainText::id(record->id)});
     QString listing;
     QTextStream stream(&listing);
     table.print(stream);
@@ -103,5 +114,6 @@ QString NamedReference<Record>::problem() const
 
 template class NamedReference<TaskFlow>;
 template class NamedReference<FlowTemplate>;
+template class NamedReference<FlowFile>;
 
 } // namespace fenrow

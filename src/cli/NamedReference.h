@@ -5,10 +5,11 @@
 
 namespace fenrow {
 
+class FlowFile;
 class FlowTemplate;
 class TaskFlow;
 
-// What a FLOW or TEMPLATE argument names. By id first (any case, braces or
+// What a FLOW, TEMPLATE or FILE argument names. By id first (any case, braces or
 // not), then by name: an exact match ignoring case, else the one record
 // whose name begins with the text, ignoring case. Anything else names no
 // record, and the problem lists the records it could have meant.
@@ -35,8 +36,10 @@ private:
 
 using FlowReference = NamedReference<TaskFlow>;
 using TemplateReference = NamedReference<FlowTemplate>;
+using FileReference = NamedReference<FlowFile>;
 
 extern template class NamedReference<TaskFlow>;
 extern template class NamedReference<FlowTemplate>;
+extern template class NamedReference<FlowFile>;
 
 } // namespace fenrow
