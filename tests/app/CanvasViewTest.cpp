@@ -2,23 +2,26 @@
 
 #include "look/BrandPalette.h"
 
+#include "canvas/CanvasEditor.h"
+#include "canvas/NodeSizeResolver.h"
 #include "canvasview/CanvasToolbar.h"
 #include "canvasview/CanvasView.h"
 #include "canvasview/CanvasZoomPill.h"
-#include "window/FlowDetailView.h"
-#include "inspector/NodeInspector.h"
-#include "canvas/CanvasEditor.h"
 #include "domain/DependencyEdge.h"
 #include "domain/FlowFile.h"
+#include "domain/Readiness.h"
 #include "domain/TaskFlow.h"
+#include "inspector/NodeInspector.h"
 #include "shell/SampleFlow.h"
+#include "window/FlowDetailView.h"
 
 #include <QBuffer>
 #include <QDir>
-#include <QPainter>
-#include <QScreen>
-#include <QMimeData>
 #include <QLabel>
+#include <QMimeData>
+#include <QPainter>
+#include <QPointer>
+#include <QScreen>
 #include <QToolButton>
 #include <QWheelEvent>
 
@@ -528,14 +531,50 @@ protected:
         return flow;
     }
 
-    void save(const QString &name)
+    // Changes the look and waits for the window built in it to show the
+    // canvas again.
+    void changeLook(const std::function<void()> &change)
+    {
+        const QPointer<FlowDetailView> before = window->flowDetail();
+        change();
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            return !before && detail().isVisible() && canvas().editor() && canvas().editor()->didInitViewport();
+        }));
+    }
+
+    // The window as it shows now, saved for a reviewer.
+    QImage save(const QString &name)
     {
         // Cards are drawn sharp again once a zoom rests.
         EXPECT_TRUE(QTest::qWaitFor([&] { return !canvas().isZooming(); }));
         QApplication::processEvents();
+        const QImage shot = window->grab().toImage();
         const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
-        ASSERT_TRUE(folder.mkpath("."));
-        EXPECT_TRUE(window->grab().save(folder.filePath(name + ".png")));
+        EXPECT_TRUE(folder.mkpath("."));
+        EXPECT_TRUE(shot.save(folder.filePath(name + ".png")));
+        return shot;
+    }
+
+    // The colour of the canvas's ground in `shot`, in its lower left corner.
+    QColor groundIn(const QImage &shot) const
+    {
+        return shot.pixelColor(canvas().mapTo(window.get(), QPoint(40, canvas().height() - 40)));
+    }
+
+    // Whether the selection's ring, set off from the card by a gap, is in
+    // `shot` above the middle of `task`'s card.
+    bool showsSelectionRing(const QImage &shot, const FlowNode &task, const QColor &ring) const
+    {
+        const double top = task.posY - NodeSizeResolver().resolve(task).height / 2;
+        const QPoint above = canvas().mapTo(window.get(), interaction().toScreen({task.posX, top - 5.5}).toPoint());
+        for (int dy = -2; dy <= 2; ++dy) {
+            const QColor seen = shot.pixelColor(above + QPoint(0, dy));
+            if (std::abs(seen.red() - ring.red()) + std::abs(seen.green() - ring.green()) +
+                    std::abs(seen.blue() - ring.blue()) <
+                40)
+                return true;
+        }
+        return false;
     }
 };
 
@@ -547,22 +586,37 @@ TEST_F(CanvasLookTest, SampleFlowInLightAndDarkAndTwoPalettes)
     window->resize(1280, 800);
     QApplication::processEvents();
     detail().zoomPill()->findChild<QToolButton *>("toolbar.zoomToFit")->click();
-    save("canvas-light");
+    EXPECT_EQ(groundIn(save("canvas-light")), BrandPalette::ramp(AccentPalette::violet, false).brandSubtle);
 
-    const FlowNode &build = *flow.orderedItems()[3];
+    // A ready task: its own ring must not pass for the selection's.
+    ASSERT_FALSE(Readiness::readyNodes(flow).isEmpty());
+    const FlowNode &build = *Readiness::readyNodes(flow).constFirst();
     click(at(build));
-    save("canvas-selected-light");
+    EXPECT_TRUE(showsSelectionRing(save("canvas-selected-light"), build,
+                                   BrandPalette::ramp(AccentPalette::violet, false).brand));
 
-    preferences->setTheme(AppTheme::dark);
-    save("canvas-selected-dark");
+    // A new look keeps the canvas where it was, the selection and the
+    // inspector showing it.
+    const QPointF place = at(build);
+    changeLook([&] { preferences->setTheme(AppTheme::dark); });
+    EXPECT_EQ(interaction().selectedItemIDs(), QSet<QUuid>{build.id});
+    EXPECT_TRUE(detail().inspector()->isVisible());
+    EXPECT_EQ(at(build), place);
+    const QImage selected = save("canvas-selected-dark");
+    EXPECT_TRUE(showsSelectionRing(selected, build, BrandPalette::ramp(AccentPalette::violet, true).brand));
+
     click(QPointF(40, canvas().height() - 40));
-    save("canvas-dark");
+    const QImage plain = save("canvas-dark");
+    EXPECT_FALSE(showsSelectionRing(plain, build, BrandPalette::ramp(AccentPalette::violet, true).brand));
+    EXPECT_EQ(groundIn(plain), BrandPalette::ramp(AccentPalette::violet, true).brandSubtle);
 
-    preferences->setAccentPalette(AccentPalette::green);
-    save("canvas-green-dark");
-    preferences->setTheme(AppTheme::light);
-    preferences->setAccentPalette(AccentPalette::orange);
-    save("canvas-orange-light");
+    changeLook([&] { preferences->setAccentPalette(AccentPalette::green); });
+    EXPECT_EQ(groundIn(save("canvas-green-dark")), BrandPalette::ramp(AccentPalette::green, true).brandSubtle);
+    changeLook([&] {
+        preferences->setTheme(AppTheme::light);
+        preferences->setAccentPalette(AccentPalette::orange);
+    });
+    EXPECT_EQ(groundIn(save("canvas-orange-light")), BrandPalette::ramp(AccentPalette::orange, false).brandSubtle);
 }
 
 TEST_F(CanvasLookTest, GesturesInProgressFilesAndFolds)
@@ -598,13 +652,22 @@ TEST_F(CanvasLookTest, GesturesInProgressFilesAndFolds)
 
     // A selected edge shows its handles; a connection is being drawn.
     const DependencyEdge &edge = *flow.edges()[0];
-    editor().edgeClicked(edge.id);
-    interaction().setPendingConnection(PendingConnection{tasks[3]->id, {tasks[4]->posX, tasks[4]->posY + 200}});
-    editor().backgroundDragChanged(QPointF(40, canvas().height() - 200), QPointF(200, canvas().height() - 60), {});
-    interaction().setRejection(CycleRejection{QUuid::createUuid(), {tasks[1]->posX, tasks[1]->posY}});
-    save("canvas-gestures-light");
-    preferences->setTheme(AppTheme::dark);
-    save("canvas-gestures-dark");
+    const auto gestures = [&] {
+        editor().edgeClicked(edge.id);
+        interaction().setPendingConnection(PendingConnection{tasks[3]->id, {tasks[4]->posX, tasks[4]->posY + 200}});
+        editor().backgroundDragChanged(QPointF(40, canvas().height() - 200), QPointF(200, canvas().height() - 60), {});
+        interaction().setRejection(CycleRejection{QUuid::createUuid(), {tasks[1]->posX, tasks[1]->posY}});
+    };
+    gestures();
+    const QImage light = save("canvas-gestures-light");
+    changeLook([&] { preferences->setTheme(AppTheme::dark); });
+    EXPECT_EQ(interaction().selectedEdgeID(), std::optional(edge.id)) << "a new look keeps the selected edge";
+    gestures();
+    const QImage dark = save("canvas-gestures-dark");
+    // The marquee's corner is drawn over the ground in both.
+    const QPoint inMarquee = canvas().mapTo(window.get(), QPoint(120, canvas().height() - 130));
+    EXPECT_NE(light.pixelColor(inMarquee), BrandPalette::ramp(AccentPalette::violet, false).brandSubtle);
+    EXPECT_NE(dark.pixelColor(inMarquee), BrandPalette::ramp(AccentPalette::violet, true).brandSubtle);
 }
 
 TEST_F(CanvasLookTest, APaletteOrThemeChangeRecoloursTheCanvasAtOnce)

@@ -70,6 +70,31 @@ TEST_F(MainWindowTest, TitleAndDetailFollowTheSelectedFlow)
     EXPECT_EQ(quitting.count(), 1);
 }
 
+TEST_F(MainWindowTest, TheNextStartOpensWhatWasLeftAndTheWelcomeNamesNoFlow)
+{
+    const TaskFlow &garden = addFlow("Garden", 1, 1, 2);
+    show();
+    clickRow(garden.id);
+    window.reset();
+    show();
+    EXPECT_EQ(window->selectedFlow(), garden.id);
+    EXPECT_EQ(shownDetail()->objectName(), "canvas.root");
+
+    window->setRoute(DetailRoute::ready());
+    store->deleteFlow(garden);
+    window.reset();
+    show();
+    EXPECT_TRUE(window->route().isReady());
+
+    // The welcome is shown over whatever flow is selected, and the title
+    // does not give one away.
+    window->selectFlow(addFlow("Taxes").id);
+    preferences->setHasCompletedOnboarding(false);
+    EXPECT_EQ(window->windowTitle(), "Fenrow");
+    preferences->setHasCompletedOnboarding(true);
+    EXPECT_EQ(window->windowTitle(), "Taxes");
+}
+
 TEST_F(MainWindowTest, DeletingTheShownFlowFallsBackToTheFirstRemainingThenToNone)
 {
     const QUuid first = addFlow("First").id;

@@ -186,13 +186,15 @@ void CanvasScenePainter::paintCardBody(QPainter &painter, const CardLayout &text
                          withAlpha(colors.shadow, colors.shadow.alphaF() * 0.55));
         painter.fillPath(roundedRect(rect.adjusted(-0.25, 0.5, 0.25, lift + 0.5), cornerRadius), colors.shadow);
     }
-    if (look.selected) {
-        band(3.5, 5, withAlpha(colors.ramp.brand, 0.18));
-        band(1.5, 1.5, colors.ramp.brand);
-    } else if (content.actionable) {
+    // A ready card wears a thin glowing ring on its edge; the selection is
+    // a stronger ring set off from the card by a gap, so the two never
+    // read as one another and a selected ready card shows both.
+    if (content.actionable) {
         band(2, 4, withAlpha(colors.ramp.brand, 0.15));
         band(2, 1.5, colors.ramp.brand);
     }
+    if (look.selected)
+        band(5.5, 2.5, colors.ramp.brand);
 
     const NodeColor tag = node.color();
     const double borderWidth = tag != NodeColor::none ? 2 : 1;

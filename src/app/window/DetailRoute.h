@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QUuid>
 
 namespace fenrow {
@@ -22,6 +23,31 @@ public:
     bool isArchive() const { return m_kind == Kind::archive; }
     // The flow's id for a flow route, null for the others.
     QUuid flowId() const { return m_flowId; }
+
+    // "ready", "archive", a flow's id, or empty for none; what is not
+    // understood reads as none.
+    QString raw() const
+    {
+        switch (m_kind) {
+        case Kind::flow:
+            return m_flowId.toString(QUuid::WithoutBraces);
+        case Kind::ready:
+            return QStringLiteral("ready");
+        case Kind::archive:
+            return QStringLiteral("archive");
+        case Kind::none:
+            break;
+        }
+        return {};
+    }
+    static DetailRoute fromRaw(const QString &raw)
+    {
+        if (raw == QLatin1StringView("ready"))
+            return ready();
+        if (raw == QLatin1StringView("archive"))
+            return archive();
+        return flow(QUuid::fromString(raw));
+    }
 
     friend bool operator==(const DetailRoute &, const DetailRoute &) = default;
 

@@ -1,5 +1,8 @@
 #include "FlowDetailView.h"
 
+#include "PanelResizeDivider.h"
+#include "canvas/CanvasEditor.h"
+#include "canvas/CanvasRequests.h"
 #include "canvasview/CanvasAppearance.h"
 #include "canvasview/CanvasProgressReadout.h"
 #include "canvasview/CanvasToolbar.h"
@@ -7,15 +10,15 @@
 #include "canvasview/CanvasZoomPill.h"
 #include "canvasview/EmptyCanvasHint.h"
 #include "canvasview/ExpandFailureBanner.h"
-#include "inspector/NodeInspector.h"
-#include "PanelResizeDivider.h"
-#include "canvas/CanvasEditor.h"
-#include "canvas/CanvasRequests.h"
-#include "domain/Scheduler.h"
+#include "domain/DependencyEdge.h"
 #include "domain/FenrowStore.h"
+#include "domain/FlowFile.h"
+#include "domain/FlowNode.h"
 #include "domain/FlowProgress.h"
 #include "domain/Readiness.h"
+#include "domain/Scheduler.h"
 #include "domain/TaskFlow.h"
+#include "inspector/NodeInspector.h"
 #include "shell/AppPreferences.h"
 
 #include "domain/Clock.h"
@@ -129,7 +132,59 @@ void FlowDetailView::startCanvas()
     });
     m_editor->appear(m_canvas->size());
     m_canvas->setFocus(Qt::OtherFocusReason);
+    if (m_restoreFlowId == m_flowId)
+        applySelection(m_restoreSelection);
+    m_restoreFlowId = QUuid();
     followSelection();
+}
+
+CanvasSelection FlowDetailView::selection() const
+{
+    CanvasSelection selection;
+    if (m_interaction) {
+        selection.itemIDs = m_interaction->selectedItemIDs();
+        selection.edgeID = m_interaction->selectedEdgeID();
+        // A file card is shown when it is all that is selected.
+        if (selection.itemIDs.isEmpty() && !selection.edgeID)
+            if (const auto file = m_interaction->selectedFileID())
+                selection.itemIDs = {*file};
+    }
+    return selection;
+}
+
+void FlowDetailView::restoreSelection(const QUuid &flowID, const CanvasSelection &selection)
+{
+    if (m_editor && flowID == m_flowId) {
+        applySelection(selection);
+        return;
+    }
+    m_restoreFlowId = flowID;
+    m_restoreSelection = selection;
+}
+
+void FlowDetailView::applySelection(const CanvasSelection &selection)
+{
+    const TaskFlow *flow = m_store.flow(m_flowId);
+    if (!flow || !m_interaction)
+        return;
+    // Only what still exists in the flow.
+    QSet<QUuid> items;
+    std::optional<QUuid> file;
+    for (const QUuid &id : selection.itemIDs) {
+        const FlowNode *node = m_store.node(id);
+        if (node && node->flow() == flow)
+            items.insert(id);
+        else if (std::ranges::any_of(flow->files(), [&](const FlowFile *candidate) { return candidate->id == id; }))
+            file = id;
+    }
+    if (items.isEmpty() && file) {
+        m_interaction->setSelectedFileID(file);
+        return;
+    }
+    m_interaction->setSelectedItemIDs(items);
+    if (selection.edgeID &&
+        std::ranges::any_of(flow->edges(), [&](const DependencyEdge *edge) { return edge->id == *selection.edgeID; }))
+        m_interaction->setSelectedEdgeID(selection.edgeID);
 }
 
 void FlowDetailView::stopCanvas()
@@ -181,15 +236,7 @@ void FlowDetailView::refresh()
 
 void FlowDetailView::followSelection()
 {
-    CanvasSelection selection;
-    if (m_interaction) {
-        selection.itemIDs = m_interaction->selectedItemIDs();
-        selection.edgeID = m_interaction->selectedEdgeID();
-        // A file card is shown when it is all that is selected.
-        if (selection.itemIDs.isEmpty() && !selection.edgeID)
-            if (const auto file = m_interaction->selectedFileID())
-                selection.itemIDs = {*file};
-    }
+    const CanvasSelection selection = this->selection();
     m_inspector->showSelection(m_flowId, selection);
     const bool shown = m_interaction && m_inspector->page() != NodeInspector::Page::empty;
     const bool opening = shown && !m_inspector->isVisible();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "canvas/CanvasSelection.h"
+
 #include <QUuid>
 #include <QWidget>
 
@@ -42,6 +44,11 @@ public:
 
     void showFlow(const QUuid &id);
     QUuid flowId() const { return m_flowId; }
+    // What is selected on the canvas now, and a selection for the canvas
+    // to take when it next starts on `flowID`: a window built again keeps
+    // what the user had selected, and with it the inspector.
+    CanvasSelection selection() const;
+    void restoreSelection(const QUuid &flowID, const CanvasSelection &selection);
 
     CanvasView *canvas() const { return m_canvas; }
     CanvasEditor *editor() const { return m_editor.get(); }
@@ -68,6 +75,7 @@ private:
     void stopCanvas();
     void refresh();
     void followSelection();
+    void applySelection(const CanvasSelection &selection);
     void revealNode(const QUuid &nodeID);
     void placeOverlays();
     void setInspectorWidth(int width);
@@ -77,6 +85,8 @@ private:
     ActiveFlowState &m_activeFlow;
     AppPreferences &m_preferences;
     QUuid m_flowId;
+    QUuid m_restoreFlowId;
+    CanvasSelection m_restoreSelection;
 
     CanvasAppearance *m_appearance = nullptr;
     TimerScheduler *m_scheduler = nullptr;

@@ -64,11 +64,14 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
     connect(&m_store, &FenrowStore::changed, this, &MainWindow::followStore);
     connect(m_look, &InterfaceLook::changed, this, &MainWindow::rebuild);
     connect(&m_preferences, &AppPreferences::changed, this, [this](const QString &key) {
-        if (key == QLatin1StringView(PreferenceKey::hasCompletedOnboarding))
+        if (key == QLatin1StringView(PreferenceKey::hasCompletedOnboarding)) {
             followOnboarding();
+            showRoute();
+        }
     });
 
-    showRoute();
+    // Where the user left off; a flow deleted since opens nothing.
+    setRoute(DetailRoute::fromRaw(preferences.lastRouteRaw()));
 }
 
 // The sidebar and the detail views, with their wiring. Built again when
@@ -152,11 +155,17 @@ void MainWindow::buildContent()
 void MainWindow::rebuild()
 {
     const int width = sidebarWidth();
+    const QUuid shownFlow = m_flowDetail->flowId();
+    const CanvasSelection selection = m_flowDetail->selection();
     // The old tree goes first: a canvas leaving hands its flow's selection
     // back to the history, which must not undo the new canvas's claim.
     delete takeCentralWidget();
     buildContent();
     setSidebarWidth(width);
+    m_flowDetail->restoreSelection(shownFlow, selection);
+    // The new tree takes its real size before it shows: a canvas that
+    // started at a made-up size would clamp the flow's viewport to it.
+    layout()->activate();
     retranslateMenus(menuBar());
     m_sidebar->setRoute(m_route);
     m_rail->setRoute(m_route);
@@ -329,6 +338,7 @@ void MainWindow::setRoute(const DetailRoute &requested)
         requested.kind() == DetailRoute::Kind::flow && !m_store.flow(requested.flowId()) ? DetailRoute() : requested;
     if (route != m_route) {
         m_route = route;
+        m_preferences.setLastRouteRaw(route.raw());
         const QUuid flow = route.flowId();
         const std::optional<QUuid> active = flow.isNull() ? std::nullopt : std::optional<QUuid>(flow);
         m_activeFlow.setActiveFlowID(active);
@@ -353,22 +363,25 @@ void MainWindow::followStore()
 
 void MainWindow::showRoute()
 {
+    // The welcome covers the flows: the title names none of them.
+    const bool welcoming = !m_preferences.hasCompletedOnboarding();
     switch (m_route.kind()) {
     case DetailRoute::Kind::flow:
         if (const TaskFlow *flow = m_store.flow(m_route.flowId())) {
             // "[*]" in a title is Qt's modified marker; doubled, it shows as typed.
-            setWindowTitle(QString(flow->name).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+            setWindowTitle(welcoming ? qtTrId("mainWindow.title")
+                                     : QString(flow->name).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
             m_flowDetail->showFlow(flow->id);
             m_detail->setCurrentWidget(m_flowDetail);
             return;
         }
         break;
     case DetailRoute::Kind::ready:
-        setWindowTitle(qtTrId("ready.title"));
+        setWindowTitle(qtTrId(welcoming ? "mainWindow.title" : "ready.title"));
         m_detail->setCurrentWidget(m_readyList);
         return;
     case DetailRoute::Kind::archive:
-        setWindowTitle(qtTrId("archive.title"));
+        setWindowTitle(qtTrId(welcoming ? "mainWindow.title" : "archive.title"));
         m_detail->setCurrentWidget(m_archiveList);
         return;
     case DetailRoute::Kind::none:

@@ -201,6 +201,7 @@ void AppPreferences::load()
     m_uiLanguageRaw = text(PreferenceKey::uiLanguage, "auto");
     const QUuid captureFlow = QUuid::fromString(readString(stored(PreferenceKey::lastCaptureFlowID)).value_or(QString()));
     m_lastCaptureFlowID = captureFlow.isNull() ? std::nullopt : std::optional(captureFlow);
+    m_lastRouteRaw = text(PreferenceKey::lastRoute, "");
     m_readySortRaw = text(PreferenceKey::readySort, "flow");
     m_dayPlanBudgetMinutes = castInt(stored(PreferenceKey::dayPlanBudget)).value_or(defaultDayPlanBudgetMinutes);
     m_dayPlanBudgetUnitRaw = text(PreferenceKey::dayPlanBudgetUnit, "minutes");
@@ -336,6 +337,11 @@ void AppPreferences::setLastCaptureFlowID(const std::optional<QUuid> &id)
 {
     update(m_lastCaptureFlowID, id, PreferenceKey::lastCaptureFlowID,
            id ? QVariant(id->toString(QUuid::WithoutBraces)) : QVariant());
+}
+
+void AppPreferences::setLastRouteRaw(const QString &raw)
+{
+    update(m_lastRouteRaw, raw, PreferenceKey::lastRoute, raw.isEmpty() ? QVariant() : QVariant(raw));
 }
 
 void AppPreferences::setReadySortRaw(const QString &raw)

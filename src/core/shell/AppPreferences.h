@@ -39,6 +39,7 @@ inline constexpr const char *accentPalette = "preferences.accentPalette";
 inline constexpr const char *filterMode = "preferences.filterMode";
 inline constexpr const char *uiLanguage = "preferences.uiLanguage";
 inline constexpr const char *lastCaptureFlowID = "preferences.lastCaptureFlowID";
+inline constexpr const char *lastRoute = "preferences.lastRoute";
 inline constexpr const char *readySort = "preferences.readySort";
 inline constexpr const char *dayPlanBudget = "preferences.dayPlanBudget";
 inline constexpr const char *dayPlanBudgetUnit = "preferences.dayPlanBudgetUnit";
@@ -133,6 +134,10 @@ public:
     void setUiLanguage(UiLanguage language) { setUiLanguageRaw(rawString(language)); }
 
     std::optional<QUuid> lastCaptureFlowID() const { return m_lastCaptureFlowID; }
+    // What the main window showed when it was last left: "ready",
+    // "archive", a flow's id, or empty; the next start opens it again.
+    QString lastRouteRaw() const { return m_lastRouteRaw; }
+    void setLastRouteRaw(const QString &raw);
     void setLastCaptureFlowID(const std::optional<QUuid> &id);
 
     QString readySortRaw() const { return m_readySortRaw; }
@@ -199,6 +204,7 @@ private:
     QString m_filterModeRaw;
     QString m_uiLanguageRaw;
     std::optional<QUuid> m_lastCaptureFlowID;
+    QString m_lastRouteRaw;
     QString m_readySortRaw;
     int m_dayPlanBudgetMinutes = defaultDayPlanBudgetMinutes;
     QString m_dayPlanBudgetUnitRaw;
