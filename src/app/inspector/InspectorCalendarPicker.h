@@ -17,10 +17,17 @@ public:
 
     QCalendarWidget *calendar() const { return m_calendar; }
 
+    // Where a popup of `size` opens for `anchor`, in global coordinates:
+    // below it, or above it when there is no room below, and always
+    // inside the anchor's window and screen.
+    static QPoint popupPosition(QSize size, const QWidget &anchor);
+
 signals:
     void picked(QDate day);
 
 private:
+    void applyLook();
+
     QCalendarWidget *m_calendar = nullptr;
 };
 

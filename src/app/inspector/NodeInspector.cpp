@@ -625,7 +625,7 @@ void NodeInspector::pickDate(bool start)
         popup.close();
     });
     QPushButton *anchor = start ? m_startPick : m_duePick;
-    popup.exec(anchor->mapToGlobal(QPoint(0, anchor->height())));
+    popup.exec(InspectorCalendarPicker::popupPosition(popup.sizeHint(), *anchor));
     if (chosen)
         setDate(start, chosen);
 }
