@@ -42,8 +42,8 @@ CanvasToolButton::CanvasToolButton(CanvasAppearance &appearance, CanvasGlyphs::G
     setObjectName(name);
     setToolTip(help);
     setAccessibleName(help);
-    // The canvas keeps the keyboard: a click on a tool is no reason to leave it.
-    setFocusPolicy(Qt::NoFocus);
+    // Reached by Tab; a click on a tool is no reason to leave the canvas.
+    setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
     setAutoRaise(true);
     connect(&m_appearance, &CanvasAppearance::changed, this, qOverload<>(&QWidget::update));

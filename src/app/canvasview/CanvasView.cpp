@@ -52,7 +52,7 @@ CanvasView::CanvasView(FenrowStore &store, FenrowHistory &history, AppPreference
       m_contents(store), m_scene(m_contents)
 {
     setObjectName(QStringLiteral("canvas.view"));
-    setFocusPolicy(Qt::ClickFocus);
+    setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setAcceptDrops(true);
     setAttribute(Qt::WA_OpaquePaintEvent);

@@ -2,6 +2,8 @@
 
 #include "BrandPalette.h"
 #include "DesktopColorScheme.h"
+#include "ThemeFocusRing.h"
+#include "ThemeStyle.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -82,6 +84,7 @@ Colors Colors::make(AccentPalette accent, bool dark)
         colors.sidebar = ramp.brandSubtle;
         colors.field = ramp.fieldSurface;
         colors.hover = ramp.fieldSurface;
+        colors.controlBorder = QColor(0x7c, 0x7f, 0x8e);
         colors.destructive = QColor(0xe8, 0x6a, 0x64);
         colors.priorityHigh = QColor(0xf0, 0x74, 0x62);
         colors.priorityMedium = QColor(0xf0, 0xb4, 0x4c);
@@ -91,6 +94,7 @@ Colors Colors::make(AccentPalette accent, bool dark)
         colors.sidebar = ramp.brandPanel;
         colors.field = ramp.nodeSurface;
         colors.hover = ramp.fieldSurface;
+        colors.controlBorder = QColor(0x84, 0x87, 0x95);
         colors.destructive = QColor(0xc2, 0x3a, 0x34);
         colors.priorityHigh = QColor(0xdc, 0x4f, 0x3a);
         colors.priorityMedium = QColor(0xe0, 0x9a, 0x1f);
@@ -104,7 +108,9 @@ void apply(QApplication &application)
     // The desktop's own palette is the last hint at its light or dark
     // choice; ours replaces it in a moment.
     DesktopColorScheme::rememberDesktopPalette(application.palette());
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new ThemeStyle(QStyleFactory::create(QStringLiteral("Fusion"))));
+    if (!application.findChild<ThemeFocusRing *>(QString(), Qt::FindDirectChildrenOnly))
+        new ThemeFocusRing(&application);
     QFont base = QApplication::font();
     // Desktop defaults without a platform theme come out at 9 pt, which is
     // cramped for a list the user reads all day.

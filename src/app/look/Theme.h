@@ -32,6 +32,9 @@ struct Colors {
     QColor accentSoft;
     // Text and marks drawn on a filled accent.
     QColor onAccent;
+    // The edge that tells a control from its ground: check boxes, radio
+    // buttons, fields and buttons; at least 3:1 against every surface.
+    QColor controlBorder;
     QColor hover;
     QColor track;
     QColor ringOutline;
@@ -47,8 +50,9 @@ struct Colors {
     friend bool operator==(const Colors &, const Colors &) = default;
 };
 
-// Fusion style, the base font and the colours in force, for the whole
-// process.
+// Fusion style with the program's control edges and check marks
+// (ThemeStyle), the keyboard focus ring (ThemeFocusRing), the base font
+// and the colours in force, for the whole process.
 void apply(QApplication &application);
 // Makes `colors` the ones in force: the application palette and `Color::…`.
 void setColors(const Colors &colors);
@@ -68,6 +72,7 @@ inline const QColor &secondaryText = detail::current.secondaryText;
 inline const QColor &accent = detail::current.accent;
 inline const QColor &accentSoft = detail::current.accentSoft;
 inline const QColor &onAccent = detail::current.onAccent;
+inline const QColor &controlBorder = detail::current.controlBorder;
 inline const QColor &hover = detail::current.hover;
 inline const QColor &track = detail::current.track;
 inline const QColor &ringOutline = detail::current.ringOutline;
