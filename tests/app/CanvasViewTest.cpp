@@ -4,6 +4,7 @@
 
 #include "canvas/CanvasEditor.h"
 #include "canvas/NodeSizeResolver.h"
+#include "canvasview/CanvasPanel.h"
 #include "canvasview/CanvasToolbar.h"
 #include "canvasview/CanvasView.h"
 #include "canvasview/CanvasZoomPill.h"
@@ -668,6 +669,52 @@ TEST_F(CanvasLookTest, GesturesInProgressFilesAndFolds)
     const QPoint inMarquee = canvas().mapTo(window.get(), QPoint(120, canvas().height() - 130));
     EXPECT_NE(light.pixelColor(inMarquee), BrandPalette::ramp(AccentPalette::violet, false).brandSubtle);
     EXPECT_NE(dark.pixelColor(inMarquee), BrandPalette::ramp(AccentPalette::violet, true).brandSubtle);
+}
+
+// The flow with a task open in the inspector, at a roomy, a small and the
+// smallest window, in English and in the language of the longest words.
+// The floating tools stay inside the canvas, apart, and the canvas keeps
+// room to work in.
+TEST_F(CanvasLookTest, EveryWindowSizeLeavesTheCanvasItsTools)
+{
+    preferences->setTheme(AppTheme::light);
+    const TaskFlow &flow = sample();
+    open(flow);
+    click(at(*flow.orderedItems()[2]));
+    ASSERT_TRUE(detail().inspector()->isVisible());
+    for (const char *code : {"en", "de"}) {
+        for (const AppTheme theme : {AppTheme::dark, AppTheme::light}) {
+            changeLook([&] {
+                preferences->setUiLanguageRaw(QString::fromLatin1(code));
+                preferences->setTheme(theme);
+            });
+            for (const QSize size : {QSize(1320, 840), QSize(800, 600), window->minimumSize()}) {
+                window->resize(size);
+                QApplication::processEvents();
+                const QString name = QStringLiteral("canvas-size-%1x%2-%3-%4")
+                                         .arg(size.width())
+                                         .arg(size.height())
+                                         .arg(theme == AppTheme::dark ? "dark" : "light", code);
+                save(name);
+                SCOPED_TRACE(name.toStdString());
+                EXPECT_TRUE(detail().inspector()->isVisible());
+                EXPECT_GE(canvas().width(), 300) << "the inspector leaves the canvas room";
+                const int room = CanvasPanel::shadowRoom;
+                QList<QRect> tools;
+                for (QWidget *tool : QList<QWidget *>{detail().findChild<QWidget *>("toolbar.progress"),
+                                                      detail().toolbar(), detail().zoomPill()}) {
+                    ASSERT_NE(tool, nullptr);
+                    EXPECT_TRUE(tool->isVisible()) << tool->objectName().toStdString();
+                    const QRect shown = tool->geometry().adjusted(room, room, -room, -room);
+                    EXPECT_TRUE(canvas().rect().contains(shown)) << tool->objectName().toStdString();
+                    for (const QRect &other : tools)
+                        EXPECT_FALSE(shown.intersects(other)) << tool->objectName().toStdString();
+                    tools << shown;
+                }
+            }
+        }
+    }
+    preferences->setUiLanguageRaw(QStringLiteral("en"));
 }
 
 TEST_F(CanvasLookTest, APaletteOrThemeChangeRecoloursTheCanvasAtOnce)

@@ -193,8 +193,11 @@ void FlowDetailView::stopCanvas()
         return;
     // The panel lets go of the task first: what follows may change the store.
     m_inspector->showSelection(m_flowId, {});
+    const bool wasShown = !m_inspector->isHidden();
     m_inspector->hide();
     m_divider->hide();
+    if (wasShown)
+        emit inspectorShownChanged();
     // What the user scrolled to is kept, even within the save's short delay.
     if (m_editor->didInitViewport())
         m_editor->persistViewport();
@@ -240,14 +243,22 @@ void FlowDetailView::followSelection()
     m_inspector->showSelection(m_flowId, selection);
     const bool shown = m_interaction && m_inspector->page() != NodeInspector::Page::empty;
     const bool opening = shown && !m_inspector->isVisible();
+    const bool changing = shown == m_inspector->isHidden();
     m_inspector->setVisible(shown);
     m_divider->setVisible(shown);
+    if (changing)
+        emit inspectorShownChanged();
     // The panel takes room from the canvas; the task it shows stays in view.
     if (opening && selection.itemIDs.size() == 1)
         QTimer::singleShot(0, this, [this, id = *selection.itemIDs.cbegin()] {
             if (m_editor && m_editor->isVisible(id))
                 m_editor->selectAndKeepVisible(id);
         });
+}
+
+int FlowDetailView::inspectorRoom() const
+{
+    return m_inspector->isHidden() ? 0 : m_inspector->width() + m_divider->width();
 }
 
 void FlowDetailView::revealNode(const QUuid &nodeID)
@@ -286,10 +297,13 @@ void FlowDetailView::placeOverlays()
     m_readout->setRoom((toolsOnTop ? area.width() - tools.width() - gap : area.width()) + 2 * shadow);
     m_readout->adjustSize();
     m_readout->move(area.left() - shadow, area.top() - shadow);
+    const bool toolsBesideZoom = area.width() - tools.width() - gap >= zoom.width();
     if (toolsOnTop)
         m_toolbar->move(area.right() - tools.width() + 1 - shadow, area.top() - shadow);
-    else
+    else if (toolsBesideZoom)
         m_toolbar->move(area.left() - shadow, area.bottom() - tools.height() + 1 - shadow);
+    else // Narrower still: under the name.
+        m_toolbar->move(area.left() - shadow, area.top() + m_readout->height() - 2 * shadow + gap - shadow);
     m_zoomPill->move(area.right() - zoom.width() + 1 - shadow, area.bottom() - zoom.height() + 1 - shadow);
     m_emptyHint->move(m_canvas->width() / 2 - m_emptyHint->width() / 2,
                       m_canvas->height() / 2 - m_emptyHint->height() / 2);

@@ -55,6 +55,8 @@ public:
     CanvasToolbar *toolbar() const { return m_toolbar; }
     CanvasZoomPill *zoomPill() const { return m_zoomPill; }
     NodeInspector *inspector() const { return m_inspector; }
+    // The width the inspector takes from the canvas: none while it is closed.
+    int inspectorRoom() const;
     CanvasAppearance *appearance() const { return m_appearance; }
     // The mailboxes through which menus and other views address the canvas.
     CanvasZoomRequest *zoomRequests() const { return m_zoomRequests; }
@@ -64,6 +66,7 @@ public:
 signals:
     void archiveDoneRequested(const QUuid &flowID);
     void generateSubtasksRequested(const QUuid &nodeID);
+    void inspectorShownChanged();
 
 protected:
     void showEvent(QShowEvent *event) override;

@@ -170,6 +170,7 @@ void MainWindow::rebuild()
     m_sidebar->setRoute(m_route);
     m_rail->setRoute(m_route);
     showRoute();
+    fitSidebar();
 }
 
 void MainWindow::retranslateMenus(QWidget *menuOwner)
@@ -315,6 +316,12 @@ void MainWindow::openSettings(SettingsPage page)
     m_settings->activateWindow();
 }
 
+void MainWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    fitSidebar();
+}
+
 void MainWindow::showEvent(QShowEvent *event)
 {
     QMainWindow::showEvent(event);
@@ -348,6 +355,7 @@ void MainWindow::setRoute(const DetailRoute &requested)
     m_sidebar->setRoute(m_route);
     m_rail->setRoute(m_route);
     showRoute();
+    fitSidebar();
 }
 
 void MainWindow::followStore()

@@ -93,6 +93,9 @@ public:
     // is kept in the preferences.
     static constexpr int sidebarAnimationMs = 200;
     SidebarRail *rail() const { return m_rail; }
+    // A window too narrow for the sidebar, the inspector and a canvas of
+    // this width shows the rail instead, without changing the preference.
+    static constexpr int minimumCanvasWidth = 360;
     bool isSidebarCollapsed() const;
     void setSidebarCollapsed(bool collapsed, bool animated = true);
 
@@ -114,6 +117,7 @@ signals:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void makeMenus();
@@ -133,6 +137,8 @@ private:
     // Connects the rail and the sidebar's search and fold; after each build.
     void wireNavigation(QWidget *root);
     void showSidebarState();
+    // Whether the sidebar makes way for the canvas, from the room there is.
+    void fitSidebar();
     void followStore();
     void showRoute();
     void seedSampleFlow();
@@ -162,6 +168,10 @@ private:
     SidebarRail *m_rail = nullptr;
     PanelResizeDivider *m_sidebarDivider = nullptr;
     QVariantAnimation *m_sidebarAnimation = nullptr;
+    // The window is too narrow for the full sidebar; unless the user
+    // widened it anyway, the rail stands in.
+    bool m_sidebarYields = false;
+    bool m_expandedAnyway = false;
     RouteRequest *m_routeRequests = nullptr;
     FlowSearchPresentation *m_searchPresentation = nullptr;
     QPointer<FlowSearchPaletteView> m_searchPalette;

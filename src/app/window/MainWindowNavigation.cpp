@@ -28,6 +28,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QStackedWidget>
 #include <QTextEdit>
 #include <QVariantAnimation>
 
@@ -273,7 +274,17 @@ void MainWindow::wireNavigation(QWidget *root)
     connect(m_sidebar, &Sidebar::collapseRequested, this, [this] { setSidebarCollapsed(true); });
     connect(m_rail, &SidebarRail::routeSelected, this, &MainWindow::setRoute);
     connect(m_rail, &SidebarRail::searchRequested, this, &MainWindow::presentSearch);
-    connect(m_rail, &SidebarRail::expandRequested, this, [this] { setSidebarCollapsed(false); });
+    connect(m_rail, &SidebarRail::expandRequested, this, [this] {
+        // The rail stood in for a narrow window: the user wants the sidebar
+        // all the same.
+        if (!m_preferences.sidebarCollapsed()) {
+            m_expandedAnyway = true;
+            showSidebarState();
+            return;
+        }
+        setSidebarCollapsed(false);
+    });
+    connect(m_flowDetail, &FlowDetailView::inspectorShownChanged, this, &MainWindow::fitSidebar);
     connect(m_rail, &SidebarRail::settingsRequested, this, [this] { openSettings(); });
     connect(m_rail, &SidebarRail::quitRequested, this, &MainWindow::quitRequested);
     m_sidebarDivider = root->findChild<PanelResizeDivider *>(QStringLiteral("sidebar.resize"));
@@ -308,9 +319,23 @@ void MainWindow::setSidebarCollapsed(bool collapsed, bool animated)
     m_sidebarAnimation->start();
 }
 
+void MainWindow::fitSidebar()
+{
+    const int full = Sidebar::clampedWidth(qRound(m_preferences.sidebarWidth()));
+    const bool flowShown = m_detail && m_detail->currentWidget() == m_flowDetail;
+    const int inspector = flowShown ? m_flowDetail->inspectorRoom() : 0;
+    const bool yields = width() - full - inspector < minimumCanvasWidth;
+    if (yields == m_sidebarYields)
+        return;
+    m_sidebarYields = yields;
+    m_expandedAnyway = false;
+    if (!m_sidebarAnimation->state())
+        showSidebarState();
+}
+
 void MainWindow::showSidebarState()
 {
-    const bool collapsed = m_preferences.sidebarCollapsed();
+    const bool collapsed = m_preferences.sidebarCollapsed() || (m_sidebarYields && !m_expandedAnyway);
     m_sidebar->setVisible(!collapsed);
     if (m_sidebarDivider)
         m_sidebarDivider->setVisible(!collapsed);
