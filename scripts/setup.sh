@@ -21,6 +21,11 @@ packages=(
   dunst
   # A real system tray (XEmbed) for the tray widget's tests under Xvfb.
   trayer
+  # The desktop portal: Qt's platform theme that shows file dialogs through
+  # it, and for the tests the real portal with its GTK backend, whose
+  # colour scheme `gsettings` sets.
+  qt6-xdgdesktopportal-platformtheme
+  xdg-desktop-portal xdg-desktop-portal-gtk gsettings-desktop-schemas libglib2.0-bin
   # Installing like a desktop application: the icon's PNG sizes drawn from
   # its SVG at build time, the checks of the desktop files and the AppStream
   # metainfo, and the desktop database and URL scheme refreshed by

@@ -18,6 +18,12 @@ std::optional<bool> &rememberedPaletteDark()
     return dark;
 }
 
+std::optional<bool> &portalDark()
+{
+    static std::optional<bool> dark;
+    return dark;
+}
+
 bool namesDark(const QString &themeName)
 {
     return themeName.contains(QLatin1StringView("dark"), Qt::CaseInsensitive);
@@ -81,8 +87,15 @@ void rememberDesktopPalette(const QPalette &palette)
         rememberedPaletteDark() = palette.color(QPalette::Window).lightness() < 128;
 }
 
+void setPortalPreference(std::optional<bool> dark)
+{
+    portalDark() = dark;
+}
+
 bool prefersDark()
 {
+    if (portalDark())
+        return *portalDark();
     const QString configHome = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     if (const std::optional<bool> dark = fromConfiguration(configHome, qgetenv("GTK_THEME")))
         return *dark;

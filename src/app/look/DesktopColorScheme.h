@@ -10,9 +10,10 @@ class QPalette;
 namespace fenrow {
 
 // Whether the desktop asks for dark windows, for the automatic theme. Qt 6.4
-// has no colour-scheme hint and the program does not talk D-Bus, so the
-// answer comes from what the desktop leaves in the user's configuration:
-// the GTK_THEME variable, GTK 4 and GTK 3 settings.ini ("prefer dark", or a
+// has no colour-scheme hint. The desktop portal's preference goes first
+// (`PortalAppearance` reads it and tells it here); without one, the answer
+// comes from what the desktop leaves in the user's configuration: the
+// GTK_THEME variable, GTK 4 and GTK 3 settings.ini ("prefer dark", or a
 // theme whose name says dark), KDE's kdeglobals (a dark colour scheme or a
 // dark window colour); and when none of them says anything, the lightness
 // of the palette the desktop gave the program before Fenrow set its own.
@@ -26,7 +27,12 @@ std::optional<bool> fromConfiguration(const QString &configHome, const QByteArra
 // since later the application palette is Fenrow's own.
 void rememberDesktopPalette(const QPalette &palette);
 
-// The configuration of this user and session, else the remembered palette.
+// The portal's light or dark preference; none where no portal runs or it
+// has no preference.
+void setPortalPreference(std::optional<bool> dark);
+
+// The portal's preference, else the configuration of this user and
+// session, else the remembered palette.
 bool prefersDark();
 
 } // namespace DesktopColorScheme

@@ -1,6 +1,8 @@
 #include "InterfaceLook.h"
 
 #include "DesktopColorScheme.h"
+#include "DesktopPortal.h"
+#include "PortalAppearance.h"
 #include "shell/AppPreferences.h"
 #include "shell/InterfaceLanguage.h"
 
@@ -12,8 +14,17 @@
 namespace fenrow {
 
 InterfaceLook::InterfaceLook(AppPreferences &preferences, QObject *parent)
-    : QObject(parent), m_preferences(preferences)
+    : QObject(parent),
+      m_preferences(preferences),
+      m_portal(new PortalAppearance(QDBusConnection::sessionBus(), DesktopPortal::startupTimeoutMs, this))
 {
+    DesktopColorScheme::setPortalPreference(m_portal->prefersDark());
+    // The desktop switched between light and dark: the automatic theme
+    // follows at once.
+    connect(m_portal, &PortalAppearance::changed, this, [this] {
+        DesktopColorScheme::setPortalPreference(m_portal->prefersDark());
+        refreshDesktop();
+    });
     applyColors();
     m_identity = currentIdentity();
     connect(&m_preferences, &AppPreferences::changed, this, [this](const QString &key) {

@@ -8,10 +8,12 @@
 namespace fenrow {
 
 class AppPreferences;
+class PortalAppearance;
 
 // The language and the colours the windows are built in: the interface
 // language, the accent palette, and light or dark from the theme preference
-// (for "auto", the desktop's choice). It puts them in force for the process
+// (for "auto", the desktop's choice, followed live where the desktop
+// portal tells of a change). It puts them in force for the process
 // (translator, Theme colours, application palette) as the preferences
 // change, and says when the result differs from what the windows were built
 // with, so they can be built again: texts and colours are read while
@@ -45,6 +47,7 @@ private:
     QString currentIdentity() const;
 
     AppPreferences &m_preferences;
+    PortalAppearance *m_portal;
     QString m_identity;
     bool m_announcing = false;
 };

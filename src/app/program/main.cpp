@@ -1,4 +1,5 @@
 #include "DesktopProgram.h"
+#include "PortalFileDialogs.h"
 #include "cli/CommandLine.h"
 
 #include <QApplication>
@@ -12,6 +13,9 @@ int main(int argc, char *argv[])
         QCoreApplication application(argc, argv);
         return fenrow::CommandLine::run(application);
     }
-    QApplication application(argc, argv);
+    // The desktop's file dialogs, where its portal offers them, are chosen
+    // before the application exists.
+    fenrow::PortalFileDialogs::ApplicationArguments arguments(argc, argv);
+    QApplication application(arguments.argc(), arguments.argv());
     return fenrow::DesktopProgram::run(application);
 }
