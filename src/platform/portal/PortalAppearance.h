@@ -33,9 +33,6 @@ public:
     // preference or did not say.
     std::optional<bool> prefersDark() const;
 
-    // Reads the value again, within `timeoutMs`.
-    void read(int timeoutMs);
-
 signals:
     // The portal said the preference changed.
     void changed();
@@ -44,6 +41,7 @@ private slots:
     void onSettingChanged(const QDBusMessage &message);
 
 private:
+    void read(int timeoutMs);
     static std::optional<Scheme> schemeOf(const QVariant &value);
 
     QDBusConnection m_bus;
