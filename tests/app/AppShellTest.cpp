@@ -53,13 +53,6 @@ protected:
             QTest::mouseClick(next, Qt::LeftButton);
         }
     }
-    void saveScreenshot(QWidget &widget, const QString &name)
-    {
-        const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
-        ASSERT_TRUE(folder.mkpath("."));
-        EXPECT_TRUE(widget.grab().save(folder.filePath(name + ".png")));
-    }
-
     std::unique_ptr<AppEnvironment> shellEnvironment;
     std::unique_ptr<AppShell> shell;
     std::unique_ptr<QSignalSpy> installed;

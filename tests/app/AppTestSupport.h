@@ -15,6 +15,8 @@
 #include "shell/SettingsFile.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QImage>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -218,5 +220,41 @@ protected:
 private:
     QByteArray m_savedConfig;
 };
+
+// Saves `image` as `name` (".png" added when missing) among the run's
+// screenshots, for a person to look at.
+inline void saveImage(const QImage &image, QString name)
+{
+    if (!name.endsWith(QLatin1StringView(".png")))
+        name += QStringLiteral(".png");
+    const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
+    ASSERT_TRUE(folder.mkpath("."));
+    EXPECT_TRUE(image.save(folder.filePath(name)));
+}
+
+// Whether the lower half of `image` holds more than one colour: a window
+// grabbed before its content showed is a menu bar over a plain ground.
+inline bool showsContent(const QImage &image)
+{
+    const QRgb first = image.pixel(0, image.height() - 1);
+    for (int y = image.height() / 2; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixel(x, y) != first)
+                return true;
+    return false;
+}
+
+// `widget` as it shows once its window is on screen and every pending
+// layout and paint has run, saved for review; fails when it shows nothing.
+inline QImage saveScreenshot(QWidget &widget, const QString &name)
+{
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(widget.window())) << name.toStdString();
+    QCoreApplication::sendPostedEvents();
+    QApplication::processEvents();
+    const QImage image = widget.grab().toImage();
+    EXPECT_TRUE(showsContent(image)) << name.toStdString() << " shows nothing";
+    saveImage(image, name);
+    return image;
+}
 
 } // namespace fenrow::testing

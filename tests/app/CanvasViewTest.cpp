@@ -548,12 +548,7 @@ protected:
     {
         // Cards are drawn sharp again once a zoom rests.
         EXPECT_TRUE(QTest::qWaitFor([&] { return !canvas().isZooming(); }));
-        QApplication::processEvents();
-        const QImage shot = window->grab().toImage();
-        const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
-        EXPECT_TRUE(folder.mkpath("."));
-        EXPECT_TRUE(shot.save(folder.filePath(name + ".png")));
-        return shot;
+        return saveScreenshot(*window, name);
     }
 
     // The colour of the canvas's ground in `shot`, in its lower left corner.

@@ -36,13 +36,6 @@ double contrast(const QColor &a, const QColor &b)
     return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
 }
 
-void saveScreenshot(const QImage &image, const QString &name)
-{
-    const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
-    ASSERT_TRUE(folder.mkpath("."));
-    EXPECT_TRUE(image.save(folder.filePath(name + ".png")));
-}
-
 // Puts an appearance in force for one test and the default back after.
 class Appearance
 {
@@ -108,7 +101,7 @@ TEST(ContrastTest, CheckBoxesStandOutOnADarkWindow)
             EXPECT_GE(best, 3.0) << "side at " << start.x() << "," << start.y();
         }
     }
-    saveScreenshot(image, QStringLiteral("check-boxes-dark"));
+    saveImage(image, QStringLiteral("check-boxes-dark"));
 }
 
 class FocusRingTest : public WindowFixture
@@ -176,7 +169,7 @@ TEST_F(FocusRingTest, EveryTabStopShowsTheRing)
         EXPECT_TRUE(shown) << accentAround(image, place) << " accent pixels around " << place.x() << "," << place.y()
                            << " " << place.width() << "x" << place.height();
         if (!saved && focused->objectName().startsWith(QStringLiteral("toolbar."))) {
-            saveScreenshot(image, QStringLiteral("focus-ring-main-window"));
+            saveImage(image, QStringLiteral("focus-ring-main-window"));
             saved = true;
         }
     }
@@ -249,8 +242,8 @@ TEST_F(CalendarPickerTest, StaysInsideTheWindowInBothAppearances)
                 red += pixel.red() > 180 && pixel.green() < 80 && pixel.blue() < 80;
             }
         EXPECT_EQ(red, 0);
-        saveScreenshot(picture,
-                       dark ? QStringLiteral("inspector-calendar-dark") : QStringLiteral("inspector-calendar-light"));
+        saveImage(picture,
+                  dark ? QStringLiteral("inspector-calendar-dark") : QStringLiteral("inspector-calendar-light"));
     }
 }
 

@@ -30,12 +30,6 @@ protected:
         const int ground = QColor(shot.pixel(shot.width() - 10, shot.height() - 10)).lightness();
         return dark ? ground < 60 : ground > 200;
     }
-    void saveScreenshot(const QString &name)
-    {
-        const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
-        ASSERT_TRUE(folder.mkpath("."));
-        EXPECT_TRUE(window->grab().save(folder.filePath(name)));
-    }
 };
 
 TEST_F(PortalLookTest, TheAutomaticThemeFollowsTheDesktopPortal)
@@ -57,10 +51,10 @@ TEST_F(PortalLookTest, TheAutomaticThemeFollowsTheDesktopPortal)
         EXPECT_FALSE(window->look()->isDark()) << "the portal goes before the settings file";
         ASSERT_TRUE(desktop.set(QStringLiteral("prefer-dark")));
         EXPECT_TRUE(QTest::qWaitFor([&] { return shows(true); }, 15000));
-        saveScreenshot("portal-followed-dark.png");
+        saveScreenshot(*window, "portal-followed-dark");
         ASSERT_TRUE(desktop.set(QStringLiteral("prefer-light")));
         EXPECT_TRUE(QTest::qWaitFor([&] { return shows(false); }, 15000));
-        saveScreenshot("portal-followed-light.png");
+        saveScreenshot(*window, "portal-followed-light");
         window.reset();
     }
     show();

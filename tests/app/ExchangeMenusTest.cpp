@@ -69,15 +69,6 @@ protected:
         return file.readAll();
     }
 
-    void saveScreenshot(QWidget *widget, const QString &name)
-    {
-        ASSERT_NE(widget, nullptr);
-        QApplication::processEvents();
-        const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
-        ASSERT_TRUE(folder.mkpath("."));
-        EXPECT_TRUE(widget->grab().save(folder.filePath(name + ".png")));
-    }
-
     QTemporaryDir files;
 };
 
@@ -96,7 +87,7 @@ TEST_F(ExchangeMenusTest, RowMenuExportsAndCopiesAFlow)
     EXPECT_EQ(panel->windowTitle(), "Export as Markdown");
     EXPECT_EQ(panel->labelText(QFileDialog::Accept), "Export");
     EXPECT_EQ(panel->findChild<QLineEdit *>("fileNameEdit")->text(), "Garden.md");
-    saveScreenshot(panel, "export-markdown-panel");
+    saveScreenshot(*panel, "export-markdown-panel");
     choose("export.markdown.panel", files.filePath("garden.md"));
     ASSERT_TRUE(written.wait());
     EXPECT_EQ(written.first(), (QVariantList{files.filePath("garden.md"), true}));
@@ -161,7 +152,7 @@ TEST_F(ExchangeMenusTest, FileMenuImportsAnOutlineAsANewFlow)
     QMessageBox *failed = dialog<QMessageBox>("import.opml.failed");
     ASSERT_NE(failed, nullptr);
     EXPECT_EQ(failed->text(), "This file can’t be imported");
-    saveScreenshot(failed, "import-failed");
+    saveScreenshot(*failed, "import-failed");
     EXPECT_EQ(store->flows().size(), 2);
     failed->close();
 
@@ -217,7 +208,7 @@ TEST_F(ExchangeMenusTest, ABareOutlineMayBeConnectedByTheEngine)
     QMessageBox *question = dialog<QMessageBox>("import.opml.relink");
     ASSERT_NE(question, nullptr);
     EXPECT_EQ(question->text(), "Connect the imported tasks?");
-    saveScreenshot(question, "import-relink-question");
+    saveScreenshot(*question, "import-relink-question");
     click(question, "import.opml.relink.keep");
     EXPECT_EQ(machineEdges(*store->flows().last()), 0);
 
@@ -245,7 +236,7 @@ TEST_F(ExchangeMenusTest, ABareOutlineMayBeConnectedByTheEngine)
     }));
     EXPECT_EQ(engine->waiting(), 1);
     EXPECT_EQ(progress->labelText(), "Connecting the imported tasks…");
-    saveScreenshot(progress, "import-relink-progress");
+    saveScreenshot(*progress, "import-relink-progress");
     QPushButton *stop = progress->findChild<QPushButton *>();
     ASSERT_NE(stop, nullptr);
     EXPECT_EQ(stop->text(), "Stop");
@@ -314,7 +305,7 @@ TEST_F(ExchangeMenusTest, BackUpThenRestoreByMergingOrReplacing)
     EXPECT_EQ(mode->text(), "Restore backup");
     EXPECT_TRUE(mode->informativeText().startsWith("Flows in the backup: 2. Merge adds"));
     EXPECT_EQ(mode->defaultButton()->objectName(), "backup.restore.mode.merge");
-    saveScreenshot(mode, "restore-mode");
+    saveScreenshot(*mode, "restore-mode");
     click(mode, "backup.restore.mode.merge");
     QMessageBox *done = dialog<QMessageBox>("backup.restore.done");
     ASSERT_NE(done, nullptr);
@@ -328,7 +319,7 @@ TEST_F(ExchangeMenusTest, BackUpThenRestoreByMergingOrReplacing)
     ASSERT_NE(confirm, nullptr);
     EXPECT_EQ(confirm->icon(), QMessageBox::Critical);
     EXPECT_EQ(confirm->defaultButton()->objectName(), "backup.restore.confirmCancel");
-    saveScreenshot(confirm, "restore-replace-confirmation");
+    saveScreenshot(*confirm, "restore-replace-confirmation");
     click(confirm, "backup.restore.confirmCancel");
     EXPECT_EQ(flowNames(), (QStringList{"Home", "Work", "Garden"}));
 
@@ -402,7 +393,7 @@ TEST_F(ExchangeMenusTest, RestoreTellsWhereTheOldStoreWentAndWhereAFileIsDamaged
                              "itself or repeated another: 1.\n\nWhat Fenrow held before is kept in “%1”. Restore "
                              "that file with Replace to undo this.")
                   .arg(files.filePath(kept[0])));
-    saveScreenshot(done, "restore-done-safety-backup");
+    saveScreenshot(*done, "restore-done-safety-backup");
     done->accept();
 
     QByteArray damaged = *backup.encoded();

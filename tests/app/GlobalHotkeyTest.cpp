@@ -91,15 +91,6 @@ protected:
         return panel().isOpen() && !otherGotIt;
     }
 
-    void saveScreenshot(QWidget &widget, const QString &name)
-    {
-        const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
-        ASSERT_TRUE(folder.mkpath("."));
-        // The layout settles on the loop, after a line came or went.
-        QApplication::processEvents();
-        EXPECT_TRUE(widget.grab().save(folder.filePath(name)));
-    }
-
     PrivateHome home;
     LineProcess other{QStringLiteral(FENROW_TEST_X_CLIENT)};
     std::unique_ptr<DesktopProgram::Session> session;

@@ -20,13 +20,6 @@ protected:
     void SetUp() override { ASSERT_TRUE(InterfaceLanguage::apply(GetParam())); }
     void TearDown() override { InterfaceLanguage::apply("en"); }
 
-    void saveScreenshot(QWidget &widget, const QString &name)
-    {
-        const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
-        ASSERT_TRUE(folder.mkpath("."));
-        EXPECT_TRUE(widget.grab().save(folder.filePath(name + ".png")));
-    }
-
     static void expectNothingClipped(QWidget &page)
     {
         for (QLabel *label : page.findChildren<QLabel *>()) {
@@ -107,16 +100,12 @@ TEST_F(DarkLookTest, ReadyListAndCanvasInDark)
     addFlow("Tax return 2025", 0, 0, 2);
     show();
     window->setRoute(DetailRoute::ready());
-    QApplication::processEvents();
-    const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
-    ASSERT_TRUE(folder.mkpath("."));
-    const QImage shot = window->grab().toImage();
-    EXPECT_TRUE(shot.save(folder.filePath("ready-list-dark-en.png")));
+    const QImage shot = saveScreenshot(*window, "ready-list-dark-en");
     // Dark ground, light text somewhere on it.
     EXPECT_LT(QColor(shot.pixel(shot.width() - 10, shot.height() - 10)).lightness(), 60);
     window->selectFlow(move.id);
-    QApplication::processEvents();
-    EXPECT_TRUE(window->grab().save(folder.filePath("main-window-dark-en.png")));
+    const QImage flow = saveScreenshot(*window, "main-window-dark-en");
+    EXPECT_LT(QColor(flow.pixel(flow.width() - 10, flow.height() - 10)).lightness(), 60);
 }
 
 // What the desktop's configuration files say about dark windows.

@@ -98,7 +98,8 @@ TEST_F(SettingsWindowTest, OpensFromMenuSidebarAndOnItsAboutPage)
     EXPECT_EQ(settings->currentPage(), SettingsPage::about);
     const auto *version = settings->page(SettingsPage::about)->findChild<QLabel *>("settings.about.version");
     ASSERT_NE(version, nullptr);
-    EXPECT_TRUE(version->text().contains(QCoreApplication::applicationVersion()));
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("\\d+\\.\\d+")).match(version->text()).hasMatch())
+        << version->text().toStdString();
     EXPECT_TRUE(version->isVisible());
 }
 
@@ -363,9 +364,7 @@ TEST_F(SettingsWindowTest, BackUpNowWritesIntoTheFolderAndSaysWhenItFailed)
     EXPECT_EQ(failed->text(), qtTrId("settings.data.autoBackup.failed"));
     EXPECT_EQ(preferences->lastAutoBackup(), clock.now().addSecs(-3600));
     QApplication::processEvents();
-    const QDir screenshots(QStringLiteral(FENROW_SCREENSHOT_DIR));
-    ASSERT_TRUE(screenshots.mkpath("."));
-    EXPECT_TRUE(window->settingsWindow()->grab().save(screenshots.filePath("settings-data-backup-failed.png")));
+    saveScreenshot(*window->settingsWindow(), "settings-data-backup-failed");
 
     // Back again, the next backup clears the warning.
     ASSERT_TRUE(QDir().mkpath(folder));
@@ -486,9 +485,7 @@ TEST_F(SettingsWindowTest, TheModelPageChoosesLoadsAndTriesAModelAndRefusesAFile
     const QRegularExpression speed(QStringLiteral("^\\d+ tokens in \\d+\\.\\d s \\(\\d+\\.\\d tokens per second\\)$"));
     ASSERT_TRUE(QTest::qWaitFor([&] { return tryIt->isEnabled(); }, 120000));
     EXPECT_TRUE(speed.match(trial->text()).hasMatch()) << trial->text().toStdString();
-    const QDir screenshots(QStringLiteral(FENROW_SCREENSHOT_DIR));
-    ASSERT_TRUE(screenshots.mkpath("."));
-    EXPECT_TRUE(window->settingsWindow()->grab().save(screenshots.filePath("settings-model-loaded.png")));
+    saveScreenshot(*window->settingsWindow(), "settings-model-loaded");
 
     // Text with a model's name stays out, and the choice stays.
     const QString notes = models.filePath(QStringLiteral("notes.gguf"));
@@ -502,7 +499,7 @@ TEST_F(SettingsWindowTest, TheModelPageChoosesLoadsAndTriesAModelAndRefusesAFile
     EXPECT_EQ(reread()->languageModelPath(), tiny);
     EXPECT_EQ(model.status().state, ModelStatus::State::Ready);
     QApplication::processEvents();
-    EXPECT_TRUE(window->settingsWindow()->grab().save(screenshots.filePath("settings-model-refused.png")));
+    saveScreenshot(*window->settingsWindow(), "settings-model-refused");
 
     remove->click();
     EXPECT_EQ(reread()->languageModelPath(), std::nullopt);

@@ -103,14 +103,6 @@ protected:
         }
     }
 
-    void saveScreenshot(const QString &name)
-    {
-        QApplication::processEvents();
-        const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
-        ASSERT_TRUE(folder.mkpath("."));
-        EXPECT_TRUE(window->grab().save(folder.filePath(name + ".png")));
-    }
-
     // Drags the planned row `from` by its handle onto the row at `to`.
     static void dragRow(PlanDayList &list, qsizetype from, qsizetype to)
     {
@@ -156,7 +148,7 @@ TEST_F(SheetsTest, NewFlowFromTextMakesTheFlowShowsItAndConnectsItsTasks)
 
     sheet->textField()->setPlainText(QStringLiteral("We move to Leipzig in June: book a van, pack, clean."));
     QTest::keyClicks(sheet->nameField(), QStringLiteral("Move to Leipzig"));
-    saveScreenshot(QStringLiteral("sheet-new-flow-from-text-en"));
+    saveScreenshot(*window, QStringLiteral("sheet-new-flow-from-text-en"));
     QTest::mouseClick(generate, Qt::LeftButton);
     ASSERT_TRUE(sheetGone("newFlowFromText.sheet"));
 
@@ -187,7 +179,7 @@ TEST_F(SheetsTest, StopGivesUpTheEnginesWorkAndChangesNothing)
     auto *stop = part<QPushButton>(sheet, "newFlowFromText.processing.stop");
     ASSERT_TRUE(QTest::qWaitFor([&] { return stop->isVisible() && engine->waiting() == 1; }));
     EXPECT_FALSE(generate->isEnabled());
-    saveScreenshot(QStringLiteral("sheet-new-flow-from-text-working"));
+    saveScreenshot(*window, QStringLiteral("sheet-new-flow-from-text-working"));
     QTest::mouseClick(stop, Qt::LeftButton);
     // The held call ends because it was given up, not because it was let go.
     EXPECT_TRUE(QThreadPool::globalInstance()->waitForDone(5000));
@@ -271,7 +263,7 @@ TEST_F(SheetsTest, GenerateSubtasksFromTheCardMenuIsOneUndoableStep)
     EXPECT_EQ(window->sheets()->generateSubtasks()->itemID(), parent.id);
     EXPECT_TRUE(sheet->subtitle()->text().contains(QStringLiteral("Pack the kitchen")));
     QTest::keyClicks(sheet->detailsField(), QStringLiteral("plates, pans and the good glasses"));
-    saveScreenshot(QStringLiteral("sheet-generate-subtasks-en"));
+    saveScreenshot(*window, QStringLiteral("sheet-generate-subtasks-en"));
     QTest::mouseClick(part<QPushButton>(sheet, "generateSubtasks.generate"), Qt::LeftButton);
     ASSERT_TRUE(sheetGone("generateSubtasks.sheet"));
     ASSERT_TRUE(QTest::qWaitFor([&] { return flow.items().size() == 4; }));
@@ -367,7 +359,7 @@ TEST_F(SheetsTest, PlanDayFromTheReadyListReordersMovesTheCutAndCommitsRanks)
     EXPECT_EQ(part<QLabel>(sheet, "planDay.order")->text(), qtTrId("planDay.order.ai"));
     EXPECT_EQ(sheet->timeline()->durations(), (QList<qint64>{45, 15}));
     EXPECT_GE(list.cutRect().top(), list.rowRect(1).bottom());
-    saveScreenshot(QStringLiteral("sheet-plan-day-en"));
+    saveScreenshot(*window, QStringLiteral("sheet-plan-day-en"));
 
     // Boxes dragged to the end: keys, van and labels now fit, and the cut
     // line moves down under them.
@@ -415,12 +407,12 @@ TEST_F(SheetsTest, SheetsInGermanAndTurkishShowTheirWholeTexts)
         auto *sheet = shownSheet<PlanDaySheet>("planDay.sheet");
         ASSERT_NE(sheet, nullptr);
         expectNothingClipped(sheet);
-        saveScreenshot(QStringLiteral("sheet-plan-day-setup-") + language);
+        saveScreenshot(*window, QStringLiteral("sheet-plan-day-setup-") + language);
         QTest::mouseClick(part<QPushButton>(sheet, "planDay.primary"), Qt::LeftButton);
         ASSERT_TRUE(QTest::qWaitFor([&] { return sheet->model().phase().kind == PlanDayPhase::Kind::result; }));
         QApplication::processEvents();
         expectNothingClipped(sheet);
-        saveScreenshot(QStringLiteral("sheet-plan-day-") + language);
+        saveScreenshot(*window, QStringLiteral("sheet-plan-day-") + language);
 
         // With no time at all nothing fits, and the sheet says so instead of a list.
         part<QPushButton>(sheet, "planDay.cancel")->click();
@@ -444,7 +436,7 @@ TEST_F(SheetsTest, SheetsInGermanAndTurkishShowTheirWholeTexts)
         newFlow->textField()->setPlainText(QString(NewFlowFromTextModel::proseLimit + 1, QLatin1Char('x')));
         QApplication::processEvents();
         expectNothingClipped(newFlow);
-        saveScreenshot(QStringLiteral("sheet-new-flow-from-text-") + language);
+        saveScreenshot(*window, QStringLiteral("sheet-new-flow-from-text-") + language);
         newFlow->cancelButton()->click();
         ASSERT_TRUE(sheetGone("newFlowFromText.sheet"));
 

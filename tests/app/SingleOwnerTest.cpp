@@ -127,13 +127,6 @@ protected:
         return count;
     }
 
-    void saveScreenshot(const QString &name) const
-    {
-        const QDir folder(QStringLiteral(FENROW_SCREENSHOT_DIR));
-        folder.mkpath(QStringLiteral("."));
-        EXPECT_TRUE(window().grab().save(folder.filePath(name)));
-    }
-
     testing::PrivateHome home;
     std::unique_ptr<DesktopProgram::Session> session;
 };
@@ -150,7 +143,7 @@ TEST_F(SingleOwnerTest, CommandsChangeTheWindowsStoreAndShowThereAtOnce)
     ASSERT_EQ(added.status, 0) << added.err.toStdString();
     EXPECT_TRUE(readyTitles().contains("Define the offer, renamed"));
     EXPECT_TRUE(readyTitles().contains("Buy milk"));
-    saveScreenshot(QStringLiteral("ready-after-commands.png"));
+    testing::saveScreenshot(window(), QStringLiteral("ready-after-commands.png"));
 
     // Ticking the renamed task in the window works on the very same task:
     // no stale copy can bring the old title back.
@@ -293,7 +286,7 @@ TEST_F(SingleOwnerTest, ASecondStartHandsOverAndEnds)
     EXPECT_EQ(window().route(), DetailRoute::flow(sample));
     ASSERT_EQ(fenrow({"fenrow://ready"}).status, 0);
     EXPECT_TRUE(QTest::qWaitFor([this] { return window().route().isReady(); }));
-    saveScreenshot(QStringLiteral("ready-from-url.png"));
+    testing::saveScreenshot(window(), QStringLiteral("ready-from-url.png"));
 
     ASSERT_EQ(fenrow({"--capture"}).status, 0);
     QuickCapturePanel *panel = AppShell::current()->quickCapturePanel();

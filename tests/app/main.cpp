@@ -1,21 +1,26 @@
 #include "look/Theme.h"
 #include "shell/InterfaceLanguage.h"
+#include "shell/ProcessEntry.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 int main(int argc, char *argv[])
 {
-    // Settings and data of the run live in a folder of their own, never in
-    // the user's home.
+    // Settings, data and the folders file dialogs open in live in a home
+    // of the run's own, never in the user's.
     QTemporaryDir home;
+    qputenv("HOME", home.path().toUtf8());
     qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toUtf8());
     qputenv("XDG_DATA_HOME", home.filePath(QStringLiteral("data")).toUtf8());
+    QDir(home.path()).mkpath(QStringLiteral("Documents"));
 
     QApplication application(argc, argv);
-    application.setApplicationName(QStringLiteral("fenrow"));
+    // Named and versioned as the program is.
+    fenrow::ProcessEntry::prepare(application);
     fenrow::Theme::apply(application);
     fenrow::InterfaceLanguage::apply(QStringLiteral("en"));
     testing::InitGoogleTest(&argc, argv);
