@@ -2131,5 +2131,49 @@
         <source>ddd, MMM d, yyyy</source>
         <translation>ddd, d. MMM yyyy</translation>
     </message>
+    <message id="canvas.access.file">
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message id="canvas.access.after %1">
+        <source>After: %1</source>
+        <translation>Nach: %1</translation>
+    </message>
+    <message id="canvas.access.before %1">
+        <source>Before: %1</source>
+        <translation>Vor: %1</translation>
+    </message>
+    <message id="canvas.access.subtaskOf %1">
+        <source>Subtask of: %1</source>
+        <translation>Teilaufgabe von: %1</translation>
+    </message>
+    <message id="canvas.access.subtasks %1">
+        <source>Subtasks: %1</source>
+        <translation>Teilaufgaben: %1</translation>
+    </message>
+    <message id="canvas.access.action.select">
+        <source>Select</source>
+        <translation>Auswählen</translation>
+    </message>
+    <message id="canvas.access.action.open">
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message id="canvas.access.action.done">
+        <source>Mark done</source>
+        <translation>Als erledigt markieren</translation>
+    </message>
+    <message id="canvas.access.action.undone">
+        <source>Mark not done</source>
+        <translation>Als nicht erledigt markieren</translation>
+    </message>
+    <message id="canvas.access.name %1">
+        <source>Canvas of %1</source>
+        <translation>Arbeitsfläche von %1</translation>
+    </message>
+    <message id="access.countedTasks %1 %2">
+        <source>%1, tasks: %2</source>
+        <translation>%1, Aufgaben: %2</translation>
+    </message>
 </context>
 </TS>

@@ -2131,5 +2131,49 @@
         <source>ddd, MMM d, yyyy</source>
         <translation>ddd, MMM d, yyyy</translation>
     </message>
+    <message id="canvas.access.file">
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message id="canvas.access.after %1">
+        <source>After: %1</source>
+        <translation>After: %1</translation>
+    </message>
+    <message id="canvas.access.before %1">
+        <source>Before: %1</source>
+        <translation>Before: %1</translation>
+    </message>
+    <message id="canvas.access.subtaskOf %1">
+        <source>Subtask of: %1</source>
+        <translation>Subtask of: %1</translation>
+    </message>
+    <message id="canvas.access.subtasks %1">
+        <source>Subtasks: %1</source>
+        <translation>Subtasks: %1</translation>
+    </message>
+    <message id="canvas.access.action.select">
+        <source>Select</source>
+        <translation>Select</translation>
+    </message>
+    <message id="canvas.access.action.open">
+        <source>Open</source>
+        <translation>Open</translation>
+    </message>
+    <message id="canvas.access.action.done">
+        <source>Mark done</source>
+        <translation>Mark done</translation>
+    </message>
+    <message id="canvas.access.action.undone">
+        <source>Mark not done</source>
+        <translation>Mark not done</translation>
+    </message>
+    <message id="canvas.access.name %1">
+        <source>Canvas of %1</source>
+        <translation>Canvas of %1</translation>
+    </message>
+    <message id="access.countedTasks %1 %2">
+        <source>%1, tasks: %2</source>
+        <translation>%1, tasks: %2</translation>
+    </message>
 </context>
 </TS>

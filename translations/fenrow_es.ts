@@ -2131,5 +2131,49 @@
         <source>ddd, MMM d, yyyy</source>
         <translation>ddd d MMM yyyy</translation>
     </message>
+    <message id="canvas.access.file">
+        <source>File</source>
+        <translation>Archivo</translation>
+    </message>
+    <message id="canvas.access.after %1">
+        <source>After: %1</source>
+        <translation>Después de: %1</translation>
+    </message>
+    <message id="canvas.access.before %1">
+        <source>Before: %1</source>
+        <translation>Antes de: %1</translation>
+    </message>
+    <message id="canvas.access.subtaskOf %1">
+        <source>Subtask of: %1</source>
+        <translation>Subtarea de: %1</translation>
+    </message>
+    <message id="canvas.access.subtasks %1">
+        <source>Subtasks: %1</source>
+        <translation>Subtareas: %1</translation>
+    </message>
+    <message id="canvas.access.action.select">
+        <source>Select</source>
+        <translation>Seleccionar</translation>
+    </message>
+    <message id="canvas.access.action.open">
+        <source>Open</source>
+        <translation>Abrir</translation>
+    </message>
+    <message id="canvas.access.action.done">
+        <source>Mark done</source>
+        <translation>Marcar como hecha</translation>
+    </message>
+    <message id="canvas.access.action.undone">
+        <source>Mark not done</source>
+        <translation>Marcar como no hecha</translation>
+    </message>
+    <message id="canvas.access.name %1">
+        <source>Canvas of %1</source>
+        <translation>Lienzo de %1</translation>
+    </message>
+    <message id="access.countedTasks %1 %2">
+        <source>%1, tasks: %2</source>
+        <translation>%1, tareas: %2</translation>
+    </message>
 </context>
 </TS>

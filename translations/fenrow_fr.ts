@@ -2131,5 +2131,49 @@
         <source>ddd, MMM d, yyyy</source>
         <translation>ddd d MMM yyyy</translation>
     </message>
+    <message id="canvas.access.file">
+        <source>File</source>
+        <translation>Fichier</translation>
+    </message>
+    <message id="canvas.access.after %1">
+        <source>After: %1</source>
+        <translation>Après : %1</translation>
+    </message>
+    <message id="canvas.access.before %1">
+        <source>Before: %1</source>
+        <translation>Avant : %1</translation>
+    </message>
+    <message id="canvas.access.subtaskOf %1">
+        <source>Subtask of: %1</source>
+        <translation>Sous-tâche de : %1</translation>
+    </message>
+    <message id="canvas.access.subtasks %1">
+        <source>Subtasks: %1</source>
+        <translation>Sous-tâches : %1</translation>
+    </message>
+    <message id="canvas.access.action.select">
+        <source>Select</source>
+        <translation>Sélectionner</translation>
+    </message>
+    <message id="canvas.access.action.open">
+        <source>Open</source>
+        <translation>Ouvrir</translation>
+    </message>
+    <message id="canvas.access.action.done">
+        <source>Mark done</source>
+        <translation>Marquer comme terminée</translation>
+    </message>
+    <message id="canvas.access.action.undone">
+        <source>Mark not done</source>
+        <translation>Marquer comme non terminée</translation>
+    </message>
+    <message id="canvas.access.name %1">
+        <source>Canvas of %1</source>
+        <translation>Canevas de %1</translation>
+    </message>
+    <message id="access.countedTasks %1 %2">
+        <source>%1, tasks: %2</source>
+        <translation>%1, tâches : %2</translation>
+    </message>
 </context>
 </TS>

@@ -2131,5 +2131,49 @@
         <source>ddd, MMM d, yyyy</source>
         <translation>d MMMM yyyy ddd</translation>
     </message>
+    <message id="canvas.access.file">
+        <source>File</source>
+        <translation>Dosya</translation>
+    </message>
+    <message id="canvas.access.after %1">
+        <source>After: %1</source>
+        <translation>Öncesi: %1</translation>
+    </message>
+    <message id="canvas.access.before %1">
+        <source>Before: %1</source>
+        <translation>Sonrası: %1</translation>
+    </message>
+    <message id="canvas.access.subtaskOf %1">
+        <source>Subtask of: %1</source>
+        <translation>Üst görev: %1</translation>
+    </message>
+    <message id="canvas.access.subtasks %1">
+        <source>Subtasks: %1</source>
+        <translation>Alt görevler: %1</translation>
+    </message>
+    <message id="canvas.access.action.select">
+        <source>Select</source>
+        <translation>Seç</translation>
+    </message>
+    <message id="canvas.access.action.open">
+        <source>Open</source>
+        <translation>Aç</translation>
+    </message>
+    <message id="canvas.access.action.done">
+        <source>Mark done</source>
+        <translation>Tamamlandı olarak işaretle</translation>
+    </message>
+    <message id="canvas.access.action.undone">
+        <source>Mark not done</source>
+        <translation>Tamamlanmadı olarak işaretle</translation>
+    </message>
+    <message id="canvas.access.name %1">
+        <source>Canvas of %1</source>
+        <translation>%1 tuvali</translation>
+    </message>
+    <message id="access.countedTasks %1 %2">
+        <source>%1, tasks: %2</source>
+        <translation>%1, görev: %2</translation>
+    </message>
 </context>
 </TS>

@@ -107,7 +107,7 @@ TEST_F(ReadyListTest, RowsFollowTheChosenSortWithTodayFirst)
     EXPECT_EQ(text(receipts, ReadyListModel::EstimateTextRole), "2 h");
     EXPECT_TRUE(rowOf(receipts).data(ReadyListModel::HasNotesRole).toBool());
     EXPECT_FALSE(rowOf(water).data(ReadyListModel::HasNotesRole).toBool());
-    EXPECT_EQ(text(prune, Qt::AccessibleDescriptionRole), "Overdue · Jun 8, High, 1 h 30 min");
+    EXPECT_EQ(text(prune, Qt::AccessibleDescriptionRole), "Ready, Garden, Overdue · Jun 8, High, 1 h 30 min");
 
     // The choice is the user's setting, and a new window starts with it.
     QTest::mouseClick(ready.findChild<QToolButton *>("ready.sort.priority"), Qt::LeftButton);

@@ -1,5 +1,6 @@
 #include "CanvasView.h"
 
+#include "CanvasAccessibility.h"
 #include "CanvasAppearance.h"
 #include "canvas/CanvasEditor.h"
 #include "canvas/CanvasPointer.h"
@@ -52,6 +53,7 @@ CanvasView::CanvasView(FenrowStore &store, FenrowHistory &history, AppPreference
       m_contents(store), m_scene(m_contents)
 {
     setObjectName(QStringLiteral("canvas.view"));
+    installCanvasAccessibility();
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setAcceptDrops(true);
@@ -193,6 +195,11 @@ bool CanvasView::isZooming() const
 QPointF CanvasView::toScreen(QPointF canvasPoint) const
 {
     return canvasPoint * displayScale() + displayOffset();
+}
+
+const CardContent &CanvasView::cardContent(const FlowNode &node)
+{
+    return m_contents.of(*node.flow(), node);
 }
 
 void CanvasView::startAnimation(std::chrono::milliseconds duration)

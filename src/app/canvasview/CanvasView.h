@@ -46,6 +46,8 @@ public:
 
     // Where a canvas point is on screen as drawn now.
     QPointF toScreen(QPointF canvasPoint) const;
+    // What the card of a task of the shown flow says besides its title.
+    const CardContent &cardContent(const FlowNode &node);
     QLineEdit *titleEditor() const { return m_titleEditor; }
     // A zoom or an eased move is still under way; cards may be stretched.
     bool isZooming() const;

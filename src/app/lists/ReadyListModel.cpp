@@ -1,10 +1,11 @@
 #include "ReadyListModel.h"
 
-#include "program/UuidText.h"
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
 #include "domain/FileLink.h"
 #include "domain/FlowFile.h"
+#include "domain/NodeStatus.h"
+#include "program/UuidText.h"
 #include "shell/DurationText.h"
 #include "shell/InterfaceLanguage.h"
 
@@ -79,8 +80,10 @@ ReadyListModel::Row ReadyListModel::taskRow(const ReadyTask &task, bool showFlow
     row.identifier = QStringLiteral("ready.row.") + uuidText(node.id);
     row.nodeId = node.id;
     row.flowId = task.flow->id;
+    row.flow = task.flow->name;
     if (showFlow)
-        row.flowName = task.flow->name;
+        row.flowName = row.flow;
+    row.inProgress = readRaw<NodeStatus>(node.statusRaw) == NodeStatus::inProgress;
     row.dueText = dueText(node, now, m_store.calendar());
     row.overdue = node.isOverdue(now, m_store.calendar());
     row.priority = node.priority();
@@ -190,10 +193,20 @@ QVariant ReadyListModel::data(const QModelIndex &index, int role) const
     const Row &row = m_rows[index.row()];
     switch (role) {
     case Qt::DisplayRole:
+        return row.title;
     case Qt::AccessibleTextRole:
+        // A header says how many tasks it holds, as its badge shows.
+        if (row.kind == Kind::header)
+            return qtTrId("access.countedTasks %1 %2").arg(row.title).arg(row.count);
         return row.title;
     case Qt::AccessibleDescriptionRole: {
-        QStringList parts{row.flowName, row.dueText, priorityText(row.priority), row.estimateText,
+        if (row.kind == Kind::header)
+            return row.orderNote;
+        QStringList parts{row.inProgress ? qtTrId("canvas.node.status.inProgress") : qtTrId("canvas.node.ready"),
+                          row.flow,
+                          row.dueText,
+                          priorityText(row.priority),
+                          row.estimateText,
                           row.hasNotes ? qtTrId("ready.row.hasNotes") : QString(),
                           row.references > 0 ? qtTrId("ready.row.references").arg(row.references) : QString()};
         parts.removeAll(QString());

@@ -78,6 +78,10 @@ private:
         QUuid nodeId;
         QUuid flowId;
         QString flowName;
+        // The flow's name even under its own header: a screen reader hears
+        // a row without the header above it.
+        QString flow;
+        bool inProgress = false;
         QString dueText;
         bool overdue = false;
         NodePriority priority = NodePriority::none;

@@ -86,6 +86,7 @@ QVariant FlowListModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
+    case Qt::AccessibleTextRole:
         return flow->name;
     case FlowIdRole:
         return flow->id;

@@ -77,6 +77,20 @@ Sidebar::Sidebar(FenrowStore &store, QWidget *parent) : QWidget(parent), m_store
     column->addWidget(m_list, 1);
     column->addSpacing(8);
     column->addWidget(makeFooter());
+
+    // Tab walks the sidebar as it reads, top to bottom, whatever order its
+    // parts were made in.
+    QWidget *previous = nullptr;
+    for (QWidget *stop :
+         {findChild<QWidget *>(QStringLiteral("sidebar.action.collapse")), static_cast<QWidget *>(m_search),
+          static_cast<QWidget *>(m_ready), static_cast<QWidget *>(m_archive), static_cast<QWidget *>(m_templates),
+          findChild<QWidget *>(QStringLiteral("sidebar.action.newFlow")), static_cast<QWidget *>(m_list),
+          findChild<QWidget *>(QStringLiteral("sidebar.action.settings")),
+          findChild<QWidget *>(QStringLiteral("sidebar.action.quit"))}) {
+        if (previous && stop)
+            setTabOrder(previous, stop);
+        previous = stop ? stop : previous;
+    }
 }
 
 QWidget *Sidebar::makeBrandHeader()

@@ -41,7 +41,8 @@ void SidebarRouteRow::setBadge(std::optional<qsizetype> count)
     if (count == m_badge)
         return;
     m_badge = count;
-    setAccessibleDescription(badgeText());
+    // The badge is drawn, not a widget: the name carries its count.
+    setAccessibleName(m_badge ? qtTrId("access.countedTasks %1 %2").arg(text()).arg(*m_badge) : QString());
     updateGeometry();
     update();
 }
@@ -100,12 +101,6 @@ void SidebarRouteRow::paintEvent(QPaintEvent *)
         painter.setPen(Qt::NoPen);
         painter.setBrush(selected ? Color::accentSoft : Color::hover);
         painter.drawRoundedRect(background, Metric::rowRadius, Metric::rowRadius);
-    }
-    if (hasFocus()) {
-        painter.setPen(QPen(Color::accent, 1.5));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(background).adjusted(0.75, 0.75, -0.75, -0.75), Metric::rowRadius,
-                                Metric::rowRadius);
     }
 
     const QRect content = background.adjusted(Metric::rowPaddingX, 0, -Metric::rowPaddingX, 0);
