@@ -26,6 +26,9 @@ packages=(
   # colour scheme `gsettings` sets.
   qt6-xdgdesktopportal-platformtheme
   xdg-desktop-portal xdg-desktop-portal-gtk gsettings-desktop-schemas libglib2.0-bin
+  # The accessibility bus screen readers listen on, for the tests that
+  # read the window as one does.
+  at-spi2-core
   # Installing like a desktop application: the icon's PNG sizes drawn from
   # its SVG at build time, the checks of the desktop files and the AppStream
   # metainfo, and the desktop database and URL scheme refreshed by

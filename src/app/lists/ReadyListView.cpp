@@ -60,10 +60,9 @@ public:
         setStyleSheet(QStringLiteral("QToolButton { border: 1px solid transparent; border-radius: 6px;"
                                      " padding: 3px 10px; color: %1; background: transparent; }"
                                      " QToolButton:hover:!checked { color: %2; }"
-                                     " QToolButton:checked { background: %3; color: %2; border-color: %4; }"
-                                     " QToolButton:focus { border-color: %5; }")
+                                     " QToolButton:checked { background: %3; color: %2; border-color: %4; }")
                           .arg(Color::secondaryText.name(), Color::text.name(), Color::window.name(),
-                               Color::track.name(), Color::accent.name()));
+                               Color::track.name()));
     }
 
     QToolButton *addSegment(const QString &name, const QString &text)
