@@ -129,6 +129,21 @@ TEST_F(History, EntriesShareTheRowsTheirActionsLeftAlone)
     EXPECT_EQ(QPointF((*this)["a"].posX, (*this)["a"].posY), QPointF(10, 10));
     ASSERT_TRUE(history.redoFlow(flow->id));
     EXPECT_EQ(QPointF((*this)["b"].posX, (*this)["b"].posY), QPointF(20, 20));
+
+    // In a larger flow the list of rows is shared too, all but the stretch
+    // around the moved card: an entry does not cost a handle per task.
+    for (int i = 0; i < 3 * SharedRows<FlowSnapshot::Item>::chunkSize; ++i)
+        add(QStringLiteral("t%1").arg(i));
+    act("Move", [&] { store->moveNode((*this)["a"], 40, 40); });
+    act("Move", [&] { store->moveNode((*this)["a"], 50, 50); });
+    const QList<FenrowHistory::Entry> moves = history.undoStack(flow->id);
+    const FlowSnapshot &large = *moves.last().after;
+    const FlowSnapshot &larger = *moves.last().before;
+    qsizetype sameHandles = 0;
+    for (qsizetype i = 0; i < large.items.size(); ++i)
+        sameHandles += &large.items.handle(i) == &larger.items.handle(i) ? 1 : 0;
+    EXPECT_EQ(sameHandles, large.items.size() - SharedRows<FlowSnapshot::Item>::chunkSize)
+        << "one stretch of handles of its own";
 }
 
 TEST_F(History, TrimmingSacrificesSelectionStepsFirst)

@@ -52,6 +52,8 @@ FlowSnapshot FenrowStore::captureSnapshot(const TaskFlow &flow, const FlowSnapsh
             snapshot.items.append(std::move(item));
         ++position;
     }
+    if (earlier)
+        snapshot.items.shareChunksWith(*earlier);
     for (const DependencyEdge *edge : flow.edges()) {
         if (edge->fromItem() && edge->toItem())
             snapshot.edges.append(
