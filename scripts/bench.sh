@@ -16,6 +16,7 @@ repetitions=${FENROW_BENCH_REPETITIONS:-10}
 programs=(fenrow-bench-store-open fenrow-bench-store-save fenrow-bench-ready fenrow-bench-graph
           fenrow-bench-ready-command)
 programs+=(fenrow-bench-forwarded-command)
+programs+=(fenrow-bench-store-edit)
 programs+=(fenrow-bench-history-search)
 programs+=(fenrow-bench-exchange)
 programs+=(fenrow-bench-large-flow)

@@ -1,6 +1,8 @@
 #include "TestStore.h"
 #include "../cli/QtPrinters.h"
 
+#include "canvas/NodeSizeResolver.h"
+
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSignalSpy>
@@ -180,6 +182,27 @@ TEST(StorePersistence, EveryFieldSurvivesCloseAndReopen)
     EXPECT_EQ(flow.files()[0]->thumbnail.value(), QByteArray()) << "empty bytes differ from no bytes";
     for (const CompletionRecord *record : reopened.completionRecords())
         EXPECT_EQ(record->payload.isPresent(), record->kindRaw == CompletionRecord::archivedKind);
+}
+
+// A row rewritten in place and a row that changes flows (an indexed column)
+// are written by different statements.
+TEST(StorePersistence, SingleRowEditsReachTheFile)
+{
+    TestStore store;
+    QUuid flowID;
+    store->insertRecords(fullBundle(&flowID));
+    const TaskFlow &flow = *store->flow(flowID);
+    const FlowNode &edited = *nodeTitled(flow, QStringLiteral("Write copy"));
+    store->setTitle(edited, QStringLiteral("Rewrite copy"));
+    store->setPriority(NodePriority::low, edited);
+    store->moveNode(edited, -40, 75.5);
+    store->setStatus(NodeStatus::done, edited);
+    const TaskFlow *other = store->addFlow(QStringLiteral("Elsewhere"));
+    store->moveNodeToFlow(*store->addNode(QStringLiteral("Travels"), *other), flow, NodeSizeResolver());
+    ASSERT_EQ(other->items().size(), 0u);
+
+    const QStringList written = testing::describe(*store);
+    EXPECT_EQ(testing::describe(store.reopen()), written);
 }
 
 TEST(StorePersistence, CompletionTimesAreBackfilledOnceAtOpening)

@@ -87,8 +87,12 @@ void FenrowStore::announceDayChange()
 
 void FenrowStore::finishChange()
 {
+    // Sorting every flow on each edit of a task cost more than the task's
+    // own row; a change that writes no flow leaves their list as it was.
+    const bool flowsChanged = m_pending.touchesFlows();
     save();
-    reloadFlows();
+    if (flowsChanged)
+        reloadFlows();
     emit changed();
 }
 

@@ -47,6 +47,12 @@ public:
     void eraseEverything() { m_deleted.eraseEverything = true; }
 
     bool isEmpty() const;
+    // Whether a flow row is among the writes: only then can the flow list's
+    // members or order have changed.
+    bool touchesFlows() const
+    {
+        return !m_flows.isEmpty() || !m_deleted.deletedFlows.empty() || m_deleted.eraseEverything;
+    }
     StoreChangeSet changeSet() const;
     void clear();
 

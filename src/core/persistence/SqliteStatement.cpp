@@ -114,6 +114,9 @@ bool SqliteStatement::step()
 
 bool SqliteStatement::run()
 {
+    // A cached statement runs again after a failure (a busy BEGIN, say):
+    // only this run's outcome counts.
+    m_failed = m_statement == nullptr;
     while (step()) {
     }
     const bool ok = !m_failed;

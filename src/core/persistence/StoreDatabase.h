@@ -9,9 +9,10 @@
 #include <QUuid>
 
 #include <map>
-#include <string>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace fenrow {
@@ -37,6 +38,10 @@ public:
     enum class BytesTable { fileData, fileThumbnail, recordPayload };
 
     static constexpr const char *inMemoryPath = ":memory:";
+    // How long a save waits for a lock held by the store's own checkpoint
+    // thread: it holds one for microseconds, but on a loaded machine the
+    // thread can be kept off the processor for a while holding it.
+    static constexpr int busyMilliseconds = 500;
 
     ~StoreDatabase();
 
@@ -53,6 +58,9 @@ public:
 private:
     StoreDatabase() = default;
     SqliteStatement &statement(const std::string &sql);
+    enum class RowStatement { update, upsertOne, upsertBatch };
+    // The statement of `kind` for `table`, found without building its text.
+    SqliteStatement &rowStatement(const TableColumns &table, RowStatement kind);
     bool writeTransaction(const StoreChangeSet &changes, QString *error);
     bool writeRows(const StoreChangeSet &changes);
     template <typename Record>
@@ -63,6 +71,7 @@ private:
     QString m_path;
     SqliteConnection m_connection;
     std::map<std::string, std::unique_ptr<SqliteStatement>> m_statements;
+    std::map<std::pair<const TableColumns *, RowStatement>, SqliteStatement *> m_rowStatements;
     // After the connection: it stops before the connection closes.
     std::unique_ptr<WalCheckpointer> m_checkpointer;
 };

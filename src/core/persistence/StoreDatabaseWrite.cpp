@@ -7,12 +7,19 @@
 #include "domain/FlowTemplate.h"
 #include "domain/TaskFlow.h"
 
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <string_view>
+
 namespace fenrow {
 
-// A table's columns, the id first, in the order a row binds them.
+// A table's columns, the id first, in the order a row binds them, and the
+// columns of its secondary indexes.
 struct TableColumns {
     const char *table;
     std::vector<const char *> columns;
+    std::vector<const char *> indexed = {};
 };
 
 namespace {
@@ -33,20 +40,24 @@ const TableColumns flowColumns{"task_flow",
                                     "viewport_offset_y", "viewport_scale", "has_been_framed"}};
 const TableColumns nodeColumns{
     "flow_node",
-    {"id", "flow_id", "title", "is_done", "status_raw", "notes", "priority_raw", "color_raw", "start_date",
-     "due_date", "estimate_minutes", "day_plan_rank", "manual_width", "manual_height", "checklist_data",
-     "recurrence_raw", "repeat_count", "completed_at", "is_collapsed", "pos_x", "pos_y", "sort_order",
-     "created_at"}};
+    {"id",           "flow_id",       "title",          "is_done",        "status_raw",       "notes",
+     "priority_raw", "color_raw",     "start_date",     "due_date",       "estimate_minutes", "day_plan_rank",
+     "manual_width", "manual_height", "checklist_data", "recurrence_raw", "repeat_count",     "completed_at",
+     "is_collapsed", "pos_x",         "pos_y",          "sort_order",     "created_at"},
+    {"flow_id"}};
 const TableColumns fileColumns{"flow_file",
-                                   {"id", "flow_id", "filename", "content_type_raw", "byte_count", "has_data",
-                                    "has_thumbnail", "is_trashed", "pos_x", "pos_y", "manual_width",
-                                    "manual_height", "sort_order", "created_at"}};
-const TableColumns edgeColumns{"dependency_edge",
-                                   {"id", "flow_id", "from_id", "to_id", "source", "kind", "created_at"}};
-const TableColumns linkColumns{"file_link", {"id", "flow_id", "file_id", "node_id", "created_at"}};
-const TableColumns completionColumns{"completion_record",
-                                         {"id", "node_id", "flow_id", "flow_name", "title", "kind_raw",
-                                          "completed_at", "cycle", "has_payload"}};
+                               {"id", "flow_id", "filename", "content_type_raw", "byte_count", "has_data",
+                                "has_thumbnail", "is_trashed", "pos_x", "pos_y", "manual_width", "manual_height",
+                                "sort_order", "created_at"},
+                               {"flow_id"}};
+const TableColumns edgeColumns{
+    "dependency_edge", {"id", "flow_id", "from_id", "to_id", "source", "kind", "created_at"}, {"flow_id"}};
+const TableColumns linkColumns{
+    "file_link", {"id", "flow_id", "file_id", "node_id", "created_at"}, {"flow_id", "file_id", "node_id"}};
+const TableColumns completionColumns{
+    "completion_record",
+    {"id", "node_id", "flow_id", "flow_name", "title", "kind_raw", "completed_at", "cycle", "has_payload"},
+    {"flow_id"}};
 const TableColumns templateColumns{"flow_template", {"id", "name", "created_at", "payload"}};
 
 // Rows per statement in a long run of rows: one statement per row spends
@@ -75,6 +86,32 @@ std::string upsertSQL(const TableColumns &table, std::size_t rows)
     for (std::size_t row = 0; row < rows; ++row)
         sql += (row == 0 ? "" : ", ") + placeholders;
     return sql + " ON CONFLICT(id) DO UPDATE SET " + updates;
+}
+
+// "UPDATE ... SET ... WHERE id = ?1 AND <indexed> IS ?n": a row that exists
+// with the same indexed values has every other column replaced, with the
+// parameters numbered as the upsert's. Leaving the indexed columns out of
+// the SET list spares SQLite rewriting their index entries, a page more per
+// commit; a row whose indexed values changed matches nothing.
+std::string updateSQL(const TableColumns &table)
+{
+    const auto isIndexed = [&](const char *column) {
+        return std::any_of(table.indexed.begin(), table.indexed.end(),
+                           [&](const char *indexed) { return std::string_view(indexed) == column; });
+    };
+    std::string updates;
+    std::string conditions = std::string(table.columns[0]) + " = ?1";
+    for (std::size_t i = 1; i < table.columns.size(); ++i) {
+        const std::string assignment =
+            std::string(table.columns[i]) + (isIndexed(table.columns[i]) ? " IS ?" : " = ?") + std::to_string(i + 1);
+        if (isIndexed(table.columns[i])) {
+            conditions += " AND " + assignment;
+        } else {
+            updates += updates.empty() ? "" : ", ";
+            updates += assignment;
+        }
+    }
+    return std::string("UPDATE ") + table.table + " SET " + updates + " WHERE " + conditions;
 }
 
 // Binds one row's values in column order from a starting parameter.
@@ -181,13 +218,32 @@ bool StoreDatabase::writeBytes(BytesTable table, const QUuid &owner, const std::
     return query.run();
 }
 
+SqliteStatement &StoreDatabase::rowStatement(const TableColumns &table, RowStatement kind)
+{
+    SqliteStatement *&cached = m_rowStatements[{&table, kind}];
+    if (!cached) {
+        switch (kind) {
+        case RowStatement::update:
+            cached = &statement(updateSQL(table));
+            break;
+        case RowStatement::upsertOne:
+            cached = &statement(upsertSQL(table, 1));
+            break;
+        case RowStatement::upsertBatch:
+            cached = &statement(upsertSQL(table, rowsPerBatch));
+            break;
+        }
+    }
+    return *cached;
+}
+
 template <typename Record>
 bool StoreDatabase::upsertRows(const TableColumns &table, const std::vector<Record *> &records)
 {
     const int columns = int(table.columns.size());
     std::size_t next = 0;
     if (records.size() >= rowsPerBatch) {
-        SqliteStatement &batch = statement(upsertSQL(table, rowsPerBatch));
+        SqliteStatement &batch = rowStatement(table, RowStatement::upsertBatch);
         for (; next + rowsPerBatch <= records.size(); next += rowsPerBatch) {
             for (std::size_t row = 0; row < rowsPerBatch; ++row) {
                 RowBinder binder(batch, int(row) * columns + 1);
@@ -199,10 +255,19 @@ bool StoreDatabase::upsertRows(const TableColumns &table, const std::vector<Reco
     }
     if (next == records.size())
         return true;
-    SqliteStatement &single = statement(upsertSQL(table, 1));
+    // A few rows are mostly edits of rows already there: an update first,
+    // the upsert only for a new row or one that changed its indexed values.
+    SqliteStatement &update = rowStatement(table, RowStatement::update);
     for (; next < records.size(); ++next) {
-        RowBinder binder(single, 1);
+        RowBinder binder(update, 1);
         bindRow(binder, records[next]);
+        if (!update.run())
+            return false;
+        if (sqlite3_changes(m_connection.handle()) == 1)
+            continue;
+        SqliteStatement &single = rowStatement(table, RowStatement::upsertOne);
+        RowBinder upsertBinder(single, 1);
+        bindRow(upsertBinder, records[next]);
         if (!single.run())
             return false;
     }

@@ -71,8 +71,16 @@ void WalCheckpointer::run()
             continue;
         // Passive: whatever frames no reader still needs; the rest waits
         // for the next request.
-        if (sqlite3_wal_checkpoint_v2(connection, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr) != SQLITE_OK)
+        const int result = sqlite3_wal_checkpoint_v2(connection, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+        if (result == SQLITE_BUSY) {
+            // It met the writer's commit half-way through updating the log's
+            // index (a passive checkpoint never waits for the lock). Nothing
+            // is lost: the frames stay in the log, and the next commit that
+            // leaves the log long asks again.
+            qCDebug(fenrowStoreLog, "Checkpoint deferred: %s", sqlite3_errmsg(connection));
+        } else if (result != SQLITE_OK) {
             qCWarning(fenrowStoreLog, "Checkpoint failed: %s", sqlite3_errmsg(connection));
+        }
     }
     sqlite3_close(connection);
 }
