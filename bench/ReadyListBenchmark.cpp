@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <vector>
 
 using namespace fenrow;
@@ -111,6 +112,17 @@ QString trivialMix(const ReadyMix &mix)
     return {};
 }
 
+// Time per task of the store, so that sizes compare: flat when the cost
+// grows in proportion to the store.
+void reportPerTask(benchmark::State &state, const FenrowStore &store)
+{
+    double nodes = 0;
+    for (const TaskFlow *flow : store.flows())
+        nodes += double(flow->items().size());
+    state.counters["per_task"] =
+        benchmark::Counter(nodes, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
 const FenrowStore *openedStore(benchmark::State &state, const LargeStoreShape &shape)
 {
     QString error;
@@ -148,6 +160,95 @@ void readyTasks(benchmark::State &state, LargeStoreShape shape)
     state.counters["deferred"] = mix.deferred;
     state.counters["waiting"] = mix.waiting;
     state.counters["chained"] = mix.chained;
+    reportPerTask(state, *store);
+}
+
+// The store's flows copied anew, flow after flow, each flow's nodes by
+// `order` and their texts copied with them: the records as a loader that
+// reads one flow at a time would lay them out in memory. An opened store
+// holds its nodes in the order of the file's rows, so a flow's nodes lie
+// scattered over the whole heap.
+struct FlowByFlowCopy {
+    std::vector<std::unique_ptr<TaskFlow>> owned;
+    QList<const TaskFlow *> flows;
+
+    explicit FlowByFlowCopy(const QList<const TaskFlow *> &source)
+    {
+        auto deep = [](const QString &text) { return QString(text.constData(), text.size()); };
+        for (const TaskFlow *flow : source) {
+            auto copy = std::make_unique<TaskFlow>();
+            copy->id = flow->id;
+            copy->name = flow->name;
+            copy->order = flow->order;
+            QHash<const FlowNode *, FlowNode *> copied;
+            for (const FlowNode *node : flow->orderedItems()) {
+                auto made = std::make_unique<FlowNode>(*node);
+                made->title = deep(node->title);
+                made->notes = deep(node->notes);
+                made->checklistData = deep(node->checklistData);
+                made->setFlow(copy.get());
+                made->fileLinks().clear();
+                copied.insert(node, copy->items().add(std::move(made)));
+            }
+            for (const DependencyEdge *edge : flow->edges()) {
+                auto made = std::make_unique<DependencyEdge>(*edge);
+                made->setFlow(copy.get());
+                made->setFromItem(copied.value(edge->fromItem()));
+                made->setToItem(copied.value(edge->toItem()));
+                copy->edges().add(std::move(made));
+            }
+            flows.append(copy.get());
+            owned.push_back(std::move(copy));
+        }
+    }
+};
+
+// The list over that copy: what the layout of the records costs.
+void readyTasksFlowByFlow(benchmark::State &state, LargeStoreShape shape)
+{
+    const FenrowStore *store = openedStore(state, shape);
+    if (!store)
+        return;
+    const FlowByFlowCopy copy(store->flows());
+    const QDateTime now = LargeStoreGenerator::now();
+    const LocalCalendar calendar = LargeStoreGenerator::calendar();
+    QList<ReadyTask> tasks;
+    for (auto _ : state) {
+        tasks = Readiness::readyTasks(copy.flows, now, calendar);
+        benchmark::DoNotOptimize(tasks);
+    }
+    if (const QString wrong = listMismatch(tasks, classify(copy.flows, now, calendar)); !wrong.isEmpty()) {
+        fail(state, wrong);
+        return;
+    }
+    state.counters["ready"] = double(tasks.size());
+    reportPerTask(state, *store);
+}
+
+// The floors the list is measured against, over the same records in the
+// same order: `oneField` reads each task's completion and nothing else;
+// `whatItReads` reads all the list must (each task's completion and start,
+// each edge's ends and kind, and the completion of the end that blocks).
+void readFloor(benchmark::State &state, LargeStoreShape shape, bool edges)
+{
+    const FenrowStore *store = openedStore(state, shape);
+    if (!store)
+        return;
+    std::size_t sum = 0;
+    for (auto _ : state) {
+        for (const TaskFlow *flow : store->flows()) {
+            for (const FlowNode *node : flow->items())
+                sum += std::size_t(node->isDone) + (edges ? std::size_t(node->startDate.has_value()) : 0);
+            if (!edges)
+                continue;
+            for (const DependencyEdge *edge : flow->edges()) {
+                const FlowNode *blocker = edge->isSubtask() ? edge->toItem() : edge->fromItem();
+                sum += std::size_t(blocker && edge->fromItem() && edge->toItem() && blocker->isDone);
+            }
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+    reportPerTask(state, *store);
 }
 
 double sortKey(const ReadyTask &task, ReadySort sort)
@@ -243,11 +344,20 @@ void readyEmptyReason(benchmark::State &state, LargeStoreShape shape, bool fullW
 
 int main(int argc, char **argv)
 {
+    // Three sizes in one run, so that the cost per task shows whether the
+    // list grows in proportion to the store. A store of fewer than 100
+    // tasks (in a smoke run) lacks some kinds of task.
     const LargeStoreShape large = GeneratedStores::scaledShape();
-    const LargeStoreShape small = LargeStoreShape::withNodes(large.nodes / 10);
-    for (const LargeStoreShape &shape : {small, large}) {
+    for (const LargeStoreShape &shape : {LargeStoreShape::withNodes(std::max(large.nodes / 50, 100)),
+                                         LargeStoreShape::withNodes(large.nodes / 5), large}) {
         const std::string size = "/nodes:" + std::to_string(shape.nodes);
-        benchmark::RegisterBenchmark(("ReadyTasks" + size).c_str(), readyTasks, shape)->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark(("ReadyTasks" + size).c_str(), readyTasks, shape)->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark(("ReadyTasks/flowByFlow" + size).c_str(), readyTasksFlowByFlow, shape)
+            ->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark(("Floor/oneField" + size).c_str(), readFloor, shape, false)
+            ->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark(("Floor/whatItReads" + size).c_str(), readFloor, shape, true)
+            ->Unit(benchmark::kMicrosecond);
         for (ReadySort sort : {ReadySort::flow, ReadySort::dueDate, ReadySort::priority, ReadySort::estimate}) {
             const std::string name = "SortedReady/" + rawString(sort).toStdString() + size;
             benchmark::RegisterBenchmark(name.c_str(), sortedReady, shape, sort)->Unit(benchmark::kMicrosecond);

@@ -162,9 +162,9 @@ TEST_F(FlowSearchTest, GroupsAgreeWithANodeByNodeSearchAcrossEdits)
             actual << group.matches;
         EXPECT_EQ(actual, expected);
     };
-    const QStringList queries{QStringLiteral("strasse"), QStringLiteral("e"), QStringLiteral("file"),
-                              QStringLiteral("\u0301"), QStringLiteral("line\n  two"), QStringLiteral("a\u0000b"),
-                              QStringLiteral("second"), QStringLiteral("three")};
+    const QStringList queries{QStringLiteral("strasse"), QStringLiteral("e"),           QStringLiteral("file"),
+                              QStringLiteral("\u0301"),  QStringLiteral("line\n  two"), QStringLiteral("a\u0000b"),
+                              QStringLiteral("second"),  QStringLiteral("three"),       QStringLiteral("fe")};
     for (const QString &query : queries)
         expectAgreement(query);
 
