@@ -7,7 +7,8 @@
 
 #include <algorithm>
 
-Q_LOGGING_CATEGORY(fenrowStoreLog, "fenrow.store")
+// Debug lines (a checkpoint put off to the next commit) only when asked for.
+Q_LOGGING_CATEGORY(fenrowStoreLog, "fenrow.store", QtInfoMsg)
 
 namespace fenrow {
 
