@@ -84,9 +84,13 @@ protected:
         return found.join(QStringLiteral(", ")).toStdString();
     }
 
-    // Every label and button of `sheet` shows its whole text.
+    // Every label and button of `sheet` shows its whole text, once the
+    // layouts a new text set off have run (a wrapped label grows over more
+    // than one turn of the event loop).
     static void expectNothingClipped(QWidget *sheet)
     {
+        if (QTest::qWaitFor([&] { return fits(sheet); }, 2000))
+            return;
         for (QLabel *label : sheet->findChildren<QLabel *>()) {
             if (!label->isVisible() || label->text().isEmpty())
                 continue;
@@ -101,6 +105,19 @@ protected:
                 EXPECT_GE(button->width(), button->sizeHint().width()) << button->text().toStdString();
             }
         }
+    }
+
+    static bool fits(QWidget *sheet)
+    {
+        for (QLabel *label : sheet->findChildren<QLabel *>())
+            if (label->isVisible() && !label->text().isEmpty() &&
+                (label->wordWrap() ? label->height() < label->heightForWidth(label->width())
+                                   : label->width() < label->sizeHint().width()))
+                return false;
+        for (QAbstractButton *button : sheet->findChildren<QAbstractButton *>())
+            if (button->isVisible() && !button->text().isEmpty() && button->width() < button->sizeHint().width())
+                return false;
+        return true;
     }
 
     // Drags the planned row `from` by its handle onto the row at `to`.
