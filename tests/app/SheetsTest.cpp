@@ -89,35 +89,24 @@ protected:
     // than one turn of the event loop).
     static void expectNothingClipped(QWidget *sheet)
     {
-        if (QTest::qWaitFor([&] { return fits(sheet); }, 2000))
-            return;
-        for (QLabel *label : sheet->findChildren<QLabel *>()) {
-            if (!label->isVisible() || label->text().isEmpty())
-                continue;
-            if (label->wordWrap()) {
-                EXPECT_GE(label->height(), label->heightForWidth(label->width())) << label->text().toStdString();
-            } else {
-                EXPECT_GE(label->width(), label->sizeHint().width()) << label->text().toStdString();
-            }
-        }
-        for (QAbstractButton *button : sheet->findChildren<QAbstractButton *>()) {
-            if (button->isVisible() && !button->text().isEmpty()) {
-                EXPECT_GE(button->width(), button->sizeHint().width()) << button->text().toStdString();
-            }
-        }
+        QStringList cut;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return (cut = clipped(sheet)).isEmpty(); }, 2000))
+            << cut.join(QStringLiteral(" | ")).toStdString();
     }
 
-    static bool fits(QWidget *sheet)
+    // The texts of `sheet` that do not fit the room they were given.
+    static QStringList clipped(QWidget *sheet)
     {
+        QStringList texts;
         for (QLabel *label : sheet->findChildren<QLabel *>())
             if (label->isVisible() && !label->text().isEmpty() &&
                 (label->wordWrap() ? label->height() < label->heightForWidth(label->width())
                                    : label->width() < label->sizeHint().width()))
-                return false;
+                texts << label->text();
         for (QAbstractButton *button : sheet->findChildren<QAbstractButton *>())
             if (button->isVisible() && !button->text().isEmpty() && button->width() < button->sizeHint().width())
-                return false;
-        return true;
+                texts << button->text();
+        return texts;
     }
 
     // Drags the planned row `from` by its handle onto the row at `to`.
