@@ -39,6 +39,9 @@ packages=(
   libasan8 libubsan1
   # Shell completion: its test asks each shell for the candidates.
   bash-completion zsh fish
+  # General JSON and XML parsers, measured beside the backup and outline
+  # readers by the parser benchmark (bench/ParserComparisonBenchmark.cpp).
+  libsimdjson-dev libpugixml-dev libexpat1-dev
 )
 
 if [ "${1:-}" = fuzz ]; then
