@@ -11,7 +11,6 @@
 #include "canvas/NodeSizeResolver.h"
 #include "domain/FenrowStore.h"
 #include "domain/FlowFileImport.h"
-#include "platform/ThumbnailMaker.h"
 #include "formats/DocumentInput.h"
 
 #include <QFileInfo>
@@ -84,7 +83,6 @@ int attach(CommandContext &context)
     }
 
     FenrowStore &store = context.store();
-    store.setThumbnailMaker(&ThumbnailMaker::make);
     const QPointF spot = freeSpot(*flow);
     const FlowFile *file = store.attachFile(std::get<FlowFileImport::Payload>(read), spot.x(), spot.y(), *flow);
 

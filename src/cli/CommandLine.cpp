@@ -41,11 +41,13 @@ bool isToolkitOptionWithValue(QByteArray argument)
 // for the rest of the run), or hands the command to the Fenrow that owns it,
 // or says who keeps it out.
 CommandDispatcher::StoreAccess reachStore(const QStringList &arguments, const Clock &clock, Console &console,
-                                          std::unique_ptr<StoreLock> &lock)
+                                          std::unique_ptr<StoreLock> &lock, const PreviewMaker &previews)
 {
     CommandDispatcher::StoreAccess access;
     if (FenrowModelContainer::usesMemory(arguments)) {
         access.store = FenrowModelContainer::openStore(arguments, clock, LocalCalendar(), &access.fatalMessage);
+        if (access.store && previews)
+            access.store->setThumbnailMaker(previews);
         return access;
     }
 
@@ -61,6 +63,8 @@ CommandDispatcher::StoreAccess reachStore(const QStringList &arguments, const Cl
     if (claim.lock) {
         lock = std::move(claim.lock);
         access.store = FenrowModelContainer::openStore(arguments, clock, LocalCalendar(), &access.fatalMessage);
+        if (access.store && previews)
+            access.store->setThumbnailMaker(previews);
         return access;
     }
     if (claim.ownerReachable) {
@@ -81,14 +85,14 @@ CommandDispatcher::StoreAccess reachStore(const QStringList &arguments, const Cl
 
 } // namespace
 
-bool hasSubcommand(int argc, char *argv[])
+QByteArray subcommand(int argc, char *argv[])
 {
     for (int i = 1; i < argc; ++i) {
         const QByteArray argument(argv[i]);
         if (argument == "--help" || argument == "-h" || argument == "--version")
-            return true;
+            return argument;
         if (argument == "--")
-            return i + 1 < argc;
+            return i + 1 < argc ? QByteArray(argv[i + 1]) : QByteArray();
         if (isToolkitOptionWithValue(argument)) {
             ++i;
             continue;
@@ -98,12 +102,22 @@ bool hasSubcommand(int argc, char *argv[])
         // Open-URL events reach the desktop program as an argument.
         if (AppURLRouter::isURLArgument(QString::fromLocal8Bit(argument)))
             continue;
-        return true;
+        return argument;
     }
-    return false;
+    return {};
 }
 
-int run(QCoreApplication &application)
+bool hasSubcommand(int argc, char *argv[])
+{
+    return !subcommand(argc, argv).isEmpty();
+}
+
+bool drawsPreviews(const QByteArray &subcommand)
+{
+    return subcommand == "attach";
+}
+
+int run(QCoreApplication &application, const PreviewMaker &previews)
 {
     ProcessEntry::prepare(application);
 
@@ -124,9 +138,8 @@ int run(QCoreApplication &application)
     // Outlives the dispatcher's store: the store is this process's to write
     // only while the lock is held.
     std::unique_ptr<StoreLock> lock;
-    CommandDispatcher dispatcher(registry, [&](const Clock &clock) {
-        return reachStore(arguments, clock, console, lock);
-    });
+    CommandDispatcher dispatcher(
+        registry, [&](const Clock &clock) { return reachStore(arguments, clock, console, lock, previews); });
     dispatcher.setProcessEndsAfterCommand(true);
     return dispatcher.run(arguments.mid(1), console);
 }

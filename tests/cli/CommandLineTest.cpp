@@ -3,6 +3,7 @@
 #include "cli/CommandCatalog.h"
 #include "cli/CommandDispatcher.h"
 #include "cli/Console.h"
+#include "platform/ThumbnailMaker.h"
 
 #include "persistence/StoreDatabase.h"
 
@@ -41,6 +42,9 @@ CommandResult CommandLineTest::run(const QStringList &arguments, const QString &
         }
         access.store =
             FenrowStore::open(StoreDatabase::open(path, &access.fatalMessage), clock, LocalCalendar(), &access.fatalMessage);
+        // As in the desktop program, which runs the commands that draw previews.
+        if (access.store)
+            access.store->setThumbnailMaker(&ThumbnailMaker::make);
         return access;
     });
 

@@ -194,4 +194,23 @@ TEST_F(EndToEndTest, RunsAtTheSameTimeTakeTurnsAndLoseNothing)
     EXPECT_EQ(flows[0].toObject()["progress"].toObject()["totalCount"].toInt(), 200);
 }
 
+TEST_F(EndToEndTest, CommandsLeaveTheImageLibrariesToTheProgramThatDrawsPreviews)
+{
+    QProcess ldd;
+    ldd.start("ldd", {FENROW_EXECUTABLE});
+    ASSERT_TRUE(ldd.waitForFinished(30000));
+    const QString libraries = QString::fromUtf8(ldd.readAllStandardOutput());
+    ASSERT_TRUE(libraries.contains("libQt6Core")) << libraries.toStdString();
+    for (const char *heavy : {"libQt6Gui", "libQt6Widgets", "libpoppler", "libpng", "libX11"})
+        EXPECT_FALSE(libraries.contains(heavy)) << heavy;
+
+    // "attach" is handed to the desktop program, which draws the preview.
+    ASSERT_EQ(fenrow({"flow", "add", "Home"}).status, 0);
+    writeFile("dot.png", QByteArray::fromBase64("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mP8z8DwHwAFBQ"
+                                                "IAX8jx0gAAAABJRU5ErkJggg=="));
+    const ProcessRun attached = fenrow({"attach", "Home", home.filePath("dot.png")});
+    EXPECT_EQ(attached.status, 0) << attached.err.toStdString();
+    EXPECT_TRUE(attached.out.contains("with a preview")) << attached.out.toStdString();
+}
+
 } // namespace

@@ -26,6 +26,12 @@ cmake --install "$build" --prefix "$prefix" > "$work/install.log" || { cat "$wor
 "$prefix/bin/fenrow" --version > "$work/version" 2>&1 && grep -q . "$work/version" ||
   fail "the installed fenrow does not run: $(cat "$work/version")"
 
+# The window and the commands that draw previews run in fenrow-desktop,
+# which fenrow finds beside itself: a usage error here comes from it.
+status=0
+"$prefix/bin/fenrow" attach > "$work/attach" 2>&1 || status=$?
+[ "$status" -eq 2 ] || fail "the installed fenrow does not reach fenrow-desktop: $(cat "$work/attach")"
+
 # The widget's entry is installed only with the widget; it is checked anyway.
 desktop_files=("$prefix/share/applications/$app.desktop" "$source/packaging/$app.Widget.desktop")
 for program in "${programs[@]}"; do

@@ -1,17 +1,19 @@
 #include "DesktopProgram.h"
 #include "PortalFileDialogs.h"
+#include "ThumbnailMaker.h"
 #include "cli/CommandLine.h"
 
 #include <QApplication>
 #include <QCoreApplication>
 
-// With a subcommand the program runs headless and needs no display;
-// without one it is the desktop program.
+// The desktop program, which the lean `fenrow` starts in its place for the
+// window and for commands that draw previews. With a subcommand it runs
+// headless and needs no display.
 int main(int argc, char *argv[])
 {
     if (fenrow::CommandLine::hasSubcommand(argc, argv)) {
         QCoreApplication application(argc, argv);
-        return fenrow::CommandLine::run(application);
+        return fenrow::CommandLine::run(application, &fenrow::ThumbnailMaker::make);
     }
     // The desktop's file dialogs, where its portal offers them, are chosen
     // before the application exists.
