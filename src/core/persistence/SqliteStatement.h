@@ -57,6 +57,8 @@ public:
     bool isNull(int column) const;
     QUuid uuid(int column) const;
     QString text(int column) const;
+    // The column's UTF-8 bytes, valid until the next step.
+    QByteArrayView utf8(int column) const;
     QByteArray bytes(int column) const;
     qint64 integer(int column) const;
     double real(int column) const;

@@ -7,7 +7,9 @@
 #include "domain/TaskFlow.h"
 
 #include <QHash>
-#include <QSet>
+
+#include <utility>
+#include <vector>
 
 namespace fenrow {
 
@@ -63,11 +65,21 @@ std::optional<LoadedRecords> StoreDatabase::loadAll(QString *error)
     if (!nodes)
         return std::nullopt;
     // Raw enumeration texts repeat across thousands of nodes: share one
-    // string per distinct value instead of one per node.
-    QSet<QString> rawTexts;
-    auto shared = [&rawTexts](QString text) {
-        const auto found = rawTexts.constFind(text);
-        return found != rawTexts.constEnd() ? *found : *rawTexts.insert(std::move(text));
+    // string per distinct value instead of one per node. There are a handful
+    // of values, so comparing the stored bytes beats hashing a new string.
+    std::vector<std::pair<QByteArray, QString>> rawTexts;
+    auto shared = [&rawTexts, &nodes](int column) {
+        const QByteArrayView bytes = nodes->utf8(column);
+        for (const auto &[stored, text] : rawTexts) {
+            if (stored == bytes)
+                return text;
+        }
+        // A damaged file could hold any number of values: stop sharing
+        // rather than scan a long list for each node.
+        if (rawTexts.size() >= 32)
+            return QString::fromUtf8(bytes);
+        rawTexts.emplace_back(bytes.toByteArray(), QString::fromUtf8(bytes));
+        return rawTexts.back().second;
     };
     while (nodes->step()) {
         // A node whose flow is gone has nothing to show it; the cascade keeps
@@ -79,10 +91,10 @@ std::optional<LoadedRecords> StoreDatabase::loadAll(QString *error)
         node->id = nodes->uuid(0);
         node->title = nodes->text(2);
         node->isDone = nodes->boolean(3);
-        node->statusRaw = shared(nodes->text(4));
+        node->statusRaw = shared(4);
         node->notes = nodes->text(5);
-        node->priorityRaw = shared(nodes->text(6));
-        node->colorRaw = shared(nodes->text(7));
+        node->priorityRaw = shared(6);
+        node->colorRaw = shared(7);
         node->startDate = nodes->optionalDateTime(8);
         node->dueDate = nodes->optionalDateTime(9);
         node->estimateMinutes = nodes->optionalInteger(10);
