@@ -38,12 +38,6 @@ qsizetype displayWidth(const QString &text)
     return width;
 }
 
-QString padded(const QString &text, qsizetype width)
-{
-    const qsizetype missing = width - displayWidth(text);
-    return missing > 0 ? text + QString(missing, QLatin1Char(' ')) : text;
-}
-
 QString singleLine(const QString &text)
 {
     const bool breaksNothing = std::none_of(text.cbegin(), text.cend(), [](QChar c) {

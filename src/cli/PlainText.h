@@ -9,9 +9,6 @@ namespace fenrow::PlainText {
 // take two, combining marks none.
 qsizetype displayWidth(const QString &text);
 
-// Pads with spaces to `width` columns.
-QString padded(const QString &text, qsizetype width);
-
 // A name on one line: line breaks, tabs and other control characters
 // become spaces, so a name can never break a table or fake a line.
 QString singleLine(const QString &text);

@@ -40,9 +40,10 @@ QStringList rowCells(const ReadyTask &task, bool withFlow, const QDateTime &now,
 {
     const FlowNode &node = *task.node;
     QString title = node.title;
-    // A paused or started task is still ready, but its row says so.
+    // A paused or started task is still ready, but its row says so. Being
+    // ready, it waits for nothing.
     if (node.status() != NodeStatus::pending)
-        title += QStringLiteral(" [%1]").arg(TaskText::state(node, now, calendar));
+        title += QStringLiteral(" [%1]").arg(TaskText::state(node, 0, now, calendar));
     QStringList cells{title};
     if (withFlow)
         cells.append(task.flow->name);

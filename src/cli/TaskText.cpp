@@ -52,7 +52,12 @@ QString recurrence(const NodeRecurrence &recurrence)
 
 QString state(const FlowNode &node, const QDateTime &now, const LocalCalendar &calendar)
 {
-    const NodeCardState card = Readiness::cardState(node, Readiness::openBlockers(node).size(), now, calendar);
+    return state(node, int(Readiness::openBlockers(node).size()), now, calendar);
+}
+
+QString state(const FlowNode &node, int openBlockerCount, const QDateTime &now, const LocalCalendar &calendar)
+{
+    const NodeCardState card = Readiness::cardState(node, openBlockerCount, now, calendar);
     switch (card.kind) {
     case NodeCardState::Kind::status:
         switch (card.status) {

@@ -24,6 +24,9 @@ QString recurrence(const NodeRecurrence &recurrence);
 // What the task's card says: "ready", "waiting for 2 tasks", "starts
 // 2026-06-20", "in progress", "paused", "done".
 QString state(const FlowNode &node, const QDateTime &now, const LocalCalendar &calendar);
+// The same, for a node whose open blockers are already counted (none, for a
+// ready task), which saves walking its edges again.
+QString state(const FlowNode &node, int openBlockerCount, const QDateTime &now, const LocalCalendar &calendar);
 // "Write copy" (Launch site).
 QString titleInFlow(const FlowNode &node);
 

@@ -25,6 +25,8 @@ private:
     QList<Alignment> m_alignments;
     QString m_indent;
     QList<QStringList> m_rows;
+    // Each cell's width on a terminal, measured once as the row comes in.
+    QList<QList<qsizetype>> m_cellWidths;
     // Headings are the rows marked here.
     QList<bool> m_isHeading;
 };
