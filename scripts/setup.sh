@@ -39,8 +39,8 @@ packages=(
   libasan8 libubsan1
   # Shell completion: its test asks each shell for the candidates.
   bash-completion zsh fish
-  # General JSON and XML parsers, measured beside the backup and outline
-  # readers by the parser benchmark (bench/ParserComparisonBenchmark.cpp).
+  # simdjson reads backups; expat and pugixml are only measured beside the
+  # outline reader (bench/ParserComparisonBenchmark.cpp).
   libsimdjson-dev libpugixml-dev libexpat1-dev
 )
 

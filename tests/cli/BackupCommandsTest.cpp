@@ -199,7 +199,7 @@ TEST_F(BackupCommandsTest, RefusesDocumentsItCannotRestoreAndChangesNothing)
         {writeFile("notes.txt", "plain words"),
          "it is not a Fenrow backup, or it is damaged: not a JSON object; nothing was changed"},
         {writeFile("cut.fenrowbackup", readFile(path).left(30)),
-         "it is damaged: createdAt (line 1, column 31): the document ends inside a string; nothing was changed"},
+         "it is damaged: line 1, column 31: the document ends inside a string; nothing was changed"},
         {folder.filePath("gone.fenrowbackup"), "there is no file"},
     };
     addFlows({"Garden"});

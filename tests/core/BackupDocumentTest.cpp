@@ -259,7 +259,13 @@ TEST(BackupDocument, ARefusalSaysWhereAndWhy)
     const qsizetype line = indented.left(indented.indexOf("\"hasBeenFramed\"")).count('\n') + 2;
     EXPECT_EQ(detailOf(broken), QStringLiteral("flows[0] (line %1, column 13): expected \",\" or \"}\"").arg(line));
     const QByteArray compact = *sampleDocument().encoded();
-    EXPECT_EQ(detailOf(compact.left(30)), "createdAt (line 1, column 31): the document ends inside a string");
+    EXPECT_EQ(detailOf(compact.left(30)), "line 1, column 31: the document ends inside a string");
+    // A key of a later version is skipped, but its value must be JSON too.
+    const auto withLater = [&](const QByteArray &value) { return "{\"later\":" + value + "," + compact.mid(1); };
+    EXPECT_EQ(detailOf(withLater("[1.]")), "line 1, column 11: not a valid number");
+    EXPECT_EQ(detailOf(withLater("{\"a\":nul}")), "line 1, column 15: expected a value");
+    EXPECT_EQ(detailOf(withLater("\"a\x01b\"")), "line 1, column 12: a control character inside a string");
+    EXPECT_EQ(detailOf(withLater("\"caf\xE9\"")), "line 1, column 14: a string that is not UTF-8");
     EXPECT_EQ(detailOf(compact + "{}"),
               QStringLiteral("line 1, column %1: something follows the document").arg(compact.size() + 1));
 

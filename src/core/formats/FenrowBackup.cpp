@@ -3,10 +3,15 @@
 #include "JsonStream.h"
 #include "domain/LocalCalendar.h"
 
+#include <QUtf8StringView>
+
+#include <simdjson.h>
+
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <string_view>
 
 namespace fenrow {
 
@@ -268,7 +273,9 @@ private:
 
 // ---------------------------------------------------------------- reading
 
-bool isDigits(QByteArrayView text)
+namespace sj = simdjson::ondemand;
+
+bool isDigits(std::string_view text)
 {
     for (char c : text) {
         if (c < '0' || c > '9')
@@ -278,14 +285,19 @@ bool isDigits(QByteArrayView text)
 }
 
 // Exactly "yyyy-MM-ddTHH:mm:ssZ": no fraction, no other offset.
-std::optional<QDateTime> parseDate(QByteArrayView text)
+std::optional<QDateTime> parseDate(std::string_view text)
 {
     if (text.size() != 20 || text[4] != '-' || text[7] != '-' || text[10] != 'T' || text[13] != ':'
         || text[16] != ':' || text[19] != 'Z')
         return std::nullopt;
-    const auto number = [&](qsizetype from, qsizetype length) -> int {
-        const QByteArrayView digits = text.sliced(from, length);
-        return isDigits(digits) ? digits.toInt() : -1;
+    const auto number = [&](std::size_t from, std::size_t length) -> int {
+        const std::string_view digits = text.substr(from, length);
+        if (!isDigits(digits))
+            return -1;
+        int value = 0;
+        for (char c : digits)
+            value = value * 10 + (c - '0');
+        return value;
     };
     const QDate day(number(0, 4), number(5, 2), number(8, 2));
     const int hour = number(11, 2);
@@ -297,69 +309,157 @@ std::optional<QDateTime> parseDate(QByteArrayView text)
 }
 
 // The canonical hyphenated form, either case.
-std::optional<QUuid> parseID(QByteArrayView text)
+std::optional<QUuid> parseID(std::string_view text)
 {
     if (text.size() != 36)
         return std::nullopt;
-    const QUuid id = QUuid::fromString(QLatin1StringView(text));
-    if (id.isNull() && text != QByteArrayView("00000000-0000-0000-0000-000000000000"))
+    const QLatin1StringView latin(text.data(), qsizetype(text.size()));
+    const QUuid id = QUuid::fromString(latin);
+    if (id.isNull() && latin != QLatin1StringView("00000000-0000-0000-0000-000000000000"))
         return std::nullopt;
     return id;
 }
 
-// The reader and where in the document it is, so that the first thing
-// wrong can be told with its place: "flows[2].items[15].dueDate".
+// What a mistake in the JSON itself is, in the words the refusal uses.
+const char *reasonOf(simdjson::error_code error)
+{
+    switch (error) {
+    case simdjson::UNCLOSED_STRING:
+        return "the document ends inside a string";
+    case simdjson::INCOMPLETE_ARRAY_OR_OBJECT:
+        return "the document ends inside an object or a list";
+    case simdjson::UNESCAPED_CHARS:
+        return "a control character inside a string";
+    case simdjson::UTF8_ERROR:
+        return "a string that is not UTF-8";
+    case simdjson::STRING_ERROR:
+        return "a string with a broken escape";
+    case simdjson::NUMBER_ERROR:
+        return "not a valid number";
+    case simdjson::NUMBER_OUT_OF_RANGE:
+        return "a number beyond the range of a double";
+    case simdjson::DEPTH_ERROR:
+        return "nested deeper than 1024 levels";
+    case simdjson::T_ATOM_ERROR:
+    case simdjson::F_ATOM_ERROR:
+    case simdjson::N_ATOM_ERROR:
+    case simdjson::INCORRECT_TYPE:
+        return "expected a value";
+    default:
+        return "not valid JSON";
+    }
+}
+
+// Where the parser's first pass found a mistake it does not place itself:
+// the end for a string left open, else the first byte of the offending
+// kind inside a string (a control character, or bytes that are not UTF-8).
+qsizetype placeOf(QByteArrayView text, simdjson::error_code error)
+{
+    if (error != simdjson::UNESCAPED_CHARS && error != simdjson::UTF8_ERROR)
+        return text.size();
+    bool inString = false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if (error == simdjson::UTF8_ERROR && byte >= 0x80) {
+            int length = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : 2;
+            if (byte < 0xC2 || byte > 0xF4 || i + length > text.size()
+                || !QUtf8StringView(text.data() + i, length).isValidUtf8())
+                return i;
+            i += length - 1;
+            continue;
+        }
+        if (!inString) {
+            inString = byte == '"';
+        } else if (byte == '\\') {
+            ++i;
+        } else if (byte == '"') {
+            inString = false;
+        } else if (byte < 0x20 && error == simdjson::UNESCAPED_CHARS) {
+            return i;
+        }
+    }
+    return text.size();
+}
+
+// The parser, and the first thing wrong with the document. Its place
+// ("flows[2].items[15].dueDate") is gathered as the readers return from
+// it, each naming its step, so that reading what is right costs nothing.
 class Decoder {
 public:
-    explicit Decoder(QByteArrayView bytes) : json(bytes) {}
+    explicit Decoder(QByteArrayView text) : m_text(text) {}
 
-    JsonReader json;
+    bool read(FenrowBackup &backup);
 
-    // Entering and leaving a member or an element. The reader's own
-    // mistake is placed where it was found: at the first step left after it.
-    void enter(const char *key) { m_path.push_back({key, -1}); }
-    void enter(qsizetype index) { m_path.push_back({nullptr, index}); }
-    void leave()
-    {
-        if (!json.ok() && !m_mistakePlaced) {
-            m_mistakePath = path();
-            m_mistakePlaced = true;
-        }
-        m_path.pop_back();
-    }
+    // A reader returning from a refusal or mistake below it names its step.
+    void unwind(const char *key) { m_path.push_back({key, -1}); }
+    void unwind(qsizetype index) { m_path.push_back({nullptr, index}); }
 
     // Says what is wrong with the value here; false, as every reader
     // returns on a refusal. The first refusal stands.
     bool refuse(const QString &what)
     {
-        if (m_problem.isEmpty())
-            m_problem = m_path.empty() ? what : path() + QStringLiteral(": ") + what;
-        return json.fail();
+        if (!m_what.isEmpty())
+            return false;
+        m_what = what;
+        m_place.clear();
+        return false;
     }
     bool refuse(const char *what) { return refuse(QString::fromLatin1(what)); }
 
-    // The first refusal, or the reader's own mistake with its line and
-    // column and the place it was reading.
+    // A mistake in the JSON itself, placed by line and column, and by the
+    // place it was reading when that is known.
+    bool mistake(const char *reason, qsizetype offset)
+    {
+        if (!m_what.isEmpty())
+            return false;
+        qsizetype line = 1;
+        qsizetype lineStart = 0;
+        for (qsizetype i = 0; i < offset && i < m_text.size(); ++i) {
+            if (m_text[i] == '\n') {
+                ++line;
+                lineStart = i + 1;
+            }
+        }
+        m_place = QStringLiteral("line %1, column %2").arg(line).arg(offset - lineStart + 1);
+        m_what = QString::fromLatin1(reason);
+        return false;
+    }
+    bool mistake(simdjson::error_code error, const char *reason = nullptr)
+    {
+        return mistake(reason ? reason : reasonOf(error), here());
+    }
+    bool mistake(simdjson::error_code error, const char *at, const char *reason)
+    {
+        return mistake(reason ? reason : reasonOf(error), offsetOf(at));
+    }
+
+    // Where the parser stands; the end when it has gone past the last token.
+    qsizetype here()
+    {
+        const char *at = nullptr;
+        return m_document.current_location().get(at) ? m_text.size() : offsetOf(at);
+    }
+    qsizetype offsetOf(const char *at) const { return at ? at - m_padded.data() : m_text.size(); }
+
     QString problem() const
     {
-        if (!m_problem.isEmpty())
-            return m_problem;
-        const JsonReader::Mistake mistake = json.mistake();
-        const QString place = QStringLiteral("line %1, column %2").arg(mistake.line).arg(mistake.column);
-        const QString what = QString::fromLatin1(mistake.reason ? mistake.reason : "not valid JSON");
-        return m_mistakePath.isEmpty() ? place + QStringLiteral(": ") + what
-                                       : m_mistakePath + QStringLiteral(" (") + place + QStringLiteral("): ") + what;
+        const QString path = this->path();
+        if (path.isEmpty())
+            return m_place.isEmpty() ? m_what : m_place + QStringLiteral(": ") + m_what;
+        return m_place.isEmpty() ? path + QStringLiteral(": ") + m_what
+                                 : path + QStringLiteral(" (") + m_place + QStringLiteral("): ") + m_what;
     }
 
 private:
+    // The steps were named from the inside out.
     QString path() const
     {
         QString text;
-        for (const Step &step : m_path) {
-            if (step.key)
-                text += (text.isEmpty() ? QString() : QStringLiteral(".")) + QLatin1StringView(step.key);
+        for (auto step = m_path.rbegin(); step != m_path.rend(); ++step) {
+            if (step->key)
+                text += (text.isEmpty() ? QString() : QStringLiteral(".")) + QLatin1StringView(step->key);
             else
-                text += QStringLiteral("[%1]").arg(step.index);
+                text += QStringLiteral("[%1]").arg(step->index);
         }
         return text;
     }
@@ -368,10 +468,14 @@ private:
         const char *key;
         qsizetype index;
     };
+    QByteArrayView m_text;
+    simdjson::padded_string m_padded;
+    sj::parser m_parser;
+    sj::document m_document;
     std::vector<Step> m_path;
-    QString m_problem;
-    QString m_mistakePath;
-    bool m_mistakePlaced = false;
+    QString m_what;
+    // "line 3, column 12" for a mistake in the JSON itself.
+    QString m_place;
 };
 
 // What a value of each type must look like, for refusals.
@@ -383,13 +487,204 @@ constexpr const char *notDate = "not a date in the form 2026-11-15T19:24:05Z";
 constexpr const char *notID = "not an id in the form 0A1B2C3D-0000-4000-8000-00000000000F";
 constexpr const char *notBase64 = "not base64";
 
+// Where a value begins, for a mistake found while reading it.
+const char *startOf(sj::value &value)
+{
+    const char *at = nullptr;
+    return value.current_location().get(at) ? nullptr : at;
+}
+
+// The kind of a value, or a mistake when it is none.
+std::optional<sj::json_type> kindOf(Decoder &decoder, sj::value &value)
+{
+    sj::json_type kind;
+    if (const simdjson::error_code error = value.type().get(kind)) {
+        decoder.mistake(error);
+        return std::nullopt;
+    }
+    return kind;
+}
+
+// A getter's failure: a value of another kind is refused as not being
+// `what` (the getter reads nothing then), anything else is a mistake in
+// the JSON. Always false.
+bool failed(Decoder &decoder, sj::value &value, simdjson::error_code error, const char *what)
+{
+    if (error == simdjson::INCORRECT_TYPE)
+        return decoder.refuse(what);
+    return decoder.mistake(error, startOf(value), nullptr);
+}
+
+std::optional<std::string_view> stringOf(Decoder &decoder, sj::value &value, const char *what)
+{
+    std::string_view text;
+    if (const simdjson::error_code error = value.get_string().get(text)) {
+        failed(decoder, value, error, what);
+        return std::nullopt;
+    }
+    return text;
+}
+
+std::optional<QString> readText(Decoder &decoder, sj::value &value)
+{
+    const std::optional<std::string_view> text = stringOf(decoder, value, notText);
+    if (!text)
+        return std::nullopt;
+    return QString::fromUtf8(text->data(), qsizetype(text->size()));
+}
+
+std::optional<double> readNumber(Decoder &decoder, sj::value &value)
+{
+    double number = 0;
+    if (const simdjson::error_code error = value.get_double().get(number)) {
+        failed(decoder, value, error, notNumber);
+        return std::nullopt;
+    }
+    return number;
+}
+
+// A number with no fraction that fits in 64 bits ("3", "3.0", "3e0").
+std::optional<qint64> readInteger(Decoder &decoder, sj::value &value)
+{
+    int64_t whole = 0;
+    if (!value.get_int64().get(whole))
+        return whole;
+    // Not a plain integer: a fraction, an exponent, or more than 64 bits.
+    const char *at = startOf(value);
+    double number = 0;
+    if (const simdjson::error_code error = value.get_double().get(number)) {
+        failed(decoder, value, error, notInteger);
+        return std::nullopt;
+    }
+    if (number != std::trunc(number)) {
+        decoder.refuse(notInteger);
+        return std::nullopt;
+    }
+    // 2^63 itself is one past the largest.
+    if (number < -9223372036854775808.0 || number >= 9223372036854775808.0) {
+        decoder.mistake(simdjson::NUMBER_OUT_OF_RANGE, at, "a whole number beyond 64 bits");
+        return std::nullopt;
+    }
+    return qint64(number);
+}
+
+std::optional<bool> readBoolean(Decoder &decoder, sj::value &value)
+{
+    bool truth = false;
+    if (const simdjson::error_code error = value.get_bool().get(truth)) {
+        failed(decoder, value, error, notBoolean);
+        return std::nullopt;
+    }
+    return truth;
+}
+
+// A string, parsed; refused as `what` when it is no string or does not
+// parse.
+template <typename Value, typename Parse>
+std::optional<Value> parsedText(Decoder &decoder, sj::value &value, const char *what, Parse parse)
+{
+    const std::optional<std::string_view> text = stringOf(decoder, value, what);
+    if (!text)
+        return std::nullopt;
+    std::optional<Value> parsed = parse(*text);
+    if (!parsed)
+        decoder.refuse(what);
+    return parsed;
+}
+
+std::optional<QDateTime> readDate(Decoder &decoder, sj::value &value)
+{
+    return parsedText<QDateTime>(decoder, value, notDate, parseDate);
+}
+
+std::optional<QUuid> readID(Decoder &decoder, sj::value &value)
+{
+    return parsedText<QUuid>(decoder, value, notID, parseID);
+}
+
+std::optional<QByteArray> readBytes(Decoder &decoder, sj::value &value)
+{
+    return parsedText<QByteArray>(decoder, value, notBase64, [](std::string_view text) -> std::optional<QByteArray> {
+        QByteArray::FromBase64Result decoded = QByteArray::fromBase64Encoding(
+            QByteArray(text.data(), qsizetype(text.size())), QByteArray::AbortOnBase64DecodingErrors);
+        if (!decoded)
+            return std::nullopt;
+        return std::move(decoded.decoded);
+    });
+}
+
+// A value no field takes, read through all the same: the parser only
+// checks a value it is asked for, and a document with a broken number
+// under a key of a later version is still broken.
+bool readAny(Decoder &decoder, sj::value &value)
+{
+    const std::optional<sj::json_type> kind = kindOf(decoder, value);
+    if (!kind)
+        return false;
+    const char *at = startOf(value);
+    simdjson::error_code error = simdjson::SUCCESS;
+    switch (*kind) {
+    case sj::json_type::object: {
+        sj::object object;
+        if ((error = value.get_object().get(object)))
+            break;
+        for (auto field : object) {
+            sj::value member;
+            std::string_view key;
+            if ((error = field.unescaped_key().get(key)) || (error = field.value().get(member)))
+                return decoder.mistake(error, "expected a key and its value");
+            if (!readAny(decoder, member))
+                return false;
+        }
+        break;
+    }
+    case sj::json_type::array: {
+        sj::array array;
+        if ((error = value.get_array().get(array)))
+            break;
+        for (auto element : array) {
+            sj::value member;
+            if ((error = element.get(member)))
+                return decoder.mistake(error, "expected \",\" or \"]\"");
+            if (!readAny(decoder, member))
+                return false;
+        }
+        break;
+    }
+    case sj::json_type::number: {
+        double number = 0;
+        error = value.get_double().get(number);
+        break;
+    }
+    case sj::json_type::string: {
+        std::string_view text;
+        error = value.get_string().get(text);
+        break;
+    }
+    case sj::json_type::boolean: {
+        bool truth = false;
+        error = value.get_bool().get(truth);
+        break;
+    }
+    case sj::json_type::null: {
+        bool null = false;
+        error = value.is_null().get(null);
+        if (!error && !null)
+            error = simdjson::N_ATOM_ERROR;
+        break;
+    }
+    }
+    return !error || decoder.mistake(error, at, nullptr);
+}
+
 // Reads one value of a field into a record; false when it is not of the
 // field's type. Optional fields take null as absent.
 template <typename Record>
 struct Field {
-    const char *name;
+    // A view of a literal, so also a C string.
+    std::string_view name;
     bool required;
-    bool (*read)(Decoder &decoder, Record &record);
+    bool (*read)(Decoder &decoder, sj::value &value, Record &record);
 };
 
 template <typename Value>
@@ -402,165 +697,106 @@ bool assign(Value &into, std::optional<Value> value)
 }
 
 template <typename Value, typename Read>
-bool assignOptional(Decoder &decoder, std::optional<Value> &into, Read read)
+bool assignOptional(Decoder &decoder, sj::value &value, std::optional<Value> &into, Read read)
 {
-    if (decoder.json.takeNull()) {
+    bool null = false;
+    if (const simdjson::error_code error = value.is_null().get(null))
+        return decoder.mistake(error, startOf(value), nullptr);
+    if (null) {
         into.reset();
         return true;
     }
-    std::optional<Value> value = read(decoder);
-    into = value;
-    return value.has_value();
-}
-
-// The reader's own mistake (a broken string, a number beyond 64 bits)
-// stands; a value of another kind is refused as not being `what`.
-template <typename Value>
-std::optional<Value> valueOf(Decoder &decoder, JsonReader::Kind kind, const char *what,
-                             std::optional<Value> (*read)(JsonReader &))
-{
-    if (decoder.json.peek() != kind) {
-        decoder.refuse(what);
-        return std::nullopt;
-    }
-    return read(decoder.json);
-}
-
-std::optional<QString> readText(Decoder &decoder)
-{
-    return valueOf<QString>(decoder, JsonReader::Kind::string, notText,
-                            [](JsonReader &json) { return json.string(); });
-}
-
-std::optional<double> readNumber(Decoder &decoder)
-{
-    return valueOf<double>(decoder, JsonReader::Kind::number, notNumber,
-                           [](JsonReader &json) { return json.number(); });
-}
-
-std::optional<qint64> readInteger(Decoder &decoder)
-{
-    return valueOf<qint64>(decoder, JsonReader::Kind::number, notInteger,
-                           [](JsonReader &json) { return json.integer(); });
-}
-
-std::optional<bool> readBoolean(Decoder &decoder)
-{
-    return valueOf<bool>(decoder, JsonReader::Kind::boolean, notBoolean,
-                         [](JsonReader &json) { return json.boolean(); });
-}
-
-// A string's bytes, parsed; refused as `what` when it is no string or
-// does not parse.
-template <typename Value, typename Parse>
-std::optional<Value> parsedText(Decoder &decoder, const char *what, Parse parse)
-{
-    if (decoder.json.peek() != JsonReader::Kind::string) {
-        decoder.refuse(what);
-        return std::nullopt;
-    }
-    QByteArray scratch;
-    const std::optional<QByteArrayView> text = decoder.json.utf8(scratch);
-    if (!text)
-        return std::nullopt;
-    std::optional<Value> value = parse(*text);
-    if (!value)
-        decoder.refuse(what);
-    return value;
-}
-
-std::optional<QDateTime> readDate(Decoder &decoder)
-{
-    return parsedText<QDateTime>(decoder, notDate, parseDate);
-}
-
-std::optional<QUuid> readID(Decoder &decoder)
-{
-    return parsedText<QUuid>(decoder, notID, parseID);
-}
-
-std::optional<QByteArray> readBytes(Decoder &decoder)
-{
-    return parsedText<QByteArray>(decoder, notBase64, [](QByteArrayView text) -> std::optional<QByteArray> {
-        QByteArray::FromBase64Result decoded =
-            QByteArray::fromBase64Encoding(text.toByteArray(), QByteArray::AbortOnBase64DecodingErrors);
-        if (!decoded)
-            return std::nullopt;
-        return std::move(decoded.decoded);
-    });
+    std::optional<Value> read_ = read(decoder, value);
+    into = read_;
+    return read_.has_value();
 }
 
 // One object into `record`: every required field present and of its type,
-// unknown keys skipped whatever they hold.
+// unknown keys read and set aside.
 template <typename Record, std::size_t count>
-bool readObject(Decoder &decoder, Record &record, const std::array<Field<Record>, count> &fields)
+bool readObject(Decoder &decoder, sj::value &value, Record &record, const std::array<Field<Record>, count> &fields)
 {
     static_assert(count <= 32);
-    JsonReader &json = decoder.json;
     std::uint32_t seen = 0;
-    if (json.peek() != JsonReader::Kind::object)
-        return decoder.refuse("not a JSON object");
-    if (!json.beginObject())
-        return false;
-    QByteArrayView name;
-    while (json.nextKey(name)) {
+    sj::object object;
+    if (const simdjson::error_code error = value.get_object().get(object))
+        return failed(decoder, value, error, "not a JSON object");
+    for (auto field : object) {
+        std::string_view name;
+        sj::value member;
+        if (simdjson::error_code error = field.unescaped_key().get(name)) {
+            return decoder.mistake(error, error == simdjson::TAPE_ERROR ? "expected \",\" or \"}\"" : nullptr);
+        }
+        if (const simdjson::error_code error = field.value().get(member))
+            return decoder.mistake(error, "expected \":\" and a value");
         std::size_t index = 0;
-        while (index < count && name != QByteArrayView(fields[index].name))
+        while (index < count && name != fields[index].name)
             ++index;
         if (index == count) {
-            json.skipValue();
+            if (!readAny(decoder, member))
+                return false;
             continue;
         }
-        decoder.enter(fields[index].name);
-        const bool read = fields[index].read(decoder, record);
-        decoder.leave();
-        if (!read)
-            return json.fail();
+        if (!fields[index].read(decoder, member, record)) {
+            decoder.unwind(fields[index].name.data());
+            return false;
+        }
         seen |= std::uint32_t(1) << index;
     }
-    if (!json.ok())
-        return false;
     for (std::size_t index = 0; index < count; ++index) {
         if (fields[index].required && !(seen & (std::uint32_t(1) << index)))
-            return decoder.refuse(QStringLiteral("\"%1\" is missing").arg(QLatin1StringView(fields[index].name)));
+            return decoder.refuse(
+                QStringLiteral("\"%1\" is missing").arg(QLatin1StringView(fields[index].name.data())));
     }
     return true;
 }
 
 template <typename Value>
-bool readArray(Decoder &decoder, QList<Value> &values, bool (*read)(Decoder &, Value &))
+bool readArray(Decoder &decoder, sj::value &value, QList<Value> &values, bool (*read)(Decoder &, sj::value &, Value &))
 {
-    JsonReader &json = decoder.json;
-    if (json.peek() != JsonReader::Kind::array)
-        return decoder.refuse("not a list");
-    if (!json.beginArray())
-        return false;
+    sj::array array;
+    if (const simdjson::error_code error = value.get_array().get(array))
+        return failed(decoder, value, error, "not a list");
     values.clear();
-    while (json.nextElement()) {
-        Value value;
-        decoder.enter(values.size());
-        const bool ok = read(decoder, value);
-        decoder.leave();
-        if (!ok)
-            return json.fail();
-        values.append(std::move(value));
+    for (auto element : array) {
+        sj::value member;
+        if (const simdjson::error_code error = element.get(member))
+            return decoder.mistake(error, error == simdjson::TAPE_ERROR ? "expected \",\" or \"]\"" : nullptr);
+        Value read_;
+        if (!read(decoder, member, read_)) {
+            decoder.unwind(values.size());
+            return false;
+        }
+        values.append(std::move(read_));
     }
-    return json.ok();
+    return true;
 }
 
 // The field lists below name each key once, with how to read it; the
 // captureless lambdas become the plain functions the tables hold.
 #define FENROW_REQUIRED(Record, key, member, reader)                                                                   \
-    Field<Record> { #key, true, [](Decoder &decoder, Record &record) { return assign(record.member, reader(decoder)); } }
+    Field<Record>                                                                                                      \
+    {                                                                                                                  \
+        #key, true, [](Decoder &decoder, sj::value &value, Record &record) {                                          \
+            return assign(record.member, reader(decoder, value));                                                      \
+        }                                                                                                              \
+    }
 #define FENROW_OPTIONAL(Record, key, member, reader)                                                                   \
     Field<Record>                                                                                                      \
     {                                                                                                                  \
-        #key, false, [](Decoder &decoder, Record &record) { return assignOptional(decoder, record.member, reader); }  \
+        #key, false, [](Decoder &decoder, sj::value &value, Record &record) {                                         \
+            return assignOptional(decoder, value, record.member, reader);                                              \
+        }                                                                                                              \
     }
 #define FENROW_LIST(Record, key, member, reader)                                                                       \
-    Field<Record> { #key, true, [](Decoder &decoder, Record &record) { return readArray(decoder, record.member, reader); } }
+    Field<Record>                                                                                                      \
+    {                                                                                                                  \
+        #key, true, [](Decoder &decoder, sj::value &value, Record &record) {                                          \
+            return readArray(decoder, value, record.member, reader);                                                   \
+        }                                                                                                              \
+    }
 
-bool readItem(Decoder &decoder, FenrowBackup::Item &item)
+bool readItem(Decoder &decoder, sj::value &value, FenrowBackup::Item &item)
 {
     using Item = FenrowBackup::Item;
     static const std::array fields{
@@ -587,10 +823,10 @@ bool readItem(Decoder &decoder, FenrowBackup::Item &item)
         FENROW_REQUIRED(Item, order, order, readInteger),
         FENROW_REQUIRED(Item, createdAt, createdAt, readDate),
     };
-    return readObject(decoder, item, fields);
+    return readObject(decoder, value, item, fields);
 }
 
-bool readEdge(Decoder &decoder, FenrowBackup::Edge &edge)
+bool readEdge(Decoder &decoder, sj::value &value, FenrowBackup::Edge &edge)
 {
     using Edge = FenrowBackup::Edge;
     static const std::array fields{
@@ -601,10 +837,10 @@ bool readEdge(Decoder &decoder, FenrowBackup::Edge &edge)
         FENROW_OPTIONAL(Edge, kindRaw, kindRaw, readText),
         FENROW_REQUIRED(Edge, createdAt, createdAt, readDate),
     };
-    return readObject(decoder, edge, fields);
+    return readObject(decoder, value, edge, fields);
 }
 
-bool readFile(Decoder &decoder, FenrowBackup::File &file)
+bool readFile(Decoder &decoder, sj::value &value, FenrowBackup::File &file)
 {
     using File = FenrowBackup::File;
     static const std::array fields{
@@ -621,10 +857,10 @@ bool readFile(Decoder &decoder, FenrowBackup::File &file)
         FENROW_REQUIRED(File, order, order, readInteger),
         FENROW_REQUIRED(File, createdAt, createdAt, readDate),
     };
-    return readObject(decoder, file, fields);
+    return readObject(decoder, value, file, fields);
 }
 
-bool readLink(Decoder &decoder, FenrowBackup::Link &link)
+bool readLink(Decoder &decoder, sj::value &value, FenrowBackup::Link &link)
 {
     using Link = FenrowBackup::Link;
     static const std::array fields{
@@ -633,10 +869,10 @@ bool readLink(Decoder &decoder, FenrowBackup::Link &link)
         FENROW_REQUIRED(Link, nodeID, nodeID, readID),
         FENROW_REQUIRED(Link, createdAt, createdAt, readDate),
     };
-    return readObject(decoder, link, fields);
+    return readObject(decoder, value, link, fields);
 }
 
-bool readFlow(Decoder &decoder, FenrowBackup::Flow &flow)
+bool readFlow(Decoder &decoder, sj::value &value, FenrowBackup::Flow &flow)
 {
     using Flow = FenrowBackup::Flow;
     static const std::array fields{
@@ -653,10 +889,10 @@ bool readFlow(Decoder &decoder, FenrowBackup::Flow &flow)
         FENROW_LIST(Flow, files, files, readFile),
         FENROW_LIST(Flow, links, links, readLink),
     };
-    return readObject(decoder, flow, fields);
+    return readObject(decoder, value, flow, fields);
 }
 
-bool readTemplate(Decoder &decoder, FenrowBackup::Template &flowTemplate)
+bool readTemplate(Decoder &decoder, sj::value &value, FenrowBackup::Template &flowTemplate)
 {
     using Template = FenrowBackup::Template;
     static const std::array fields{
@@ -665,10 +901,10 @@ bool readTemplate(Decoder &decoder, FenrowBackup::Template &flowTemplate)
         FENROW_REQUIRED(Template, createdAt, createdAt, readDate),
         FENROW_OPTIONAL(Template, payload, payload, readBytes),
     };
-    return readObject(decoder, flowTemplate, fields);
+    return readObject(decoder, value, flowTemplate, fields);
 }
 
-bool readRecord(Decoder &decoder, FenrowBackup::Record &record)
+bool readRecord(Decoder &decoder, sj::value &value, FenrowBackup::Record &record)
 {
     using Record = FenrowBackup::Record;
     static const std::array fields{
@@ -682,10 +918,10 @@ bool readRecord(Decoder &decoder, FenrowBackup::Record &record)
         FENROW_REQUIRED(Record, cycle, cycle, readInteger),
         FENROW_OPTIONAL(Record, payload, payload, readBytes),
     };
-    return readObject(decoder, record, fields);
+    return readObject(decoder, value, record, fields);
 }
 
-bool readDocument(Decoder &decoder, FenrowBackup &backup)
+bool Decoder::read(FenrowBackup &backup)
 {
     static const std::array fields{
         FENROW_REQUIRED(FenrowBackup, format, format, readText),
@@ -695,9 +931,22 @@ bool readDocument(Decoder &decoder, FenrowBackup &backup)
         FENROW_LIST(FenrowBackup, templates, templates, readTemplate),
         FENROW_LIST(FenrowBackup, records, records, readRecord),
     };
-    if (!readObject(decoder, backup, fields))
+    m_padded = simdjson::padded_string(m_text.data(), std::size_t(m_text.size()));
+    if (const simdjson::error_code error = m_parser.iterate(m_padded).get(m_document))
+        return mistake(reasonOf(error), placeOf(m_text, error));
+    sj::json_type kind;
+    if (m_document.type().get(kind) || kind != sj::json_type::object)
+        return refuse("not a JSON object");
+    sj::value root;
+    if (const simdjson::error_code error = m_document.get_value().get(root))
+        return mistake(error);
+    if (!readObject(*this, root, backup, fields))
         return false;
-    return decoder.json.atEnd() || decoder.json.fail("something follows the document");
+    // Past the last token the parser has nowhere left to stand.
+    const char *after = nullptr;
+    if (!m_document.current_location().get(after))
+        return mistake("something follows the document", offsetOf(after));
+    return true;
 }
 
 #undef FENROW_REQUIRED
@@ -737,7 +986,7 @@ std::variant<FenrowBackup, BackupProblem> FenrowBackup::decoded(const QByteArray
         return BackupProblem{BackupError::unreadable, QStringLiteral("the file is empty")};
     Decoder decoder(text);
     FenrowBackup backup;
-    if (!readDocument(decoder, backup))
+    if (!decoder.read(backup))
         return BackupProblem{BackupError::unreadable, decoder.problem()};
     if (backup.format != formatName) {
         return BackupProblem{BackupError::unreadable,
