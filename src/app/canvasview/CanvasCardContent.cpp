@@ -172,165 +172,264 @@ bool CardContent::sameAs(const CardContent &other) const
 
 const CardContent &CanvasCardContents::of(const TaskFlow &flow, const FlowNode &node)
 {
+    ensure(flow);
+    const auto found = m_contents.find(node.id);
+    if (found == m_contents.end())
+        return m_empty;
+    if (found->generation != m_generation) {
+        CardContent content = make(node);
+        // A picture of the card drawn earlier stays good while it shows the same.
+        content.serial =
+            found->content.serial != 0 && found->content.sameAs(content) ? found->content.serial : ++m_lastSerial;
+        found->content = std::move(content);
+        found->generation = m_generation;
+    }
+    return found->content;
+}
+
+void CanvasCardContents::ensure(const TaskFlow &flow)
+{
     if (!m_valid || m_flowID != flow.id)
-        rebuild(flow);
-    const auto found = m_contents.constFind(node.id);
-    return found == m_contents.cend() ? m_empty : *found;
+        prepare(flow);
 }
 
 int CanvasCardContents::readyCount(const TaskFlow &flow)
 {
-    if (!m_valid || m_flowID != flow.id)
-        rebuild(flow);
+    ensure(flow);
     return m_readyCount;
 }
 
 quint64 CanvasCardContents::geometrySerial(const TaskFlow &flow)
 {
-    if (!m_valid || m_flowID != flow.id)
-        rebuild(flow);
+    ensure(flow);
     return m_geometrySerial;
 }
 
-void CanvasCardContents::rebuild(const TaskFlow &flow)
+bool CanvasCardContents::isActionable(const FlowNode &node) const
 {
-    const QHash<QUuid, CardContent> before = m_flowID == flow.id ? std::move(m_contents) : QHash<QUuid, CardContent>();
-    m_contents.clear();
-    m_readyCount = 0;
-    m_flowID = flow.id;
-    m_valid = true;
-    const QDateTime now = m_store.clock().now();
-    const LocalCalendar &calendar = m_store.calendar();
-    const BlockerMaps maps = FlowGraph::blockerMaps(flow);
-    QSet<QUuid> hidden;
-    bool anyFolded = false;
-    for (const FlowNode *node : flow.items())
-        anyFolded = anyFolded || node->isCollapsed;
-    // What each fold hides: walked through hidden tasks only, which are few.
-    QHash<const FlowNode *, QList<const FlowNode *>> below;
-    if (anyFolded) {
-        hidden = FlowGraph::hiddenNodeIDs(flow);
-        for (const DependencyEdge *edge : flow.edges())
-            if (edge->fromItem() && edge->toItem())
-                below[edge->fromItem()].append(edge->toItem());
-    }
-    const auto hiddenBelow = [&](const FlowNode *fold) {
-        QSet<const FlowNode *> seen;
-        QList<const FlowNode *> next = below.value(fold);
-        while (!next.isEmpty()) {
-            const FlowNode *node = next.takeLast();
-            if (!hidden.contains(node->id) || seen.contains(node))
-                continue;
-            seen.insert(node);
-            next.append(below.value(node));
-        }
-        return int(seen.size());
-    };
-    m_contents.reserve(flow.items().size());
-    // Places, sizes, folds and lines: what the drawing of lines depends on.
-    size_t geometry = qHash(flow.edges().size()) ^ qHash(flow.fileLinks().size());
+    return !node.isDone && Readiness::openBlockers(node, m_maps).isEmpty() &&
+           !node.isDeferred(m_now, m_store.calendar());
+}
 
-    for (const FlowNode *node : flow.items()) {
-        CardContent content;
-        const qsizetype blockers = Readiness::openBlockers(*node, maps).size();
-        const bool deferred = node->isDeferred(now, calendar);
-        content.state = Readiness::cardState(*node, blockers, now, calendar);
-        content.actionable = !node->isDone && blockers == 0 && !deferred;
-        m_readyCount += content.actionable ? 1 : 0;
-        content.dashed = deferred && !node->isDone;
-        content.hasNotes = node->hasNotes();
-        const auto subtasks = maps.subtasks.constFind(node->id);
-        content.canCollapse = subtasks != maps.subtasks.cend() && !subtasks->isEmpty();
-        content.folded = content.canCollapse && node->isCollapsed;
-        if (content.folded)
-            content.foldedCount = hiddenBelow(node);
-        content.title = node->title;
-        content.color = node->color();
-        content.done = node->isDone;
-        geometry = qHashMulti(geometry, node->id, node->posX, node->posY, node->manualWidth.value_or(-1),
-                              node->manualHeight.value_or(-1), node->estimateMinutes.value_or(-1), node->isCollapsed,
-                              node->colorRaw);
+size_t CanvasCardContents::geometryOf(const FlowNode &node)
+{
+    return qHashMulti(0, node.id, node.posX, node.posY, node.manualWidth.value_or(-1), node.manualHeight.value_or(-1),
+                      node.estimateMinutes.value_or(-1), node.isCollapsed, node.colorRaw);
+}
 
-        content.pills.append(statusPill(content.state, statusText(content.state, now, m_store)));
-        if (node->dueDate) {
-            MetaPill due;
-            due.glyph = Glyph::due;
-            due.text = shortDate(*node->dueDate, now, m_store);
-            due.help = translated(QT_TRID_NOOP("canvas.node.due.label"));
-            due.part = QStringLiteral("due");
-            due.tint = node->isOverdue(now, calendar) && !node->isDone ? MetaPill::Tint::warning
-                                                                       : MetaPill::Tint::neutral;
-            content.pills.append(due);
-        }
-        // A deferred card says its start in the status chip already.
-        if (deferred && content.state.kind != NodeCardState::Kind::deferred) {
-            MetaPill start;
-            start.glyph = Glyph::deferred;
-            start.text = translated(QT_TRID_NOOP("canvas.node.starts ")).arg(shortDate(*node->startDate, now, m_store));
-            start.help = translated(QT_TRID_NOOP("canvas.node.deferred.help"));
-            start.part = QStringLiteral("deferred");
-            content.pills.append(start);
-        }
-        if (const auto recurrence = NodeRecurrence::decode(node->recurrenceRaw)) {
-            MetaPill repeat;
-            repeat.glyph = Glyph::repeat;
-            repeat.text = repeatText(*recurrence);
-            repeat.help = translated(QT_TRID_NOOP("canvas.node.repeat.label"));
-            repeat.part = QStringLiteral("repeat");
-            content.pills.append(repeat);
-        }
-        if (!node->checklistData.isEmpty()) {
-            // The steps are kept as JSON; they are read again only when changed.
-            auto counted = m_checklists.find(node->id);
-            if (counted == m_checklists.end() || counted->data != node->checklistData) {
-                const Checklist steps = node->checklist();
-                qsizetype done = 0;
-                for (const ChecklistEntry &step : steps)
-                    done += step.isDone ? 1 : 0;
-                counted = m_checklists.insert(node->id, {node->checklistData, done, steps.size()});
-            }
-            if (counted->total > 0) {
-                MetaPill checklist;
-                checklist.glyph = Glyph::checklist;
-                checklist.text = QStringLiteral("%1/%2").arg(counted->done).arg(counted->total);
-                checklist.help = translated(QT_TRID_NOOP("canvas.node.checklist.help"));
-                checklist.part = QStringLiteral("checklist");
-                checklist.tint = counted->done == counted->total ? MetaPill::Tint::done : MetaPill::Tint::neutral;
-                content.pills.append(checklist);
-            }
-        }
-        if (node->priority() != NodePriority::none) {
-            MetaPill priority;
-            priority.glyph = Glyph::priority;
-            priority.text = priorityText(node->priority());
-            priority.help = translated(QT_TRID_NOOP("canvas.node.priority.label"));
-            priority.part = QStringLiteral("priority");
-            priority.tint = node->priority() == NodePriority::high ? MetaPill::Tint::warning : MetaPill::Tint::neutral;
-            content.pills.append(priority);
-        }
-        if (node->estimateMinutes && *node->estimateMinutes > 0) {
-            MetaPill estimate;
-            estimate.glyph = Glyph::estimate;
-            estimate.text = DurationText::compact(*node->estimateMinutes);
-            estimate.help = translated(QT_TRID_NOOP("inspector.estimate.label"));
-            estimate.part = QStringLiteral("estimate");
-            content.pills.append(estimate);
-        }
-        const auto earlier = before.constFind(node->id);
-        content.serial = earlier != before.cend() && earlier->sameAs(content) ? earlier->serial : ++m_lastSerial;
-        m_contents.insert(node->id, std::move(content));
-    }
-    for (const DependencyEdge *edge : flow.edges())
-        geometry = qHashMulti(geometry, edge->id, edge->fromItem(), edge->toItem(), edge->isSubtask());
-    for (const FileLink *link : flow.fileLinks())
-        geometry = qHashMulti(geometry, link->id, link->file(), link->node());
-    for (const FlowFile *file : flow.files())
-        geometry = qHashMulti(geometry, file->id, file->posX, file->posY, file->manualWidth.value_or(-1),
-                              file->manualHeight.value_or(-1), file->isTrashed);
-    if (geometry != m_geometryHash || m_geometrySerial == 0) {
-        m_geometryHash = geometry;
+void CanvasCardContents::setGeometry(size_t hash)
+{
+    if (hash != m_geometryHash || m_geometrySerial == 0) {
+        m_geometryHash = hash;
         ++m_geometrySerial;
     }
+}
+
+void CanvasCardContents::prepare(const TaskFlow &flow)
+{
+    if (m_flowID != flow.id) {
+        m_contents.clear();
+        m_checklists.clear();
+    }
+    m_flowID = flow.id;
+    m_valid = true;
+    // Every card is worked out again when next asked for; those that show
+    // the same keep their serials.
+    ++m_generation;
+    m_now = m_store.clock().now();
+    m_maps = FlowGraph::blockerMaps(flow);
+    m_hidden.clear();
+    m_collapsed.clear();
+    m_below.clear();
+    for (const FlowNode *node : flow.items())
+        if (node->isCollapsed)
+            m_collapsed.insert(node->id);
+    if (!m_collapsed.isEmpty()) {
+        m_hidden = FlowGraph::hiddenNodeIDs(flow);
+        for (const DependencyEdge *edge : flow.edges())
+            if (edge->fromItem() && edge->toItem())
+                m_below[edge->fromItem()].append(edge->toItem());
+    }
+
+    // Entries are made for every task now, so that later answers never
+    // move them and a reference handed out stays good until the next change.
+    QHash<QUuid, Entry> earlier = std::move(m_contents);
+    m_contents.clear();
+    m_contents.reserve(flow.items().size());
+    m_actionable.clear();
+    m_actionable.reserve(flow.items().size());
+    m_nodeGeometry.clear();
+    m_nodeGeometry.reserve(flow.items().size());
+    m_readyCount = 0;
+    size_t geometry = 0;
+    for (const FlowNode *node : flow.items()) {
+        const bool actionable = isActionable(*node);
+        m_actionable.insert(node->id, actionable);
+        m_readyCount += actionable ? 1 : 0;
+        const size_t own = geometryOf(*node);
+        m_nodeGeometry.insert(node->id, own);
+        geometry ^= own;
+        const auto found = earlier.find(node->id);
+        m_contents.insert(node->id, found != earlier.end() ? std::move(*found) : Entry());
+    }
+    // Places, sizes, folds and lines: what the drawing of lines depends on.
+    size_t lines = qHashMulti(0, flow.edges().size(), flow.fileLinks().size());
+    for (const DependencyEdge *edge : flow.edges())
+        lines = qHashMulti(lines, edge->id, edge->fromItem(), edge->toItem(), edge->isSubtask());
+    for (const FileLink *link : flow.fileLinks())
+        lines = qHashMulti(lines, link->id, link->file(), link->node());
+    for (const FlowFile *file : flow.files())
+        lines = qHashMulti(lines, file->id, file->posX, file->posY, file->manualWidth.value_or(-1),
+                           file->manualHeight.value_or(-1), file->isTrashed);
+    m_linesGeometry = lines;
+    setGeometry(lines ^ geometry);
+}
+
+void CanvasCardContents::invalidate(const StoreChange &change)
+{
+    if (!m_valid || change.everything) {
+        m_valid = false;
+        return;
+    }
+    if (change.nodes.isEmpty())
+        return;
+    const FlowNode *changedNodes[64];
+    int count = 0;
+    for (const QUuid &id : change.nodes) {
+        const FlowNode *node = m_store.node(id);
+        const bool here = node && node->flow() && node->flow()->id == m_flowID;
+        const bool known = m_contents.contains(id);
+        if (!here && !known)
+            continue;
+        // A task new here or gone elsewhere, a fold opened or closed, or
+        // many tasks at once: the flow is read again as a whole.
+        if (!here || !known || count == 64 || node->isCollapsed != m_collapsed.contains(id)) {
+            m_valid = false;
+            return;
+        }
+        changedNodes[count++] = node;
+    }
+    m_now = m_store.clock().now();
+    size_t geometry = m_geometryHash;
+    const auto redo = [&](const FlowNode &node) {
+        const auto entry = m_contents.find(node.id);
+        if (entry == m_contents.end())
+            return;
+        entry->generation = 0;
+        bool &actionable = m_actionable[node.id];
+        m_readyCount -= actionable ? 1 : 0;
+        actionable = isActionable(node);
+        m_readyCount += actionable ? 1 : 0;
+    };
+    for (int i = 0; i < count; ++i) {
+        const FlowNode &node = *changedNodes[i];
+        redo(node);
+        // A task done or open again changes what it holds up.
+        for (const FlowNode *dependent : FlowGraph::dependentsOf(node))
+            redo(*dependent);
+        size_t &own = m_nodeGeometry[node.id];
+        geometry ^= own;
+        own = geometryOf(node);
+        geometry ^= own;
+    }
+    setGeometry(geometry);
+}
+
+CardContent CanvasCardContents::make(const FlowNode &node) const
+{
+    CardContent content;
+    const LocalCalendar &calendar = m_store.calendar();
+    const qsizetype blockers = Readiness::openBlockers(node, m_maps).size();
+    const bool deferred = node.isDeferred(m_now, calendar);
+    content.state = Readiness::cardState(node, blockers, m_now, calendar);
+    content.actionable = !node.isDone && blockers == 0 && !deferred;
+    content.dashed = deferred && !node.isDone;
+    content.hasNotes = node.hasNotes();
+    const auto subtasks = m_maps.subtasks.constFind(node.id);
+    content.canCollapse = subtasks != m_maps.subtasks.cend() && !subtasks->isEmpty();
+    content.folded = content.canCollapse && node.isCollapsed;
+    if (content.folded) {
+        // What the fold hides: walked through hidden tasks only, which are few.
+        QSet<const FlowNode *> seen;
+        QList<const FlowNode *> next = m_below.value(&node);
+        while (!next.isEmpty()) {
+            const FlowNode *below = next.takeLast();
+            if (!m_hidden.contains(below->id) || seen.contains(below))
+                continue;
+            seen.insert(below);
+            next.append(m_below.value(below));
+        }
+        content.foldedCount = int(seen.size());
+    }
+    content.title = node.title;
+    content.color = node.color();
+    content.done = node.isDone;
+
+    content.pills.append(statusPill(content.state, statusText(content.state, m_now, m_store)));
+    if (node.dueDate) {
+        MetaPill due;
+        due.glyph = Glyph::due;
+        due.text = shortDate(*node.dueDate, m_now, m_store);
+        due.help = translated(QT_TRID_NOOP("canvas.node.due.label"));
+        due.part = QStringLiteral("due");
+        due.tint = node.isOverdue(m_now, calendar) && !node.isDone ? MetaPill::Tint::warning : MetaPill::Tint::neutral;
+        content.pills.append(due);
+    }
+    // A deferred card says its start in the status chip already.
+    if (deferred && content.state.kind != NodeCardState::Kind::deferred) {
+        MetaPill start;
+        start.glyph = Glyph::deferred;
+        start.text = translated(QT_TRID_NOOP("canvas.node.starts ")).arg(shortDate(*node.startDate, m_now, m_store));
+        start.help = translated(QT_TRID_NOOP("canvas.node.deferred.help"));
+        start.part = QStringLiteral("deferred");
+        content.pills.append(start);
+    }
+    if (const auto recurrence = NodeRecurrence::decode(node.recurrenceRaw)) {
+        MetaPill repeat;
+        repeat.glyph = Glyph::repeat;
+        repeat.text = repeatText(*recurrence);
+        repeat.help = translated(QT_TRID_NOOP("canvas.node.repeat.label"));
+        repeat.part = QStringLiteral("repeat");
+        content.pills.append(repeat);
+    }
+    if (!node.checklistData.isEmpty()) {
+        // The steps are kept as JSON; they are read again only when changed.
+        auto counted = m_checklists.find(node.id);
+        if (counted == m_checklists.end() || counted->data != node.checklistData) {
+            const Checklist steps = node.checklist();
+            qsizetype done = 0;
+            for (const ChecklistEntry &step : steps)
+                done += step.isDone ? 1 : 0;
+            counted = m_checklists.insert(node.id, {node.checklistData, done, steps.size()});
+        }
+        if (counted->total > 0) {
+            MetaPill checklist;
+            checklist.glyph = Glyph::checklist;
+            checklist.text = QStringLiteral("%1/%2").arg(counted->done).arg(counted->total);
+            checklist.help = translated(QT_TRID_NOOP("canvas.node.checklist.help"));
+            checklist.part = QStringLiteral("checklist");
+            checklist.tint = counted->done == counted->total ? MetaPill::Tint::done : MetaPill::Tint::neutral;
+            content.pills.append(checklist);
+        }
+    }
+    if (node.priority() != NodePriority::none) {
+        MetaPill priority;
+        priority.glyph = Glyph::priority;
+        priority.text = priorityText(node.priority());
+        priority.help = translated(QT_TRID_NOOP("canvas.node.priority.label"));
+        priority.part = QStringLiteral("priority");
+        priority.tint = node.priority() == NodePriority::high ? MetaPill::Tint::warning : MetaPill::Tint::neutral;
+        content.pills.append(priority);
+    }
+    if (node.estimateMinutes && *node.estimateMinutes > 0) {
+        MetaPill estimate;
+        estimate.glyph = Glyph::estimate;
+        estimate.text = DurationText::compact(*node.estimateMinutes);
+        estimate.help = translated(QT_TRID_NOOP("inspector.estimate.label"));
+        estimate.part = QStringLiteral("estimate");
+        content.pills.append(estimate);
+    }
+    return content;
 }
 
 } // namespace fenrow

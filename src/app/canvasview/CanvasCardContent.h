@@ -1,11 +1,15 @@
 #pragma once
 
 #include "CanvasGlyphs.h"
+#include "domain/FlowGraph.h"
 #include "domain/NodeColor.h"
+#include "domain/PendingWrites.h"
 #include "domain/Readiness.h"
 
+#include <QDateTime>
 #include <QHash>
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QUuid>
 
@@ -57,14 +61,18 @@ struct CardContent {
     bool sameAs(const CardContent &other) const;
 };
 
-// The contents of all cards of one flow as of the last change, for the
-// day the store's clock says.
+// The contents of the cards of one flow as of the last change, for the
+// day the store's clock says. A card's contents are worked out when first
+// asked for, so a frame costs the cards in view; a change of a few tasks
+// redoes those tasks and the ones they hold up, not the whole flow.
 class CanvasCardContents {
 public:
     explicit CanvasCardContents(const FenrowStore &store) : m_store(store) {}
 
     // Forgets everything; the next question reads the flow again.
     void invalidate() { m_valid = false; }
+    // Forgets what the store's last change may have touched.
+    void invalidate(const StoreChange &change);
     const CardContent &of(const TaskFlow &flow, const FlowNode &node);
     // The flow's progress readout needs the same count of ready tasks.
     int readyCount(const TaskFlow &flow);
@@ -75,12 +83,33 @@ public:
     static QString shortDate(const QDateTime &day, const QDateTime &now, const FenrowStore &store);
 
 private:
-    void rebuild(const TaskFlow &flow);
+    struct Entry {
+        CardContent content;
+        // Current while it equals m_generation.
+        quint64 generation = 0;
+    };
+
+    // Reads what the flow as a whole decides: blockers, folds, the count
+    // of ready tasks and the lines' hash.
+    void prepare(const TaskFlow &flow);
+    void ensure(const TaskFlow &flow);
+    CardContent make(const FlowNode &node) const;
+    bool isActionable(const FlowNode &node) const;
+    static size_t geometryOf(const FlowNode &node);
+    void setGeometry(size_t hash);
 
     const FenrowStore &m_store;
     bool m_valid = false;
     QUuid m_flowID;
-    QHash<QUuid, CardContent> m_contents;
+    QDateTime m_now;
+    BlockerMaps m_maps;
+    QSet<QUuid> m_hidden;
+    QSet<QUuid> m_collapsed;
+    // What each fold hides is walked through these edges.
+    QHash<const FlowNode *, QList<const FlowNode *>> m_below;
+    quint64 m_generation = 1;
+    QHash<QUuid, Entry> m_contents;
+    QHash<QUuid, bool> m_actionable;
     int m_readyCount = 0;
     quint64 m_lastSerial = 0;
     struct StepCount {
@@ -88,9 +117,13 @@ private:
         qsizetype done = 0;
         qsizetype total = 0;
     };
-    QHash<QUuid, StepCount> m_checklists;
-    quint64 m_geometrySerial = 0;
+    mutable QHash<QUuid, StepCount> m_checklists;
+    // The lines' hash is the lines' own part and each card's, combined so
+    // that one card's share can be taken out and put back.
+    QHash<QUuid, size_t> m_nodeGeometry;
+    size_t m_linesGeometry = 0;
     size_t m_geometryHash = 0;
+    quint64 m_geometrySerial = 0;
     CardContent m_empty;
 };
 

@@ -47,6 +47,11 @@ void CanvasScenePainter::invalidate()
     m_contents.invalidate();
 }
 
+void CanvasScenePainter::invalidate(const StoreChange &change)
+{
+    m_contents.invalidate(change);
+}
+
 void CanvasScenePainter::invalidateAll()
 {
     ++m_version;

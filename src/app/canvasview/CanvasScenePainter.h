@@ -66,6 +66,11 @@ public:
                const QRectF &exposed);
     // The store changed: cards and lines are checked against it again.
     void invalidate();
+    // Only what the store's last change touched is checked again.
+    void invalidate(const StoreChange &change);
+    // The filter changed what is dimmed or hidden: the lines are drawn
+    // again, the cards' pictures stay.
+    void filterChanged() { ++m_linesVersion; }
     // Everything is drawn anew: the filter, the sizes or the language changed.
     void invalidateAll();
 
@@ -119,6 +124,7 @@ private:
     struct LineLayer {
         struct Key {
             quint64 version = 0;
+            quint64 linesVersion = 0;
             quint64 geometry = 0;
             std::optional<QUuid> selectedEdge;
             std::optional<QUuid> selectedLink;
@@ -165,6 +171,7 @@ private:
 
     CanvasCardContents &m_contents;
     quint64 m_version = 1;
+    quint64 m_linesVersion = 1;
     QHash<QUuid, CardLayout> m_layouts;
     QHash<QUuid, QImage> m_thumbnails;
     QCache<QUuid, CardImage> m_cardImages{cardImageBudget};

@@ -55,6 +55,13 @@ std::optional<std::pair<double, double>> clipSegment(QPointF a, QPointF b, const
     return std::pair(t0, t1);
 }
 
+QColor dimmed(QColor color, double opacity)
+{
+    if (opacity < 1)
+        color.setAlphaF(float(color.alphaF() * opacity));
+    return color;
+}
+
 } // namespace
 
 namespace ScenePainting {
@@ -130,9 +137,9 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-1, -1, 1, 1)))
             continue;
         const bool selected = interaction.selectedFileLinkID() == link->id;
-        painter.setOpacity(editor.isDimmed(node) ? 0.25 : 1);
-        painter.setPen(QPen(selected ? colors.ramp.brand : withAlpha(colors.secondaryText, 0.6), fileLinkStroke,
-                            Qt::SolidLine, Qt::FlatCap));
+        const QColor color = selected ? colors.ramp.brand : withAlpha(colors.secondaryText, 0.6);
+        painter.setPen(
+            QPen(dimmed(color, editor.isDimmed(node) ? 0.25 : 1), fileLinkStroke, Qt::SolidLine, Qt::FlatCap));
         drawClippedLine(painter, line.start, line.end, visible, linkDashes);
     }
 
@@ -147,11 +154,12 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-10, -10, 10, 10)))
             continue;
         const bool selected = interaction.selectedEdgeID() == edge->id;
-        const QColor color = selected ? colors.ramp.brand : colors.edge;
         double opacity = editor.isDimmed(from) || editor.isDimmed(to) ? 0.25 : 1;
         if (reconnect && reconnect->edgeID == edge->id)
             opacity = 0.3;
-        painter.setOpacity(opacity);
+        // Faded through the colour: a painter's opacity takes every line
+        // off the raster engine's fast path.
+        const QColor color = dimmed(selected ? colors.ramp.brand : colors.edge, opacity);
         // Flat caps keep plain lines on the raster engine's fast path.
         painter.setPen(QPen(color, selected ? selectedEdgeStroke : edgeStroke, Qt::SolidLine, Qt::FlatCap));
         // The line stops at the arrowhead's base, so it does not poke out.
@@ -174,6 +182,7 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
     const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
     LineLayer::Key key;
     key.version = m_version;
+    key.linesVersion = m_linesVersion;
     key.geometry = m_contents.geometrySerial(*editor.flow());
     key.selectedEdge = interaction.selectedEdgeID();
     key.selectedLink = interaction.selectedFileLinkID();

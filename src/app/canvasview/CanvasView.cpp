@@ -114,7 +114,7 @@ CanvasView::CanvasView(FenrowStore &store, FenrowHistory &history, AppPreference
     });
     connect(&m_preferences, &AppPreferences::changed, this, [this](const QString &key) {
         if (key == QLatin1StringView(PreferenceKey::filterMode))
-            m_scene.invalidateAll();
+            m_scene.filterChanged();
         if (key == QLatin1StringView(PreferenceKey::gridEnabled) || key == QLatin1StringView(PreferenceKey::filterMode))
             update();
     });
@@ -272,6 +272,10 @@ void CanvasView::interactionChanged(CanvasInteraction::Field field)
         placeTitleEditor();
         break;
     case Field::colorFilter:
+        // Cards look the same whether dimmed or hidden; only lines follow.
+        m_scene.filterChanged();
+        emit contentChanged();
+        break;
     case Field::sizeResolver:
         m_scene.invalidateAll();
         emit contentChanged();
@@ -368,7 +372,7 @@ QRect CanvasView::gestureRect() const
 
 void CanvasView::storeChanged()
 {
-    m_scene.invalidate();
+    m_scene.invalidate(m_store.lastChange());
     placeTitleEditor();
     update();
     emit contentChanged();

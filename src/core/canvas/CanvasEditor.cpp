@@ -171,7 +171,11 @@ const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
         return m_visible;
     m_visible.clear();
     m_visibleIDs.clear();
+    m_shapes.clear();
     if (const TaskFlow *current = flow()) {
+        m_shapes.reserve(current->items().size());
+        for (const FlowNode *candidate : current->items())
+            m_shapes.insert(candidate->id, shapeOf(*candidate));
         const CanvasColorFilter filter = m_interaction.colorFilter();
         const bool hides = !filter.isEmpty() && m_services.preferences.filterMode() == FilterMode::hide;
         for (const FlowNode *candidate : FlowGraph::visibleItems(*current)) {
@@ -318,9 +322,38 @@ void CanvasEditor::invalidateVisible()
     m_sceneValid = false;
 }
 
+CanvasEditor::NodeShape CanvasEditor::shapeOf(const FlowNode &node)
+{
+    return {node.order, node.isCollapsed, node.colorRaw,     node.posX,
+            node.posY,  node.manualWidth, node.manualHeight, node.estimateMinutes};
+}
+
 void CanvasEditor::storeChanged()
 {
-    invalidateVisible();
+    // Flow rows alone (the viewport saved at a scroll's end, a name), or
+    // tasks whose place, size, order, fold and colour stayed (a title, a
+    // status), leave the visible list and the scene as they are.
+    const StoreChange &change = m_services.store.lastChange();
+    if (change.everything || !m_visibleValid) {
+        invalidateVisible();
+    } else {
+        for (const QUuid &id : change.nodes) {
+            const FlowNode *changed = m_services.store.node(id);
+            const bool here = changed && changed->flow() && changed->flow()->id == m_flowID;
+            const auto known = m_shapes.constFind(id);
+            if (!here && known == m_shapes.cend())
+                continue;
+            if (!here || known == m_shapes.cend() || known->order != changed->order ||
+                known->isCollapsed != changed->isCollapsed || known->colorRaw != changed->colorRaw) {
+                invalidateVisible();
+                break;
+            }
+            if (const NodeShape now = shapeOf(*changed); !(*known == now)) {
+                m_shapes[id] = now;
+                m_sceneValid = false;
+            }
+        }
+    }
     pruneSelection();
 }
 

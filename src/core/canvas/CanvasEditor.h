@@ -5,6 +5,7 @@
 #include "CanvasScene.h"
 #include "domain/Scheduler.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QPointF>
@@ -221,6 +222,22 @@ private:
     mutable QSet<QUuid> m_visibleIDs;
     mutable bool m_sceneValid = false;
     mutable CanvasScene m_scene;
+    // What the visible list and the scene read of each task of the flow,
+    // as of their last reading: a change that leaves it alone (a title, a
+    // status) leaves them as they are.
+    struct NodeShape {
+        qint64 order = 0;
+        bool isCollapsed = false;
+        QString colorRaw;
+        double posX = 0;
+        double posY = 0;
+        std::optional<double> manualWidth;
+        std::optional<double> manualHeight;
+        std::optional<qint64> estimateMinutes;
+        friend bool operator==(const NodeShape &, const NodeShape &) = default;
+    };
+    static NodeShape shapeOf(const FlowNode &node);
+    mutable QHash<QUuid, NodeShape> m_shapes;
 
     QPointF m_panTranslation;
     bool m_didInitViewport = false;

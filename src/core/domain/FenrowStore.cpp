@@ -83,6 +83,7 @@ void FenrowStore::reloadFlows()
 
 void FenrowStore::announceDayChange()
 {
+    m_lastChange = StoreChange();
     emit changed();
 }
 
@@ -91,6 +92,9 @@ void FenrowStore::finishChange()
     // Sorting every flow on each edit of a task cost more than the task's
     // own row; a change that writes no flow leaves their list as it was.
     const bool flowsChanged = m_pending.touchesFlows();
+    // Taken before the save: a failed save keeps earlier writes pending, so
+    // this may name more than this change, never less.
+    m_lastChange = m_pending.summary();
     save();
     if (flowsChanged)
         reloadFlows();

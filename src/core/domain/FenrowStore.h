@@ -80,6 +80,8 @@ public:
     // "now" (ready, overdue, today) did, so observers hear `changed` and
     // read again. Nothing is saved.
     void announceDayChange();
+    // What the latest `changed` touched; read it from a slot of `changed`.
+    const StoreChange &lastChange() const { return m_lastChange; }
 
     // --- reading
     const QList<const TaskFlow *> &flows() const { return m_flows; }
@@ -345,6 +347,7 @@ private:
     OwnedList<FlowTemplate> m_templates;
 
     PendingWrites m_pending;
+    StoreChange m_lastChange;
     std::function<std::optional<QByteArray>(const FlowFileImport::Payload &)> m_thumbnailMaker;
 };
 

@@ -66,6 +66,21 @@ bool PendingWrites::isEmpty() const
         && m_fileLinks.isEmpty() && m_completionRecords.isEmpty() && m_templates.isEmpty() && m_deleted.isEmpty();
 }
 
+StoreChange PendingWrites::summary() const
+{
+    StoreChange change;
+    change.everything = m_deleted.eraseEverything || !m_edges.isEmpty() || !m_files.isEmpty() ||
+                        !m_fileLinks.isEmpty() || !m_deleted.deletedFlows.empty() || !m_deleted.deletedNodes.empty() ||
+                        !m_deleted.deletedEdges.empty() || !m_deleted.deletedFiles.empty() ||
+                        !m_deleted.deletedFileLinks.empty();
+    if (!change.everything) {
+        change.nodes.reserve(m_nodes.size());
+        for (const FlowNode *node : m_nodes)
+            change.nodes.insert(node->id);
+    }
+    return change;
+}
+
 StoreChangeSet PendingWrites::changeSet() const
 {
     StoreChangeSet changes = m_deleted;

@@ -17,6 +17,17 @@ class FlowNode;
 class FlowTemplate;
 class TaskFlow;
 
+// What one change of the store touched, for observers that keep work per
+// task and would rather redo only the tasks that changed.
+struct StoreChange {
+    // Anything may differ: records came or went, lines or files changed,
+    // or the day turned over.
+    bool everything = true;
+    // Otherwise: the tasks whose own fields were written. Flow rows alone
+    // (a name, a viewport) leave it empty.
+    QSet<QUuid> nodes;
+};
+
 // The unit of work between two saves: records written since the last
 // successful save and ids of rows to delete. A failed save leaves it as it
 // is, so the next save carries the same changes again.
@@ -54,6 +65,8 @@ public:
         return !m_flows.isEmpty() || !m_deleted.deletedFlows.empty() || m_deleted.eraseEverything;
     }
     StoreChangeSet changeSet() const;
+    // What observers of this set of writes need to read again.
+    StoreChange summary() const;
     void clear();
 
 private:

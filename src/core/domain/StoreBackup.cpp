@@ -515,6 +515,7 @@ FenrowStore::RestoreOutcome FenrowStore::restore(const FenrowBackup &backup, Res
     outcome.flowsAdded = int(bundle.flows.size());
     adopt(std::move(bundle), false);
     reloadFlows();
+    m_lastChange = StoreChange();
     emit changed();
 
     // The store now differs from the last safety backup only by what the
