@@ -11,8 +11,11 @@
 
 #include "domain/Clock.h"
 #include "domain/FenrowStore.h"
+#include "domain/RawEnum.h"
 #include "domain/Readiness.h"
 #include "shell/AppPreferences.h"
+
+#include <QHash>
 
 namespace fenrow::ReadyCommand {
 
@@ -36,7 +39,47 @@ QString emptyReason(ReadyEmptyReason reason)
     return {};
 }
 
-QStringList rowCells(const ReadyTask &task, bool withFlow, const QDateTime &now, const LocalCalendar &calendar)
+// Texts that many rows share (due days, priorities, estimates), made once
+// for the list instead of once a row: a long list repeats a few of them.
+class SharedCellTexts
+{
+public:
+    explicit SharedCellTexts(const LocalCalendar &calendar) : m_calendar(calendar) {}
+
+    QString dueDay(const QDateTime &due)
+    {
+        const qint64 key = due.toMSecsSinceEpoch();
+        auto found = m_dueDays.constFind(key);
+        if (found == m_dueDays.constEnd())
+            found = m_dueDays.insert(key, QStringLiteral("due ") + TaskText::day(due, m_calendar));
+        return *found;
+    }
+    QString priority(NodePriority priority)
+    {
+        auto found = m_priorities.constFind(priority);
+        if (found == m_priorities.constEnd())
+            found = m_priorities.insert(priority, priority == NodePriority::none
+                                                      ? QString()
+                                                      : rawString(priority) + QStringLiteral(" priority"));
+        return *found;
+    }
+    QString estimate(qint64 minutes)
+    {
+        auto found = m_estimates.constFind(minutes);
+        if (found == m_estimates.constEnd())
+            found = m_estimates.insert(minutes, TaskText::estimate(minutes));
+        return *found;
+    }
+
+private:
+    const LocalCalendar &m_calendar;
+    QHash<qint64, QString> m_dueDays;
+    QHash<NodePriority, QString> m_priorities;
+    QHash<qint64, QString> m_estimates;
+};
+
+QStringList rowCells(const ReadyTask &task, bool withFlow, const QDateTime &now, const LocalCalendar &calendar,
+                     SharedCellTexts &texts)
 {
     const FlowNode &node = *task.node;
     QString title = node.title;
@@ -45,18 +88,18 @@ QStringList rowCells(const ReadyTask &task, bool withFlow, const QDateTime &now,
     if (node.status() != NodeStatus::pending)
         title += QStringLiteral(" [%1]").arg(TaskText::state(node, 0, now, calendar));
     QStringList cells{title};
+    cells.reserve(5);
     if (withFlow)
         cells.append(task.flow->name);
     QString due;
     if (node.dueDate) {
-        due = QStringLiteral("due ") + TaskText::day(*node.dueDate, calendar);
+        due = texts.dueDay(*node.dueDate);
         if (node.isOverdue(now, calendar))
             due += QStringLiteral(" (overdue)");
     }
     cells.append(due);
-    cells.append(node.priority() == NodePriority::none ? QString()
-                                                       : rawString(node.priority()) + QStringLiteral(" priority"));
-    cells.append(node.estimateMinutes ? TaskText::estimate(*node.estimateMinutes) : QString());
+    cells.append(texts.priority(node.priority()));
+    cells.append(node.estimateMinutes ? texts.estimate(*node.estimateMinutes) : QString());
     return cells;
 }
 
@@ -100,10 +143,11 @@ int showReady(CommandContext &context)
     const QString indent = grouped || !groups.today.isEmpty() ? QStringLiteral("  ") : QString();
     TextTable table({}, indent);
     TextTable byFlow({}, indent);
+    SharedCellTexts texts(calendar);
     if (!groups.today.isEmpty()) {
         table.addHeading(groups.hasRanks ? QStringLiteral("Today (in your order)") : QStringLiteral("Today"));
         for (const ReadyTask &task : groups.today)
-            table.addRow(rowCells(task, true, now, calendar));
+            table.addRow(rowCells(task, true, now, calendar, texts));
         if (!grouped && !groups.rest.isEmpty())
             table.addHeading(QStringLiteral("Other tasks"));
     }
@@ -114,7 +158,7 @@ int showReady(CommandContext &context)
             group = task.flow;
             rest.addHeading(group->name);
         }
-        rest.addRow(rowCells(task, !grouped, now, calendar));
+        rest.addRow(rowCells(task, !grouped, now, calendar, texts));
     }
     table.print(context.out());
     byFlow.print(context.out());

@@ -11,58 +11,57 @@ TextTable::TextTable(QList<Alignment> alignments, QString indent)
 
 void TextTable::addRow(const QStringList &cells)
 {
-    QStringList row;
-    QList<qsizetype> widths;
-    row.reserve(cells.size());
-    widths.reserve(cells.size());
-    for (const QString &cell : cells) {
-        row.append(PlainText::singleLine(cell));
-        widths.append(PlainText::displayWidth(row.last()));
-    }
-    m_rows.append(row);
-    m_cellWidths.append(widths);
+    m_rowStarts.append(m_cells.size());
     m_isHeading.append(false);
+    for (const QString &cell : cells) {
+        m_cells.append(PlainText::singleLine(cell));
+        m_cellWidths.append(PlainText::displayWidth(m_cells.last()));
+    }
 }
 
 void TextTable::addHeading(const QString &text)
 {
-    m_rows.append({PlainText::singleLine(text)});
-    m_cellWidths.append(QList<qsizetype>());
+    m_rowStarts.append(m_cells.size());
     m_isHeading.append(true);
+    m_cells.append(PlainText::singleLine(text));
+    m_cellWidths.append(0);
 }
 
 void TextTable::print(QTextStream &out) const
 {
+    const qsizetype rowCount = m_rowStarts.size();
+    auto rowEnd = [&](qsizetype row) { return row + 1 < rowCount ? m_rowStarts[row + 1] : m_cells.size(); };
+
     QList<qsizetype> widths;
-    for (qsizetype i = 0; i < m_rows.size(); ++i) {
-        const QList<qsizetype> &cellWidths = m_cellWidths[i];
-        for (qsizetype column = 0; column < cellWidths.size(); ++column) {
+    for (qsizetype row = 0; row < rowCount; ++row) {
+        if (m_isHeading[row])
+            continue;
+        for (qsizetype cell = m_rowStarts[row], column = 0; cell < rowEnd(row); ++cell, ++column) {
             if (column >= widths.size())
                 widths.append(0);
-            widths[column] = std::max(widths[column], cellWidths[column]);
+            widths[column] = std::max(widths[column], m_cellWidths[cell]);
         }
     }
 
     QString line;
-    for (qsizetype i = 0; i < m_rows.size(); ++i) {
-        const QStringList &row = m_rows[i];
-        if (m_isHeading[i]) {
-            out << row.first() << '\n';
+    for (qsizetype row = 0; row < rowCount; ++row) {
+        if (m_isHeading[row]) {
+            out << m_cells[m_rowStarts[row]] << '\n';
             continue;
         }
-        const QList<qsizetype> &cellWidths = m_cellWidths[i];
         // Kept from row to row: its buffer is grown once, not per line.
         line.resize(0);
         line += m_indent;
-        for (qsizetype column = 0; column < row.size(); ++column) {
-            const qsizetype missing = widths[column] - cellWidths[column];
-            const bool last = column == row.size() - 1;
+        const qsizetype end = rowEnd(row);
+        for (qsizetype cell = m_rowStarts[row], column = 0; cell < end; ++cell, ++column) {
+            const qsizetype missing = widths[column] - m_cellWidths[cell];
+            const bool last = cell == end - 1;
             if (column > 0)
                 line += QLatin1String("  ");
             const bool right = m_alignments.value(column) == Alignment::right;
             if (right)
                 line.resize(line.size() + missing, QLatin1Char(' '));
-            line += row[column];
+            line += m_cells[cell];
             if (!right && !last)
                 line.resize(line.size() + missing, QLatin1Char(' '));
         }

@@ -18,16 +18,18 @@ public:
     // A line of its own between rows, without the indent; it takes no part
     // in the column widths, so columns line up across headings.
     void addHeading(const QString &text);
-    bool isEmpty() const { return m_rows.isEmpty(); }
+    bool isEmpty() const { return m_rowStarts.isEmpty(); }
     void print(QTextStream &out) const;
 
 private:
     QList<Alignment> m_alignments;
     QString m_indent;
-    QList<QStringList> m_rows;
-    // Each cell's width on a terminal, measured once as the row comes in.
-    QList<QList<qsizetype>> m_cellWidths;
-    // Headings are the rows marked here.
+    // All cells, row after row, each with its width on a terminal, measured
+    // once as the row comes in; a row is the cells from its start to the
+    // next row's. A heading is a row of one cell marked in m_isHeading.
+    QList<QString> m_cells;
+    QList<qsizetype> m_cellWidths;
+    QList<qsizetype> m_rowStarts;
     QList<bool> m_isHeading;
 };
 
