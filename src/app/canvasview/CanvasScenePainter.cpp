@@ -90,12 +90,13 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
 {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
-    painter.fillRect(exposed, colors.ramp.brandSubtle);
-    if (view.grid)
-        paintGrid(painter, colors, view, exposed);
     const TaskFlow *flow = editor.flow();
-    if (!flow)
+    if (!flow) {
+        painter.fillRect(exposed, colors.ramp.brandSubtle);
+        if (view.grid)
+            paintGrid(painter, colors, view, exposed);
         return;
+    }
     const CanvasInteraction &interaction = editor.interaction();
     const double scale = view.scale > 0 ? view.scale : 1;
     const QTransform toScreen(scale, 0, 0, scale, view.offset.x(), view.offset.y());
@@ -108,8 +109,8 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
         return interaction.effectiveFileCenter(file.id, {file.posX, file.posY});
     };
 
-    // Lines first: those of cards that move are drawn live, the rest come
-    // from the layer.
+    // The ground and lines first: those of cards that move are drawn live,
+    // the rest come from the layer.
     const QSet<QUuid> moving = movingCards(interaction);
     paintLineLayer(painter, editor, colors, view, moving, exposed);
     painter.setTransform(toScreen);

@@ -118,9 +118,10 @@ private:
         QImage image;
     };
 
-    // Edges and file links drawn once into an image a little larger than
-    // the view, kept while they stay the same: pans within its reach,
-    // hovers and card selections copy it instead of drawing every line.
+    // The ground, its grid, edges and file links drawn once into an opaque
+    // image a little larger than the view, kept while they stay the same:
+    // pans within its reach, hovers and card selections copy it instead of
+    // filling, dotting and drawing every line.
     struct LineLayer {
         struct Key {
             quint64 version = 0;
@@ -132,6 +133,7 @@ private:
             QSet<QUuid> moving;
             QRgb brand = 0;
             bool dark = false;
+            bool grid = false;
             double pixelRatio = 1;
             friend bool operator==(const Key &, const Key &) = default;
         };

@@ -190,6 +190,7 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
     key.moving = moving;
     key.brand = colors.ramp.brand.rgba();
     key.dark = colors.dark;
+    key.grid = view.grid;
     key.pixelRatio = pixelRatio;
 
     const QSizeF viewport = interaction.viewportSize().isEmpty() ? exposed.size() : interaction.viewportSize();
@@ -204,11 +205,17 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
         m_lines.scale = scale;
         m_lines.area = viewArea.adjusted(-reach, -reach, reach, reach);
         const QSize pixels = (m_lines.area.size() * scale * pixelRatio).toSize().expandedTo(QSize(1, 1));
+        // Opaque, so that copying it is a plain copy rather than a blend.
         if (m_lines.image.size() != pixels)
-            m_lines.image = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+            m_lines.image = QImage(pixels, QImage::Format_RGB32);
         m_lines.image.setDevicePixelRatio(pixelRatio);
-        m_lines.image.fill(Qt::transparent);
+        m_lines.image.fill(colors.ramp.brandSubtle);
         QPainter into(&m_lines.image);
+        if (view.grid) {
+            ViewState ground = view;
+            ground.offset = -m_lines.area.topLeft() * scale;
+            paintGrid(into, colors, ground, QRectF(QPointF(), m_lines.area.size() * scale));
+        }
         into.setRenderHint(QPainter::Antialiasing);
         into.setTransform(QTransform::fromScale(scale, scale).translate(-m_lines.area.left(), -m_lines.area.top()));
         paintLines(into, editor, colors, m_lines.area, moving, false);
@@ -223,6 +230,11 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
                              std::round(target.top() * pixelRatio) / pixelRatio);
         painter.drawImage(corner, m_lines.image);
     } else {
+        // Drawn at another scale while the zoom moves: the ground under it
+        // shows where the stretched layer does not reach.
+        painter.fillRect(exposed, colors.ramp.brandSubtle);
+        if (view.grid)
+            paintGrid(painter, colors, view, exposed);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(target, m_lines.image);
     }
