@@ -393,5 +393,28 @@ TEST_F(Gestures, RequestsAreTakenOnlyByTheirOwnFlow)
     EXPECT_EQ(flow->viewportOffsetX, interaction.offset().x());
 }
 
+// The editor keeps its visible list across changes that leave orders,
+// folds and colours alone; a colour changed must reach the filter at once.
+TEST_F(Gestures, AColourChangedReachesTheFilterAtOnce)
+{
+    const FlowNode &a = place("a", 100, 100);
+    place("b", 600, 100);
+    store->setColor(NodeColor::blue, a);
+    preferences.setFilterMode(FilterMode::hide);
+    open();
+    CanvasColorFilter blue;
+    blue.toggle(NodeColor::blue);
+    interaction.setColorFilter(blue);
+    ASSERT_TRUE(editor.isVisible(a.id));
+    ASSERT_FALSE(editor.isVisible((*this)["b"].id));
+
+    store->setTitle(a, QStringLiteral("renamed"));
+    EXPECT_TRUE(editor.isVisible(a.id));
+    store->setColor(NodeColor::red, a);
+    EXPECT_FALSE(editor.isVisible(a.id)) << "a colour the filter hides";
+    store->setColor(NodeColor::blue, (*this)["b"]);
+    EXPECT_TRUE(editor.isVisible((*this)["b"].id));
+}
+
 } // namespace
 } // namespace fenrow
