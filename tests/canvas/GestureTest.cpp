@@ -393,9 +393,10 @@ TEST_F(Gestures, RequestsAreTakenOnlyByTheirOwnFlow)
     EXPECT_EQ(flow->viewportOffsetX, interaction.offset().x());
 }
 
-// The editor keeps its visible list across changes that leave orders,
-// folds and colours alone; a colour changed must reach the filter at once.
-TEST_F(Gestures, AColourChangedReachesTheFilterAtOnce)
+// The editor keeps its visible list and scene across changes that leave
+// places, sizes, folds and colours alone; a card moved must be hit where
+// it went and a colour changed must reach the filter at once.
+TEST_F(Gestures, AMoveReachesThePointerAndAColourTheFilterAtOnce)
 {
     const FlowNode &a = place("a", 100, 100);
     place("b", 600, 100);
@@ -410,6 +411,10 @@ TEST_F(Gestures, AColourChangedReachesTheFilterAtOnce)
 
     store->setTitle(a, QStringLiteral("renamed"));
     EXPECT_TRUE(editor.isVisible(a.id));
+    ASSERT_EQ(editor.scene().nodes.size(), 1u);
+    store->moveNode(a, 300, 400);
+    click(interaction.toScreen({300, 400}));
+    EXPECT_EQ(interaction.selectedItemIDs(), QSet<QUuid>{a.id}) << "the card is hit where it went";
     store->setColor(NodeColor::red, a);
     EXPECT_FALSE(editor.isVisible(a.id)) << "a colour the filter hides";
     store->setColor(NodeColor::blue, (*this)["b"]);
