@@ -14,7 +14,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include <sqlite3.h>
+
 #include <chrono>
+#include <string_view>
 
 using namespace fenrow;
 using namespace fenrow::bench;
@@ -120,6 +123,83 @@ void openStore(benchmark::State &state, LargeStoreShape shape)
     state.counters["nodes"] = shape.nodes;
 }
 
+// The floor under opening: every row and column the store loads, stepped
+// through with SQLite alone and each value read in its stored type, but no
+// record, string or link made of it.
+void openStoreFloor(benchmark::State &state, LargeStoreShape shape)
+{
+    QTemporaryDir folder;
+    QString error;
+    const QString path = GeneratedStores::workingCopy(shape, folder.path(), &error);
+    if (path.isEmpty()) {
+        fail(state, error);
+        return;
+    }
+    static const char *const queries[] = {
+        "SELECT id, name, sort_order, created_at, viewport_offset_x, viewport_offset_y, viewport_scale, "
+        "has_been_framed FROM task_flow",
+        "SELECT id, flow_id, title, is_done, status_raw, notes, priority_raw, color_raw, start_date, due_date, "
+        "estimate_minutes, day_plan_rank, manual_width, manual_height, checklist_data, recurrence_raw, "
+        "repeat_count, completed_at, is_collapsed, pos_x, pos_y, sort_order, created_at FROM flow_node",
+        "SELECT id, flow_id, from_id, to_id, source, kind, created_at FROM dependency_edge",
+        "SELECT id, flow_id, filename, content_type_raw, byte_count, has_data, has_thumbnail, is_trashed, pos_x, "
+        "pos_y, manual_width, manual_height, sort_order, created_at FROM flow_file",
+        "SELECT id, flow_id, file_id, node_id, created_at FROM file_link",
+        "SELECT id, node_id, flow_id, flow_name, title, kind_raw, completed_at, cycle, has_payload "
+        "FROM completion_record",
+        "SELECT id, name, created_at, payload FROM flow_template",
+    };
+    qint64 nodeRows = 0;
+    for (auto _ : state) {
+        const Clock::time_point start = Clock::now();
+        sqlite3 *db = nullptr;
+        if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
+            fail(state, QStringLiteral("cannot open the store with SQLite"));
+            sqlite3_close(db);
+            return;
+        }
+        qint64 touched = 0;
+        nodeRows = 0;
+        for (const char *query : queries) {
+            sqlite3_stmt *statement = nullptr;
+            if (sqlite3_prepare_v2(db, query, -1, &statement, nullptr) != SQLITE_OK) {
+                fail(state, QString::fromUtf8(sqlite3_errmsg(db)));
+                sqlite3_close(db);
+                return;
+            }
+            const bool nodes = std::string_view(query).ends_with("flow_node");
+            while (sqlite3_step(statement) == SQLITE_ROW) {
+                nodeRows += nodes;
+                for (int column = 0, count = sqlite3_column_count(statement); column < count; ++column) {
+                    switch (sqlite3_column_type(statement, column)) {
+                    case SQLITE_INTEGER:
+                        touched += sqlite3_column_int64(statement, column);
+                        break;
+                    case SQLITE_FLOAT:
+                        touched += qint64(sqlite3_column_double(statement, column));
+                        break;
+                    case SQLITE_TEXT:
+                        touched += *sqlite3_column_text(statement, column);
+                        break;
+                    case SQLITE_BLOB:
+                        touched += sqlite3_column_bytes(statement, column);
+                        break;
+                    default:
+                        break;
+                    }
+                }
+            }
+            sqlite3_finalize(statement);
+        }
+        sqlite3_close(db);
+        state.SetIterationTime(secondsSince(start));
+        benchmark::DoNotOptimize(touched);
+    }
+    if (nodeRows != shape.nodes)
+        fail(state, QStringLiteral("the floor read %1 task rows, not %2").arg(nodeRows).arg(shape.nodes));
+    state.counters["nodes"] = shape.nodes;
+}
+
 // `cold` evicts the file from the page cache before each run, so the disk
 // read is part of the time, as at the first launch after a reboot.
 void openStoreInFreshProcess(benchmark::State &state, LargeStoreShape shape, bool cold)
@@ -182,6 +262,9 @@ int main(int argc, char **argv)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark(named("OpenStore", shape).c_str(), openStore, shape)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark(named("OpenStore/floor", shape).c_str(), openStoreFloor, shape)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark(named("OpenStoreInFreshProcess", shape).c_str(), openStoreInFreshProcess, shape,
