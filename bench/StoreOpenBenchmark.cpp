@@ -87,15 +87,24 @@ void generateStore(benchmark::State &state, LargeStoreShape shape)
     }
 }
 
+// A copy of the generated store in `folder`; empty, and the benchmark
+// failed, when there is none.
+QString workingCopy(benchmark::State &state, const LargeStoreShape &shape, const QTemporaryDir &folder)
+{
+    QString error;
+    const QString path = GeneratedStores::workingCopy(shape, folder.path(), &error);
+    if (path.isEmpty())
+        fail(state, error);
+    return path;
+}
+
 void openStore(benchmark::State &state, LargeStoreShape shape)
 {
     QTemporaryDir folder;
     QString error;
-    const QString path = GeneratedStores::workingCopy(shape, folder.path(), &error);
-    if (path.isEmpty()) {
-        fail(state, error);
+    const QString path = workingCopy(state, shape, folder);
+    if (path.isEmpty())
         return;
-    }
     bool checked = false;
     for (auto _ : state) {
         const Clock::time_point start = Clock::now();
@@ -130,11 +139,9 @@ void openStoreFloor(benchmark::State &state, LargeStoreShape shape)
 {
     QTemporaryDir folder;
     QString error;
-    const QString path = GeneratedStores::workingCopy(shape, folder.path(), &error);
-    if (path.isEmpty()) {
-        fail(state, error);
+    const QString path = workingCopy(state, shape, folder);
+    if (path.isEmpty())
         return;
-    }
     static const char *const queries[] = {
         "SELECT id, name, sort_order, created_at, viewport_offset_x, viewport_offset_y, viewport_scale, "
         "has_been_framed FROM task_flow",
@@ -206,11 +213,9 @@ void openStoreInFreshProcess(benchmark::State &state, LargeStoreShape shape, boo
 {
     QTemporaryDir folder;
     QString error;
-    const QString path = GeneratedStores::workingCopy(shape, folder.path(), &error);
-    if (path.isEmpty()) {
-        fail(state, error);
+    const QString path = workingCopy(state, shape, folder);
+    if (path.isEmpty())
         return;
-    }
     double openMs = 0;
     double rss = 0;
     double peak = 0;
