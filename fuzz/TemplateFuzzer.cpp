@@ -1,6 +1,5 @@
 // Any bytes as a template's stored shape. FlowBlueprint::decode reads with
-// a strict streaming reader first and through QJsonDocument only where that
-// one is unsure; it must give exactly what the reading through
+// simdjson first and through QJsonDocument only where that one is unsure; it must give exactly what the reading through
 // QJsonDocument and JsonFields gives, which is made here afresh. A shape
 // that reads must write and read back to itself (a template is saved again
 // whenever it is used), its checklists must reset to the same entries

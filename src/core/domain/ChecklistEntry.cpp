@@ -1,61 +1,65 @@
 #include "ChecklistEntry.h"
 
-#include "formats/JsonStream.h"
-
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <simdjson.h>
+
 #include <optional>
+#include <string_view>
 
 namespace fenrow::ChecklistCodec {
 
 namespace {
 
-// True or false where the strict reader is certain; it accepts nothing
+// True or false where the strict parser is certain; it accepts nothing
 // QJsonDocument refuses, and a key twice over is left to `decode`.
-std::optional<bool> strictHasEntries(const QByteArray &utf8)
+std::optional<bool> strictHasEntries(const QString &data)
 {
-    JsonReader reader(utf8);
-    if (!reader.beginArray())
+    QByteArray utf8 = data.toUtf8();
+    const std::size_t size = std::size_t(utf8.size());
+    // The parser reads a little past the end; zeroed bytes there spare it a
+    // padded copy of its own.
+    utf8.append(qsizetype(simdjson::SIMDJSON_PADDING), '\0');
+    // Checklists are small and read one after another: one parser per
+    // thread keeps its buffers from one to the next.
+    thread_local simdjson::dom::parser parser;
+    simdjson::dom::array entries;
+    if (parser.parse(utf8.constData(), size, false).get_array().get(entries))
         return std::nullopt;
     bool any = false;
-    QByteArray scratch;
-    while (reader.nextElement()) {
-        if (!reader.beginObject())
+    for (const simdjson::dom::element entry : entries) {
+        simdjson::dom::object fields;
+        if (entry.get_object().get(fields))
             return std::nullopt;
         bool id = false;
         bool title = false;
         bool isDone = false;
-        QByteArrayView key;
-        while (reader.nextKey(key)) {
-            bool *seen = key == QByteArrayView("id") ? &id
-                : key == QByteArrayView("title")     ? &title
-                : key == QByteArrayView("isDone")    ? &isDone
-                                                     : nullptr;
-            if (!seen) {
-                if (!reader.skipValue())
-                    return std::nullopt;
+        for (const simdjson::dom::key_value_pair field : fields) {
+            bool *seen = field.key == "id" ? &id
+                : field.key == "title"     ? &title
+                : field.key == "isDone"    ? &isDone
+                                           : nullptr;
+            if (!seen)
                 continue;
-            }
             if (*seen)
                 return std::nullopt;
             *seen = true;
             if (seen == &isDone) {
-                if (!reader.boolean())
+                if (!field.value.is_bool())
                     return std::nullopt;
                 continue;
             }
-            const std::optional<QByteArrayView> text = reader.utf8(scratch);
-            if (!text || (seen == &id && QUuid::fromString(QLatin1StringView(*text)).isNull()))
+            std::string_view text;
+            if (field.value.get_string().get(text)
+                || (seen == &id && QUuid::fromString(QLatin1StringView(text.data(), qsizetype(text.size()))).isNull()))
                 return std::nullopt;
         }
-        if (!reader.ok() || !id || !title || !isDone)
+        if (!id || !title || !isDone)
             return std::nullopt;
         any = true;
     }
-    if (!reader.ok() || !reader.atEnd())
-        return std::nullopt;
     return any;
 }
 
@@ -65,7 +69,7 @@ bool hasEntries(const QString &data)
 {
     if (data.isEmpty())
         return false;
-    if (const std::optional<bool> certain = strictHasEntries(data.toUtf8()))
+    if (const std::optional<bool> certain = strictHasEntries(data))
         return *certain;
     return !decode(data).isEmpty();
 }

@@ -11,6 +11,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <simdjson.h>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -30,30 +32,35 @@ QLatin1StringView key(const char *name)
     return QLatin1StringView(name);
 }
 
-// The strict reader over the bytes, without a QJsonObject in between; it
-// reads a large template several times faster. It answers only where it is
+namespace sj = simdjson::ondemand;
+
+// simdjson over the bytes, without a QJsonObject in between; it reads a
+// large template several times faster. It answers only where it is
 // certain to agree with the reading through QJsonDocument: on anything
 // else (a key twice over, text QJsonDocument reads more leniently, a
 // mistake) it gives nothing and that reading decides.
 class StrictReader {
 public:
-    explicit StrictReader(const QByteArray &json) : m_reader(json) {}
-
-    std::optional<FlowBlueprint> blueprint()
+    std::optional<FlowBlueprint> blueprint(const QByteArray &json)
     {
+        const simdjson::padded_string padded(json.constData(), std::size_t(json.size()));
+        sj::document document;
+        sj::value root;
+        if (m_parser.iterate(padded).get(document) || document.get_value().get(root))
+            return std::nullopt;
         FlowBlueprint read;
         static constexpr std::array<std::string_view, 4> names{"edges", "items", "name", "version"};
-        const bool whole = object(names, 0, [&](std::size_t field) {
+        const bool whole = object(root, names, 0, [&](std::size_t field, sj::value &value) {
             switch (field) {
             case 0:
-                return list([&] { return edge(read.edges.emplace_back()); });
+                return list(value, read.edges, &StrictReader::edge);
             case 1:
-                return list([&] { return item(read.items.emplace_back()); });
+                return list(value, read.items, &StrictReader::item);
             case 2:
-                return text(read.name);
+                return text(value, read.name);
             default: {
                 qint64 version = 0;
-                if (!integer(version) || version < std::numeric_limits<int>::min()
+                if (!integer(value, version) || version < std::numeric_limits<int>::min()
                     || version > std::numeric_limits<int>::max())
                     return false;
                 read.version = int(version);
@@ -61,35 +68,46 @@ public:
             }
             }
         });
-        if (!whole || !m_reader.atEnd())
+        // Past the last token the parser has nowhere left to stand.
+        const char *after = nullptr;
+        if (!whole || !document.current_location().get(after))
             return std::nullopt;
         return read;
     }
 
 private:
     // Every field of `names` once, those outside `optional` (a mask of
-    // their indexes) all there; other keys skipped. Null is an absent
-    // optional. The writer puts the keys in this order, so the next
-    // name is tried first.
+    // their indexes) all there; other keys read through all the same, as
+    // the parser checks only what it is asked for. Null is an absent
+    // optional. The writer puts the keys in this order, so the next name
+    // is tried first.
     template <std::size_t count, typename Read>
-    bool object(const std::array<std::string_view, count> &names, quint32 optional, Read read)
+    static bool object(sj::value &value, const std::array<std::string_view, count> &names, quint32 optional,
+                       Read read)
     {
-        if (!m_reader.beginObject())
+        sj::object fields;
+        if (value.get_object().get(fields))
             return false;
         quint32 seen = 0;
         std::size_t expected = 0;
-        QByteArrayView name;
-        while (m_reader.nextKey(name)) {
+        for (auto member : fields) {
+            std::string_view name;
+            sj::value content;
+            if (member.unescaped_key().get(name) || member.value().get(content))
+                return false;
             std::size_t field = count;
             for (std::size_t tried = 0; tried < count; ++tried) {
                 const std::size_t candidate = (expected + tried) % count;
-                if (name == QByteArrayView(names[candidate].data(), qsizetype(names[candidate].size()))) {
+                if (name == names[candidate]) {
                     field = candidate;
                     break;
                 }
             }
             if (field == count) {
-                if (!m_reader.skipValue())
+                // No field lies deeper than in an item or an edge; counting
+                // every one as deep as those errs towards leaving it to
+                // QJsonDocument.
+                if (!any(content, 4))
                     return false;
                 continue;
             }
@@ -98,110 +116,204 @@ private:
                 return false;
             seen |= bit;
             expected = field + 1;
-            if ((optional & bit) && m_reader.takeNull())
-                continue;
-            if (!read(field))
+            if (optional & bit) {
+                bool null = false;
+                if (content.is_null().get(null))
+                    return false;
+                if (null)
+                    continue;
+            }
+            if (!read(field, content))
                 return false;
         }
         const quint32 required = ((quint32(1) << count) - 1) & ~optional;
-        return m_reader.ok() && (seen & required) == required;
+        return (seen & required) == required;
     }
 
+    // Counted first: a list of a large template grown step by step spent
+    // more on moving its elements than the count costs.
     template <typename Element>
-    bool list(Element element)
+    static bool list(sj::value &value, QList<Element> &into, bool (*read)(sj::value &, Element &))
     {
-        if (!m_reader.beginArray())
+        sj::array elements;
+        std::size_t count = 0;
+        if (value.get_array().get(elements) || elements.count_elements().get(count))
             return false;
-        while (m_reader.nextElement()) {
-            if (!element())
+        into.reserve(qsizetype(count));
+        for (auto each : elements) {
+            sj::value content;
+            if (each.get(content) || !read(content, into.emplace_back()))
                 return false;
         }
-        return m_reader.ok();
+        return true;
     }
 
-    bool text(QString &out)
+    // A value no field takes, checked through and through. `level` is how
+    // deep it would be as a list or object; the parser does not watch
+    // that here, and QJsonDocument refuses more than 1024 levels.
+    static bool any(sj::value &value, int level)
     {
-        std::optional<QString> read = m_reader.string();
-        if (read)
-            out = std::move(*read);
-        return read.has_value();
+        sj::json_type kind;
+        if (value.type().get(kind))
+            return false;
+        if (level > 1024 && (kind == sj::json_type::object || kind == sj::json_type::array))
+            return false;
+        switch (kind) {
+        case sj::json_type::object: {
+            sj::object fields;
+            if (value.get_object().get(fields))
+                return false;
+            for (auto member : fields) {
+                std::string_view name;
+                sj::value content;
+                if (member.unescaped_key().get(name) || member.value().get(content) || !any(content, level + 1))
+                    return false;
+            }
+            return true;
+        }
+        case sj::json_type::array: {
+            sj::array elements;
+            if (value.get_array().get(elements))
+                return false;
+            for (auto each : elements) {
+                sj::value content;
+                if (each.get(content) || !any(content, level + 1))
+                    return false;
+            }
+            return true;
+        }
+        case sj::json_type::number: {
+            double read = 0;
+            return number(value, read);
+        }
+        case sj::json_type::string: {
+            std::string_view read;
+            return !value.get_string().get(read);
+        }
+        case sj::json_type::boolean: {
+            bool read = false;
+            return !value.get_bool().get(read);
+        }
+        case sj::json_type::null: {
+            bool null = false;
+            return !value.is_null().get(null) && null;
+        }
+        }
+        return false;
     }
-    bool number(double &out)
+
+    static bool text(sj::value &value, QString &out)
     {
-        const std::optional<double> read = m_reader.number();
-        if (read)
-            out = *read;
-        return read.has_value();
+        // Most text holds no escape: it is read where it lies, as the
+        // parser's first pass has already checked its bytes (UTF-8, no
+        // control characters), rather than copied out first.
+        std::string_view token = value.raw_json_token();
+        while (!token.empty() && (token.back() == ' ' || token.back() == '\n' || token.back() == '\r'
+                                  || token.back() == '\t'))
+            token.remove_suffix(1);
+        if (token.size() >= 2 && token.front() == '"' && token.back() == '"'
+            && token.find('\\') == std::string_view::npos) {
+            out = QString::fromUtf8(token.data() + 1, qsizetype(token.size() - 2));
+            return true;
+        }
+        std::string_view read;
+        if (value.get_string().get(read))
+            return false;
+        out = QString::fromUtf8(read.data(), qsizetype(read.size()));
+        return true;
     }
-    bool integer(qint64 &out)
+    static bool number(sj::value &value, double &out)
     {
-        const std::optional<qint64> read = m_reader.integer();
-        if (read)
-            out = *read;
-        return read.has_value();
+        if (value.get_double().get(out))
+            return false;
+        // QJsonDocument reads "-0" as the integer 0; "-0.0" stays negative.
+        if (out == 0 && std::signbit(out)) {
+            const std::string_view token = value.raw_json_token();
+            if (token.find_first_of(".eE") == std::string_view::npos)
+                out = 0;
+        }
+        return true;
+    }
+    // A number with no fraction that fits in 64 bits ("3", "3.0", "3e0").
+    static bool integer(sj::value &value, qint64 &out)
+    {
+        int64_t exact = 0;
+        if (!value.get_int64().get(exact)) {
+            out = exact;
+            return true;
+        }
+        // A fraction, an exponent, or more than 64 bits.
+        double read = 0;
+        if (value.get_double().get(read))
+            return false;
+        // 2^63 itself is out of range; every double below it converts exactly.
+        if (std::trunc(read) != read || read < -9223372036854775808.0 || read >= 9223372036854775808.0)
+            return false;
+        out = qint64(read);
+        return true;
     }
     template <typename Value>
-    bool present(std::optional<Value> &out, bool (StrictReader::*read)(Value &))
+    static bool present(sj::value &value, std::optional<Value> &out, bool (*read)(sj::value &, Value &))
     {
-        return (this->*read)(out.emplace());
+        return read(value, out.emplace());
     }
 
-    bool item(FlowBlueprint::Item &item)
+    static bool item(sj::value &value, FlowBlueprint::Item &item)
     {
         static constexpr std::array<std::string_view, 13> names{
             "checklistData", "colorRaw", "estimateMinutes", "key", "manualHeight", "manualWidth", "notes",
             "order",         "posX",     "posY",            "priorityRaw", "recurrenceRaw", "title"};
         constexpr quint32 optional = 1 << 2 | 1 << 4 | 1 << 5 | 1 << 11;
-        return object(names, optional, [&](std::size_t field) {
+        return object(value, names, optional, [&](std::size_t field, sj::value &member) {
             switch (field) {
             case 0:
-                return text(item.checklistData);
+                return text(member, item.checklistData);
             case 1:
-                return text(item.colorRaw);
+                return text(member, item.colorRaw);
             case 2:
-                return present(item.estimateMinutes, &StrictReader::integer);
+                return present(member, item.estimateMinutes, &StrictReader::integer);
             case 3:
-                return integer(item.key);
+                return integer(member, item.key);
             case 4:
-                return present(item.manualHeight, &StrictReader::number);
+                return present(member, item.manualHeight, &StrictReader::number);
             case 5:
-                return present(item.manualWidth, &StrictReader::number);
+                return present(member, item.manualWidth, &StrictReader::number);
             case 6:
-                return text(item.notes);
+                return text(member, item.notes);
             case 7:
-                return integer(item.order);
+                return integer(member, item.order);
             case 8:
-                return number(item.posX);
+                return number(member, item.posX);
             case 9:
-                return number(item.posY);
+                return number(member, item.posY);
             case 10:
-                return text(item.priorityRaw);
+                return text(member, item.priorityRaw);
             case 11:
-                return present(item.recurrenceRaw, &StrictReader::text);
+                return present(member, item.recurrenceRaw, &StrictReader::text);
             default:
-                return text(item.title);
+                return text(member, item.title);
             }
         });
     }
 
-    bool edge(FlowBlueprint::Edge &edge)
+    static bool edge(sj::value &value, FlowBlueprint::Edge &edge)
     {
         static constexpr std::array<std::string_view, 4> names{"from", "kindRaw", "sourceRaw", "to"};
-        return object(names, 0, [&](std::size_t field) {
+        return object(value, names, 0, [&](std::size_t field, sj::value &member) {
             switch (field) {
             case 0:
-                return integer(edge.from);
+                return integer(member, edge.from);
             case 1:
-                return text(edge.kindRaw);
+                return text(member, edge.kindRaw);
             case 2:
-                return text(edge.sourceRaw);
+                return text(member, edge.sourceRaw);
             default:
-                return integer(edge.to);
+                return integer(member, edge.to);
             }
         });
     }
 
-    JsonReader m_reader;
+    sj::parser m_parser;
 };
 
 } // namespace
@@ -343,7 +455,7 @@ QByteArray FlowBlueprint::encode() const
 
 std::optional<FlowBlueprint> FlowBlueprint::decode(const QByteArray &json)
 {
-    if (std::optional<FlowBlueprint> read = StrictReader(json).blueprint())
+    if (std::optional<FlowBlueprint> read = StrictReader().blueprint(json))
         return read;
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
