@@ -266,6 +266,9 @@ TEST(BackupDocument, ARefusalSaysWhereAndWhy)
     EXPECT_EQ(detailOf(withLater("{\"a\":nul}")), "line 1, column 15: expected a value");
     EXPECT_EQ(detailOf(withLater("\"a\x01b\"")), "line 1, column 12: a control character inside a string");
     EXPECT_EQ(detailOf(withLater("\"caf\xE9\"")), "line 1, column 14: a string that is not UTF-8");
+    // However deep it goes: the reading stops with a refusal, not a crash.
+    const QByteArray deep = withLater(QByteArray(100000, '[') + QByteArray(100000, ']'));
+    EXPECT_TRUE(detailOf(deep).endsWith("nested deeper than 1024 levels")) << detailOf(deep).toStdString();
     EXPECT_EQ(detailOf(compact + "{}"),
               QStringLiteral("line 1, column %1: something follows the document").arg(compact.size() + 1));
 

@@ -613,15 +613,21 @@ std::optional<QByteArray> readBytes(Decoder &decoder, sj::value &value)
     });
 }
 
+// As deep as QJsonDocument reads; deeper, the reading would only exhaust
+// the stack.
+constexpr int nestingLimit = 1024;
+
 // A value no field takes, read through all the same: the parser only
 // checks a value it is asked for, and a document with a broken number
 // under a key of a later version is still broken.
-bool readAny(Decoder &decoder, sj::value &value)
+bool readAny(Decoder &decoder, sj::value &value, int depth = 1)
 {
     const std::optional<sj::json_type> kind = kindOf(decoder, value);
     if (!kind)
         return false;
     const char *at = startOf(value);
+    if ((*kind == sj::json_type::object || *kind == sj::json_type::array) && depth >= nestingLimit)
+        return decoder.mistake("nested deeper than 1024 levels", decoder.offsetOf(at));
     simdjson::error_code error = simdjson::SUCCESS;
     switch (*kind) {
     case sj::json_type::object: {
@@ -633,7 +639,7 @@ bool readAny(Decoder &decoder, sj::value &value)
             std::string_view key;
             if ((error = field.unescaped_key().get(key)) || (error = field.value().get(member)))
                 return decoder.mistake(error, "expected a key and its value");
-            if (!readAny(decoder, member))
+            if (!readAny(decoder, member, depth + 1))
                 return false;
         }
         break;
@@ -646,7 +652,7 @@ bool readAny(Decoder &decoder, sj::value &value)
             sj::value member;
             if ((error = element.get(member)))
                 return decoder.mistake(error, "expected \",\" or \"]\"");
-            if (!readAny(decoder, member))
+            if (!readAny(decoder, member, depth + 1))
                 return false;
         }
         break;
