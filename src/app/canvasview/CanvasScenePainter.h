@@ -147,8 +147,9 @@ private:
     static constexpr double layerReach = 256;
 
     static QSet<QUuid> movingCards(const CanvasInteraction &interaction);
+    // Into `layer`, the image `painter` draws on, thin lines are drawn directly.
     void paintLines(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors, const QRectF &visible,
-                    const QSet<QUuid> &moving, bool onlyMoving) const;
+                    const QSet<QUuid> &moving, bool onlyMoving, QImage *layer = nullptr) const;
     void paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
                         const ViewState &view, const QSet<QUuid> &moving, const QRectF &exposed);
     const CardLayout &layout(const TaskFlow &flow, const FlowNode &node, NodeSize size);
