@@ -1,13 +1,15 @@
 #pragma once
 
-#include "look/BrandPalette.h"
 #include "CanvasCardContent.h"
 #include "canvas/NodeSize.h"
+#include "domain/NodeColor.h"
+#include "look/BrandPalette.h"
 
 #include <QCache>
 #include <QFont>
 #include <QHash>
 #include <QImage>
+#include <QList>
 #include <QPointF>
 #include <QRectF>
 #include <QSet>
@@ -117,6 +119,22 @@ private:
         CardImageKey key;
         QImage image;
     };
+    // A card's shadow, rings, surface and border: the same for every card
+    // of one size, state and colour tag, so drawn once and copied.
+    struct CardChromeKey {
+        quint64 version = 0;
+        NodeSize size;
+        double devicePixelsPerUnit = 1;
+        bool done = false;
+        bool lifted = false;
+        bool actionable = false;
+        bool selected = false;
+        bool dashed = false;
+        NodeColor tag = NodeColor::none;
+        QRgb brand = 0;
+        bool dark = false;
+        friend bool operator==(const CardChromeKey &, const CardChromeKey &) = default;
+    };
 
     // The ground, its grid, edges and file links drawn once into an opaque
     // image a little larger than the view, kept while they stay the same:
@@ -153,7 +171,12 @@ private:
     void paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
                         const ViewState &view, const QSet<QUuid> &moving, const QRectF &exposed);
     const CardLayout &layout(const TaskFlow &flow, const FlowNode &node, NodeSize size);
-    // The card drawn in its own canvas units, its top left corner at the origin.
+    // The card's chrome, then its title, notes mark and pills, in its own
+    // canvas units, its top left corner at the origin.
+    void paintCardChrome(QPainter &painter, const CardContent &content, const FlowNode &node, NodeSize size,
+                         const CardLook &look, const CanvasColors &colors) const;
+    const QImage &cardChrome(const CardChromeKey &key, const CardContent &content, const FlowNode &node,
+                             const CardLook &look, const QSize &pixels, const CanvasColors &colors);
     void paintCardBody(QPainter &painter, const CardLayout &text, const CardContent &content, const FlowNode &node,
                        NodeSize size, const CardLook &look, const CanvasColors &colors) const;
     QImage cardImage(const FlowNode &node, const CardContent &content, const CardLayout &text, NodeSize size,
@@ -178,6 +201,7 @@ private:
     QHash<QUuid, CardLayout> m_layouts;
     QHash<QUuid, QImage> m_thumbnails;
     QCache<QUuid, CardImage> m_cardImages{cardImageBudget};
+    QList<std::pair<CardChromeKey, QImage>> m_cardChromes;
     LineLayer m_lines;
     QFont m_titleFont;
     QFont m_pillFont;

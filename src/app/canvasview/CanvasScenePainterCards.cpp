@@ -162,9 +162,8 @@ QImage CanvasScenePainter::thumbnail(const FlowFile &file)
 
 // --- cards and files
 
-void CanvasScenePainter::paintCardBody(QPainter &painter, const CardLayout &text, const CardContent &content,
-                                       const FlowNode &node, NodeSize size, const CardLook &look,
-                                       const CanvasColors &colors) const
+void CanvasScenePainter::paintCardChrome(QPainter &painter, const CardContent &content, const FlowNode &node,
+                                         NodeSize size, const CardLook &look, const CanvasColors &colors) const
 {
     const QRectF rect(0, 0, size.width, size.height);
     // Rings and borders are filled between two outlines rather than
@@ -210,7 +209,12 @@ void CanvasScenePainter::paintCardBody(QPainter &painter, const CardLayout &text
     } else {
         band(-borderWidth / 2, borderWidth, borderColor);
     }
+}
 
+void CanvasScenePainter::paintCardBody(QPainter &painter, const CardLayout &text, const CardContent &content,
+                                       const FlowNode &node, NodeSize size, const CardLook &look,
+                                       const CanvasColors &colors) const
+{
     if (!look.editing) {
         QFont font = m_titleFont;
         font.setStrikeOut(node.isDone);
@@ -240,6 +244,29 @@ void CanvasScenePainter::paintCardBody(QPainter &painter, const CardLayout &text
     }
 }
 
+const QImage &CanvasScenePainter::cardChrome(const CardChromeKey &key, const CardContent &content, const FlowNode &node,
+                                             const CardLook &look, const QSize &pixels, const CanvasColors &colors)
+{
+    for (const auto &[kept, image] : m_cardChromes)
+        if (kept == key)
+            return image;
+    // A handful of sizes, states and tags meet in a flow; anything past
+    // that is a change of scale or colours, and the old ones are done with.
+    if (m_cardChromes.size() >= 64)
+        m_cardChromes.clear();
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    {
+        QPainter into(&image);
+        into.setRenderHint(QPainter::Antialiasing);
+        into.scale(key.devicePixelsPerUnit, key.devicePixelsPerUnit);
+        into.translate(cardImageMargin, cardImageMargin);
+        paintCardChrome(into, content, node, key.size, look, colors);
+    }
+    m_cardChromes.append({key, image});
+    return m_cardChromes.last().second;
+}
+
 QImage CanvasScenePainter::cardImage(const FlowNode &node, const CardContent &content, const CardLayout &text,
                                      NodeSize size, const CardLook &look, double scale, double pixelRatio,
                                      const CanvasColors &colors, bool anyScale)
@@ -257,8 +284,20 @@ QImage CanvasScenePainter::cardImage(const FlowNode &node, const CardContent &co
     const QSize pixels = (QSizeF(size.width + 2 * cardImageMargin, size.height + 2 * cardImageMargin) * device)
                              .toSize()
                              .expandedTo(QSize(1, 1));
-    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
+    CardChromeKey chromeKey;
+    chromeKey.version = m_version;
+    chromeKey.size = size;
+    chromeKey.devicePixelsPerUnit = device;
+    chromeKey.done = node.isDone;
+    chromeKey.lifted = look.hovered || look.selected;
+    chromeKey.actionable = content.actionable;
+    chromeKey.selected = look.selected;
+    chromeKey.dashed = content.dashed;
+    chromeKey.tag = node.color();
+    chromeKey.brand = colors.ramp.brand.rgba();
+    chromeKey.dark = colors.dark;
+    // A copy of the chrome, written to from here on.
+    QImage image = cardChrome(chromeKey, content, node, look, pixels, colors);
     {
         QPainter into(&image);
         into.setRenderHint(QPainter::Antialiasing);
