@@ -384,6 +384,12 @@ qsizetype placeOf(QByteArrayView text, simdjson::error_code error)
 // The parser, and the first thing wrong with the document. Its place
 // ("flows[2].items[15].dueDate") is gathered as the readers return from
 // it, each naming its step, so that reading what is right costs nothing.
+// As deep as QJsonDocument reads a value no field takes; deeper, the
+// reading would only exhaust the stack.
+constexpr int nestingLimit = 1024;
+// The format's own levels lie well within this margin above it.
+constexpr std::size_t parserDepth = nestingLimit + 64;
+
 class Decoder {
 public:
     explicit Decoder(QByteArrayView text) : m_text(text) {}
@@ -613,9 +619,6 @@ std::optional<QByteArray> readBytes(Decoder &decoder, sj::value &value)
     });
 }
 
-// As deep as QJsonDocument reads; deeper, the reading would only exhaust
-// the stack.
-constexpr int nestingLimit = 1024;
 
 // A value no field takes, read through all the same: the parser only
 // checks a value it is asked for, and a document with a broken number
@@ -938,6 +941,13 @@ bool Decoder::read(FenrowBackup &backup)
         FENROW_LIST(FenrowBackup, records, records, readRecord),
     };
     m_padded = simdjson::padded_string(m_text.data(), std::size_t(m_text.size()));
+    // The parser keeps a place for each level it enters and does not check
+    // how deep it goes: room for the deepest value `readAny` walks below the
+    // format's own levels.
+    if (m_parser.max_depth() < parserDepth) {
+        if (const simdjson::error_code error = m_parser.allocate(m_padded.size(), parserDepth))
+            return mistake(reasonOf(error), 0);
+    }
     if (const simdjson::error_code error = m_parser.iterate(m_padded).get(m_document))
         return mistake(reasonOf(error), placeOf(m_text, error));
     sj::json_type kind;
