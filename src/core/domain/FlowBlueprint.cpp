@@ -34,11 +34,6 @@ QLatin1StringView key(const char *name)
 
 namespace sj = simdjson::ondemand;
 
-// QJsonDocument refuses more than 1024 levels; the parser gets room for
-// those and the template's own few above them.
-constexpr int nestingLimit = 1024;
-constexpr std::size_t parserDepth = nestingLimit + 64;
-
 // simdjson over the bytes, without a QJsonObject in between; it reads a
 // large template several times faster. It answers only where it is
 // certain to agree with the reading through QJsonDocument: on anything
@@ -49,9 +44,8 @@ public:
     std::optional<FlowBlueprint> blueprint(const QByteArray &json)
     {
         const simdjson::padded_string padded(json.constData(), std::size_t(json.size()));
-        // The parser keeps a place for each level it enters and does not
-        // check how deep it goes: room for every level `any` lets through.
-        if (m_parser.max_depth() < parserDepth && m_parser.allocate(padded.size(), parserDepth))
+        if (m_parser.max_depth() < JsonNesting::parserDepth
+            && m_parser.allocate(padded.size(), JsonNesting::parserDepth))
             return std::nullopt;
         sj::document document;
         sj::value root;
@@ -165,7 +159,7 @@ private:
         sj::json_type kind;
         if (value.type().get(kind))
             return false;
-        if (level > nestingLimit && (kind == sj::json_type::object || kind == sj::json_type::array))
+        if (level > JsonNesting::limit && (kind == sj::json_type::object || kind == sj::json_type::array))
             return false;
         switch (kind) {
         case sj::json_type::object: {

@@ -384,12 +384,6 @@ qsizetype placeOf(QByteArrayView text, simdjson::error_code error)
 // The parser, and the first thing wrong with the document. Its place
 // ("flows[2].items[15].dueDate") is gathered as the readers return from
 // it, each naming its step, so that reading what is right costs nothing.
-// As deep as QJsonDocument reads a value no field takes; deeper, the
-// reading would only exhaust the stack.
-constexpr int nestingLimit = 1024;
-// The format's own levels lie well within this margin above it.
-constexpr std::size_t parserDepth = nestingLimit + 64;
-
 class Decoder {
 public:
     explicit Decoder(QByteArrayView text) : m_text(text) {}
@@ -629,7 +623,7 @@ bool readAny(Decoder &decoder, sj::value &value, int depth = 1)
     if (!kind)
         return false;
     const char *at = startOf(value);
-    if ((*kind == sj::json_type::object || *kind == sj::json_type::array) && depth >= nestingLimit)
+    if ((*kind == sj::json_type::object || *kind == sj::json_type::array) && depth >= JsonNesting::limit)
         return decoder.mistake("nested deeper than 1024 levels", decoder.offsetOf(at));
     simdjson::error_code error = simdjson::SUCCESS;
     switch (*kind) {
@@ -941,11 +935,8 @@ bool Decoder::read(FenrowBackup &backup)
         FENROW_LIST(FenrowBackup, records, records, readRecord),
     };
     m_padded = simdjson::padded_string(m_text.data(), std::size_t(m_text.size()));
-    // The parser keeps a place for each level it enters and does not check
-    // how deep it goes: room for the deepest value `readAny` walks below the
-    // format's own levels.
-    if (m_parser.max_depth() < parserDepth) {
-        if (const simdjson::error_code error = m_parser.allocate(m_padded.size(), parserDepth))
+    if (m_parser.max_depth() < JsonNesting::parserDepth) {
+        if (const simdjson::error_code error = m_parser.allocate(m_padded.size(), JsonNesting::parserDepth))
             return mistake(reasonOf(error), 0);
     }
     if (const simdjson::error_code error = m_parser.iterate(m_padded).get(m_document))

@@ -6,9 +6,19 @@
 #include <QString>
 #include <QStringView>
 
+#include <cstddef>
 #include <vector>
 
 namespace fenrow {
+
+// How deep the readers let a value nest: as deep as QJsonDocument reads.
+// simdjson's on-demand parser keeps one place per level it enters without
+// checking the depth, so it is given room for that many levels and the few
+// of a document's own format above them.
+namespace JsonNesting {
+constexpr int limit = 1024;
+constexpr std::size_t parserDepth = limit + 64;
+} // namespace JsonNesting
 
 // Compact JSON written straight into bytes, for documents too large to go
 // through QJsonObject first. The output is the one QJsonDocument gives in
