@@ -186,5 +186,27 @@ TEST_F(FlowSearchTest, GroupsAgreeWithANodeByNodeSearchAcrossEdits)
     expectAgreement(QStringLiteral("strasse"));
 }
 
+// The joined texts are scanned several characters at a time: a hit must be
+// found at any offset, at the very end, and after a near miss.
+TEST_F(FlowSearchTest, GroupsFindHitsAtEveryOffsetOfTheJoinedTexts)
+{
+    for (int pad = 0; pad < 19; ++pad)
+        add(QString(pad, u'x') + QStringLiteral("ab"), QStringLiteral("first\n") + QString(pad, u'y') +
+                                                           QStringLiteral("zab") + QString(pad % 3, u'y') +
+                                                           QStringLiteral("\nlast"));
+    const QStringList queries{QStringLiteral("ab"),   QStringLiteral("xab"), QStringLiteral("xxxxxxxxxxab"),
+                              QStringLiteral("xqab"), QStringLiteral("yza"), QStringLiteral("yyyyyyyyyyzaby"),
+                              QStringLiteral("bf"),   QStringLiteral("t")};
+    for (const QString &query : queries) {
+        SCOPED_TRACE(query.toStdString());
+        const QList<FlowSearchMatch> expected = searchNodes(query, flow->orderedItems());
+        const QList<FlowSearchGroup> groups = searchGroups(query, flow, store->flows());
+        EXPECT_EQ(groups.isEmpty() ? QList<FlowSearchMatch>() : groups.first().matches, expected);
+        EXPECT_LE(groups.size(), 1);
+    }
+    EXPECT_EQ(searchNodes(QStringLiteral("xxxxxxxxxxab"), flow->orderedItems()).size(), 9);
+    EXPECT_EQ(searchNodes(QStringLiteral("yza"), flow->orderedItems()).size(), 18);
+}
+
 } // namespace
 } // namespace fenrow
