@@ -310,42 +310,56 @@ QString lineOf(const QString &notes, qsizetype from, qsizetype to)
     return line.size() == notes.size() ? notes : line.toString();
 }
 
-// Folding keeps line breaks where they were, so the line of the first
-// folded hit has the same number as the line to show.
-std::optional<QString> snippetFromFolded(const QString &notes, QStringView foldedNotes, qsizetype at,
-                                         const FoldedQuery &query)
+// The first line break in `text` at or after `from`, or its size. Notes
+// are mostly long lines, so eight characters are tested at a time for
+// anything that may be one (a control character up to CR, NEL, the
+// Unicode separators), and only those are looked at closely.
+qsizetype nextLineBreak(QStringView text, qsizetype from)
 {
-    // A query with a line break inside never matches within one line.
-    const QStringView hit = foldedNotes.mid(at, query.text.size());
-    if (std::any_of(hit.begin(), hit.end(), isLineBreak))
-        return snippet(notes, query);
-    const qsizetype lineNumber = std::count_if(foldedNotes.begin(), foldedNotes.begin() + at, isLineBreak);
-    qsizetype from = 0;
-    for (qsizetype line = 0; line < lineNumber; ++line) {
-        while (from < notes.size() && !isLineBreak(notes.at(from)))
-            ++from;
-        ++from;
+    const char16_t *chars = text.utf16();
+    const qsizetype size = text.size();
+#ifdef __SSE2__
+    const __m128i cr = _mm_set1_epi16(0x0d);
+    const __m128i nel = _mm_set1_epi16(short(0x0085));
+    const __m128i lineSeparator = _mm_set1_epi16(short(0x2028));
+    const __m128i paragraphSeparator = _mm_set1_epi16(short(0x2029));
+    for (; from + 8 <= size; from += 8) {
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i *>(chars + from));
+        const __m128i maybe = _mm_or_si128(
+            _mm_or_si128(_mm_cmpeq_epi16(_mm_subs_epu16(block, cr), _mm_setzero_si128()), _mm_cmpeq_epi16(block, nel)),
+            _mm_or_si128(_mm_cmpeq_epi16(block, lineSeparator), _mm_cmpeq_epi16(block, paragraphSeparator)));
+        if (_mm_movemask_epi8(maybe) != 0)
+            break;
     }
-    qsizetype to = from;
-    while (to < notes.size() && !isLineBreak(notes.at(to)))
-        ++to;
-    return lineOf(notes, from, to);
+#endif
+    for (; from < size; ++from) {
+        if (isLineBreak(chars[from]))
+            return from;
+    }
+    return size;
 }
 
-// The line of the notes around a hit at `at`, where positions in the
-// folded notes are positions in the notes.
-std::optional<QString> snippetAt(const QString &notes, qsizetype at, const FoldedQuery &query)
+// The line of the notes around a hit at `at` of their folded text,
+// found in the folded text: it lies packed with the others, and folding
+// keeps line breaks where they were, so the line has the same number in
+// both. ASCII folds character for character (`ascii`), so there the
+// positions are the same too.
+std::optional<QString> snippetAt(const QString &notes, QStringView foldedNotes, qsizetype at, bool ascii,
+                                 const FoldedQuery &query)
 {
-    const QStringView hit = QStringView(notes).mid(at, query.text.size());
-    if (std::any_of(hit.begin(), hit.end(), isLineBreak))
+    // A query with a line break inside never matches within one line.
+    if (nextLineBreak(foldedNotes, at) < at + query.text.size())
         return snippet(notes, query);
-    qsizetype from = at;
-    while (from > 0 && !isLineBreak(notes.at(from - 1)))
-        --from;
-    qsizetype to = at;
-    while (to < notes.size() && !isLineBreak(notes.at(to)))
-        ++to;
-    return lineOf(notes, from, to);
+    if (ascii) {
+        qsizetype from = 0;
+        for (qsizetype end = nextLineBreak(foldedNotes, 0); end < at; end = nextLineBreak(foldedNotes, from))
+            from = end + 1;
+        return lineOf(notes, from, nextLineBreak(foldedNotes, at));
+    }
+    qsizetype from = 0;
+    for (qsizetype end = nextLineBreak(foldedNotes, 0); end < at; end = nextLineBreak(foldedNotes, end + 1))
+        from = std::min(nextLineBreak(notes, from) + 1, notes.size());
+    return lineOf(notes, from, nextLineBreak(notes, from));
 }
 
 // The node-by-node search, for a list of nodes of no one flow.
@@ -422,9 +436,8 @@ QList<FlowSearchMatch> searchFlow(const FoldedQuery &query, const TaskFlow &flow
             matches.append({node.id, node.title, node.status, std::nullopt, flowID});
             continue;
         }
-        std::optional<QString> line = node.notesAreAscii
-                                          ? snippetAt(node.notes, hit.notesAt, query)
-                                          : snippetFromFolded(node.notes, texts.foldedNotes(hit.k), hit.notesAt, query);
+        std::optional<QString> line =
+            snippetAt(node.notes, texts.foldedNotes(hit.k), hit.notesAt, node.notesAreAscii, query);
         if (line)
             matches.append({node.id, node.title, node.status, std::move(line), flowID});
     }
