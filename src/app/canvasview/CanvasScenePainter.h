@@ -12,6 +12,7 @@
 #include <QList>
 #include <QPointF>
 #include <QRectF>
+#include <QRegion>
 #include <QSet>
 #include <QStringList>
 #include <QUuid>
@@ -139,7 +140,8 @@ private:
     // The ground, its grid, edges and file links drawn once into an opaque
     // image a little larger than the view, kept while they stay the same:
     // pans within its reach, hovers and card selections copy it instead of
-    // filling, dotting and drawing every line.
+    // filling, dotting and drawing every line. Only the part a frame shows
+    // is drawn, the rest when a pan brings it into view.
     struct LineLayer {
         struct Key {
             quint64 version = 0;
@@ -160,14 +162,21 @@ private:
         // The canvas area the image covers.
         QRectF area;
         QImage image;
+        // The image's pixels drawn so far.
+        QRegion drawn;
     };
     // How far the line layer reaches past the view, on screen.
     static constexpr double layerReach = 256;
 
     static QSet<QUuid> movingCards(const CanvasInteraction &interaction);
-    // Into `layer`, the image `painter` draws on, thin lines are drawn directly.
+    // Into `layer`, the image `painter` draws on, thin lines are drawn
+    // directly, within its pixels `layerClip`, which the painter is clipped to.
     void paintLines(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors, const QRectF &visible,
-                    const QSet<QUuid> &moving, bool onlyMoving, QImage *layer = nullptr) const;
+                    const QSet<QUuid> &moving, bool onlyMoving, QImage *layer = nullptr,
+                    const QRect &layerClip = {}) const;
+    // Draws the line layer's pixels `pixels`.
+    void drawLineLayer(const CanvasEditor &editor, const CanvasColors &colors, const ViewState &view,
+                       const QSet<QUuid> &moving, const QRect &pixels);
     void paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
                         const ViewState &view, const QSet<QUuid> &moving, const QRectF &exposed);
     const CardLayout &layout(const TaskFlow &flow, const FlowNode &node, NodeSize size);

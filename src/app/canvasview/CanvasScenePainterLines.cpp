@@ -58,17 +58,23 @@ std::optional<std::pair<double, double>> clipSegment(QPointF a, QPointF b, const
 
 // Lines gathered by pen and stroked in one call per pen, with their
 // arrowheads filled as one path per colour, rather than a call and a
-// stroker's set-up for each of thousands of lines and dashes.
+// stroker's set-up for each of thousands of lines and dashes. A dashed
+// line is kept whole with where its pattern stands at its first end: blended,
+// its dashes are drawn in one pass along it; stroked, they are cut here.
 class LineBatches
 {
 public:
-    QList<QLineF> &lines(const QPen &pen)
+    // The part of the line from a to b inside `visible`.
+    void add(const QPen &pen, QPointF a, QPointF b, const QRectF &visible, std::span<const double> dashes = {})
     {
-        for (Batch &batch : m_batches)
-            if (batch.pen == pen)
-                return batch.lines;
-        m_batches.append(Batch{pen, {}, noHeads()});
-        return m_batches.last().lines;
+        const auto part = clipSegment(a, b, visible);
+        if (!part)
+            return;
+        const QPointF d = b - a;
+        Batch &batch = find(pen, dashes);
+        batch.lines.append(QLineF(a + d * part->first, a + d * part->second));
+        if (!dashes.empty())
+            batch.phases.append(part->first * std::hypot(d.x(), d.y()));
     }
 
     QPainterPath &heads(const QColor &color)
@@ -77,29 +83,49 @@ public:
             if (batch.pen.color() == color)
                 return batch.heads;
         // Arrowheads of a colour no line has, as for a line too short to show.
-        m_batches.append(Batch{QPen(color, 0, Qt::NoPen), {}, noHeads()});
-        return m_batches.last().heads;
+        return find(QPen(color, 0, Qt::NoPen), {}).heads;
     }
 
     // Lines under arrowheads, as when each line was drawn with its head.
-    // Into an opaque layer, lines at most a pixel wide are blended directly.
-    void draw(QPainter &painter, QImage *layer) const
+    // Into an opaque layer, lines at most a pixel wide are blended directly,
+    // within `clip`, its pixels the painter is clipped to.
+    void draw(QPainter &painter, QImage *layer, const QRect &clip) const
     {
         const QTransform &transform = painter.transform();
         const double pixelRatio = layer ? layer->devicePixelRatio() : 1;
         const QTransform toPixels = transform * QTransform::fromScale(pixelRatio, pixelRatio);
-        const bool direct = layer && layer->format() == QImage::Format_RGB32 && !painter.hasClipping() &&
+        const bool direct = layer && layer->format() == QImage::Format_RGB32 &&
                             transform.type() <= QTransform::TxScale && qFuzzyCompare(toPixels.m11(), toPixels.m22());
         for (const Batch &batch : m_batches) {
             if (batch.lines.isEmpty())
                 continue;
             const double pixels = batch.pen.widthF() * toPixels.m11();
-            if (direct && batch.pen.style() == Qt::SolidLine && pixels <= 1) {
-                blendThinLines(*layer, toPixels, batch.lines, batch.pen.color(), pixels);
+            const double width = std::max(batch.pen.widthF(), 1.0);
+            if (direct && batch.pen.style() == Qt::SolidLine && pixels <= 1 && batch.dashes.size() <= 2) {
+                ThinDashes dashes;
+                if (!batch.dashes.empty())
+                    dashes =
+                        ThinDashes{batch.dashes[0] * width, (batch.dashes[0] + batch.dashes[1]) * width, batch.phases};
+                blendThinLines(*layer, clip, toPixels, batch.lines, batch.pen.color(), pixels,
+                               batch.dashes.empty() ? nullptr : &dashes);
                 continue;
             }
             painter.setPen(batch.pen);
-            painter.drawLines(batch.lines.constData(), int(batch.lines.size()));
+            if (batch.dashes.empty()) {
+                painter.drawLines(batch.lines.constData(), int(batch.lines.size()));
+                continue;
+            }
+            QList<QLineF> segments;
+            for (qsizetype i = 0; i < batch.lines.size(); ++i) {
+                const QLineF &line = batch.lines[i];
+                const double length = line.length();
+                if (length < degenerateLength)
+                    continue;
+                const QPointF unit = (line.p2() - line.p1()) / length;
+                appendDashes(segments, line.p1() - unit * batch.phases[i], unit, batch.phases[i],
+                             batch.phases[i] + length, batch.dashes, width);
+            }
+            painter.drawLines(segments.constData(), int(segments.size()));
         }
         for (const Batch &batch : m_batches)
             if (!batch.heads.isEmpty())
@@ -107,19 +133,27 @@ public:
     }
 
 private:
-    // Overlapping heads are one shape, not holes in each other.
-    static QPainterPath noHeads()
-    {
-        QPainterPath path;
-        path.setFillRule(Qt::WindingFill);
-        return path;
-    }
-
     struct Batch {
         QPen pen;
+        std::span<const double> dashes;
         QList<QLineF> lines;
+        // Per line of a dashed batch: how far its first end is from where the pattern began.
+        QList<double> phases;
         QPainterPath heads;
     };
+
+    Batch &find(const QPen &pen, std::span<const double> dashes)
+    {
+        for (Batch &batch : m_batches)
+            if (batch.pen == pen && batch.dashes.data() == dashes.data() && batch.dashes.size() == dashes.size())
+                return batch;
+        // Overlapping heads are one shape, not holes in each other.
+        QPainterPath heads;
+        heads.setFillRule(Qt::WindingFill);
+        m_batches.append(Batch{pen, dashes, {}, {}, heads});
+        return m_batches.last();
+    }
+
     QList<Batch> m_batches;
 };
 
@@ -133,6 +167,22 @@ QColor dimmed(QColor color, double opacity)
 } // namespace
 
 namespace ScenePainting {
+
+void appendDashes(QList<QLineF> &segments, QPointF a, QPointF unit, double from, double to,
+                  std::span<const double> dashes, double width)
+{
+    double period = 0;
+    for (const double dash : dashes)
+        period += dash * width;
+    // Whole periods before `from` are skipped at once.
+    double at = std::floor(from / period) * period;
+    for (std::size_t i = 0; at < to; i = (i + 1) % dashes.size()) {
+        const double next = at + dashes[i] * width;
+        if (i % 2 == 0 && next > from)
+            segments.append(QLineF(a + unit * std::max(at, from), a + unit * std::min(next, to)));
+        at = next;
+    }
+}
 
 void appendClippedLine(QList<QLineF> &segments, QPointF a, QPointF b, const QRectF &visible,
                        std::span<const double> dashes, double penWidth)
@@ -148,21 +198,7 @@ void appendClippedLine(QList<QLineF> &segments, QPointF a, QPointF b, const QRec
     const double length = std::hypot(d.x(), d.y());
     if (length < degenerateLength)
         return;
-    const double width = std::max(penWidth, 1.0);
-    double period = 0;
-    for (const double dash : dashes)
-        period += dash * width;
-    const QPointF unit = d / length;
-    const double from = part->first * length;
-    const double to = part->second * length;
-    // Whole periods before the visible part are skipped at once.
-    double at = std::floor(from / period) * period;
-    for (std::size_t i = 0; at < to; i = (i + 1) % dashes.size()) {
-        const double next = at + dashes[i] * width;
-        if (i % 2 == 0 && next > from)
-            segments.append(QLineF(a + unit * std::max(at, from), a + unit * std::min(next, to)));
-        at = next;
-    }
+    appendDashes(segments, a, d / length, part->first * length, part->second * length, dashes, std::max(penWidth, 1.0));
 }
 
 void drawClippedLine(QPainter &painter, QPointF a, QPointF b, const QRectF &visible, std::span<const double> dashes)
@@ -177,57 +213,84 @@ void drawClippedLine(QPainter &painter, QPointF a, QPointF b, const QRectF &visi
 // through its blending on its own, which made a new layer of long lines
 // take 60 to 140 ms. The image is walked in bands of rows that stay in the
 // cache: a layer is larger than it, and a steep line meets a new row at
-// every pixel.
-void blendThinLines(QImage &image, const QTransform &toPixels, const QList<QLineF> &lines, QColor color,
-                    double strength)
+// every pixel. Dashes are a share of each column rather than lines of their
+// own: zoomed out, a dash is two pixels long, and its own set-up cost more
+// than its pixels.
+void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels, const QList<QLineF> &lines,
+                    QColor color, double strength, const ThinDashes *dashes)
 {
     constexpr int bandRows = 32;
-    const int width = image.width();
-    const int height = image.height();
+    const QRect area = clip & image.rect();
+    if (area.isEmpty())
+        return;
+    const int left = area.left();
+    const int right = area.right() + 1;
+    const int top = area.top();
+    const int bottom = area.bottom() + 1;
     uchar *bits = image.bits();
     const qsizetype stride = image.bytesPerLine();
     const int alpha = int(std::lround(std::clamp(color.alphaF() * strength, 0.0, 1.0) * 256));
     const uint source = color.rgb();
+    const double toPixelLength = std::abs(toPixels.m11());
+    const double dash = dashes ? dashes->dash * toPixelLength : 0;
+    const double period = dashes ? dashes->period * toPixelLength : 0;
+    // How much of the pattern is ink up to a distance along the line.
+    const auto inkTo = [&](double s) {
+        const double periods = std::floor(s / period);
+        return periods * dash + std::min(s - periods * period, dash);
+    };
 
-    // Each line along its longer axis, from its lower end.
+    // Each line along its longer axis, from its lower end; a dashed one
+    // with the distance along its pattern at that end, and which way and how
+    // fast that distance runs per step along the axis.
     struct Run {
         QPointF a;
         QPointF b;
         bool steep;
         double slope;
+        double patternAtA = 0;
+        double patternPerStep = 0;
     };
     std::vector<Run> runs;
     runs.reserve(std::size_t(lines.size()));
-    std::vector<std::vector<int>> bands(std::size_t((height + bandRows - 1) / bandRows));
-    for (const QLineF &line : lines) {
-        QPointF a = toPixels.map(line.p1());
-        QPointF b = toPixels.map(line.p2());
-        const int top = std::max(int(std::floor(std::min(a.y(), b.y()))) - 1, 0);
-        const int bottom = std::min(int(std::ceil(std::max(a.y(), b.y()))) + 1, height - 1);
-        if (top > bottom)
+    std::vector<std::vector<int>> bands(std::size_t((bottom - top + bandRows - 1) / bandRows));
+    for (qsizetype n = 0; n < lines.size(); ++n) {
+        QPointF a = toPixels.map(lines[n].p1());
+        QPointF b = toPixels.map(lines[n].p2());
+        const int from = std::max(int(std::floor(std::min(a.y(), b.y()))) - 1, top);
+        const int to = std::min(int(std::ceil(std::max(a.y(), b.y()))) + 1, bottom - 1);
+        if (from > to || std::max(a.x(), b.x()) < left - 1 || std::min(a.x(), b.x()) > right + 1)
             continue;
         const bool steep = std::abs(b.y() - a.y()) > std::abs(b.x() - a.x());
         if (steep) {
             a = a.transposed();
             b = b.transposed();
         }
-        if (a.x() > b.x())
+        const bool reversed = a.x() > b.x();
+        if (reversed)
             std::swap(a, b);
         const double run = b.x() - a.x();
         // A point draws nothing, as with flat caps.
         if (run <= 0)
             continue;
-        for (int band = top / bandRows; band <= bottom / bandRows; ++band)
+        Run line{a, b, steep, (b.y() - a.y()) / run};
+        if (dashes) {
+            const double length = std::hypot(run, b.y() - a.y());
+            const double phase = dashes->phases[n] * toPixelLength;
+            line.patternAtA = reversed ? phase + length : phase;
+            line.patternPerStep = (reversed ? -length : length) / run;
+        }
+        for (int band = (from - top) / bandRows; band <= (to - top) / bandRows; ++band)
             bands[std::size_t(band)].push_back(int(runs.size()));
-        runs.push_back(Run{a, b, steep, (b.y() - a.y()) / run});
+        runs.push_back(line);
     }
 
     for (std::size_t band = 0; band < bands.size(); ++band) {
-        const int rowFrom = int(band) * bandRows;
-        const int rowTo = std::min(rowFrom + bandRows, height);
+        const int rowFrom = top + int(band) * bandRows;
+        const int rowTo = std::min(rowFrom + bandRows, bottom);
         // A pixel moved towards the colour by f of 256.
         const auto plot = [&](int x, int y, int f) {
-            if (x < 0 || y < rowFrom || x >= width || y >= rowTo || f <= 0)
+            if (x < left || y < rowFrom || x >= right || y >= rowTo || f <= 0)
                 return;
             QRgb &pixel = reinterpret_cast<QRgb *>(bits + y * stride)[x];
             const QRgb d = pixel;
@@ -239,12 +302,17 @@ void blendThinLines(QImage &image, const QTransform &toPixels, const QList<QLine
             const Run &line = runs[std::size_t(index)];
             const QPointF &a = line.a;
             const QPointF &b = line.b;
-            int first = std::max(int(std::floor(a.x())), 0);
-            int last = std::min(int(std::ceil(b.x())), line.steep ? height : width);
-            if (line.steep) {
-                first = std::max(first, rowFrom);
-                last = std::min(last, rowTo);
-            } else if (line.slope != 0) {
+            // Of the columns from x to x + share along the axis, the part in ink.
+            const auto inked = [&](double x, double share) {
+                if (!dashes)
+                    return share;
+                const double s0 = line.patternAtA + (x - a.x()) * line.patternPerStep;
+                const double s1 = s0 + share * line.patternPerStep;
+                return std::abs(inkTo(s1) - inkTo(s0)) / std::abs(line.patternPerStep);
+            };
+            int first = std::max(int(std::floor(a.x())), line.steep ? rowFrom : left);
+            int last = std::min(int(std::ceil(b.x())), line.steep ? rowTo : right);
+            if (!line.steep && line.slope != 0) {
                 // The columns where the line is within a pixel of the band.
                 const double x1 = a.x() + (rowFrom - 1 - a.y()) / line.slope;
                 const double x2 = a.x() + (rowTo + 1 - a.y()) / line.slope;
@@ -260,16 +328,14 @@ void blendThinLines(QImage &image, const QTransform &toPixels, const QList<QLine
                     const int end = std::min(wholeTo, last);
                     qint64 across = qint64(std::floor((a.y() + (i + 0.5 - a.x()) * line.slope - 0.5) * 65536));
                     const qint64 step = std::llround(line.slope * 65536);
-                    if (line.steep) {
-                        for (; i < end; ++i, across += step) {
-                            const int below = (int((across >> 8) & 255) * alpha) >> 8;
-                            plot(int(across >> 16), i, alpha - below);
+                    for (; i < end; ++i, across += step) {
+                        const int ink = dashes ? int(inked(i, 1) * alpha + 0.5) : alpha;
+                        const int below = (int((across >> 8) & 255) * ink) >> 8;
+                        if (line.steep) {
+                            plot(int(across >> 16), i, ink - below);
                             plot(int(across >> 16) + 1, i, below);
-                        }
-                    } else {
-                        for (; i < end; ++i, across += step) {
-                            const int below = (int((across >> 8) & 255) * alpha) >> 8;
-                            plot(i, int(across >> 16), alpha - below);
+                        } else {
+                            plot(i, int(across >> 16), ink - below);
                             plot(i, int(across >> 16) + 1, below);
                         }
                     }
@@ -278,13 +344,12 @@ void blendThinLines(QImage &image, const QTransform &toPixels, const QList<QLine
                 // The part of this column the line spans, and its height at the middle.
                 const double from = std::max(a.x(), double(i));
                 const double to = std::min(b.x(), double(i + 1));
-                const double share = to - from;
                 const int column = i++;
-                if (share <= 0)
+                if (to <= from)
                     continue;
                 // In 256ths of a pixel: the row or column above, and how near the one below is.
                 const int across = int(std::floor((a.y() + ((from + to) / 2 - a.x()) * line.slope - 0.5) * 256));
-                const int coverage = int(share * alpha + 0.5);
+                const int coverage = int(inked(from, to - from) * alpha + 0.5);
                 const int below = ((across & 255) * coverage) >> 8;
                 if (line.steep) {
                     plot(across >> 8, column, coverage - below);
@@ -319,8 +384,8 @@ void drawArrowhead(QPainter &painter, QPointF tip, QPointF source, const QColor 
 // --- lines between cards and files
 
 void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
-                                    const QRectF &visible, const QSet<QUuid> &moving, bool onlyMoving,
-                                    QImage *layer) const
+                                    const QRectF &visible, const QSet<QUuid> &moving, bool onlyMoving, QImage *layer,
+                                    const QRect &layerClip) const
 {
     const TaskFlow &flow = *editor.flow();
     const CanvasInteraction &interaction = editor.interaction();
@@ -345,9 +410,8 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             continue;
         const bool selected = interaction.selectedFileLinkID() == link->id;
         const QColor color = selected ? colors.ramp.brand : withAlpha(colors.secondaryText, 0.6);
-        appendClippedLine(batches.lines(QPen(dimmed(color, editor.isDimmed(node) ? 0.25 : 1), fileLinkStroke,
-                                             Qt::SolidLine, Qt::FlatCap)),
-                          line.start, line.end, visible, linkDashes, fileLinkStroke);
+        batches.add(QPen(dimmed(color, editor.isDimmed(node) ? 0.25 : 1), fileLinkStroke, Qt::SolidLine, Qt::FlatCap),
+                    line.start, line.end, visible, linkDashes);
     }
 
     const std::optional<EdgeReconnect> &reconnect = interaction.edgeReconnect();
@@ -374,13 +438,12 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         const double length = std::max(std::hypot(d.x(), d.y()), degenerateLength);
         const QPointF base = line.end - d / length * std::min(arrowheadLength * 0.8, length);
         // A subtask line reads as belonging rather than following.
-        appendClippedLine(batches.lines(QPen(color, width, Qt::SolidLine, Qt::FlatCap)), line.start, base, visible,
-                          edge->isSubtask() ? std::span<const double>(subtaskDashes) : std::span<const double>(),
-                          width);
+        batches.add(QPen(color, width, Qt::SolidLine, Qt::FlatCap), line.start, base, visible,
+                    edge->isSubtask() ? std::span<const double>(subtaskDashes) : std::span<const double>());
         if (visible.contains(line.end))
             addArrowhead(batches.heads(color), line.end, line.start);
     }
-    batches.draw(painter, layer);
+    batches.draw(painter, layer, layerClip);
 }
 
 void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
@@ -418,35 +481,71 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
         if (m_lines.image.size() != pixels)
             m_lines.image = QImage(pixels, QImage::Format_RGB32);
         m_lines.image.setDevicePixelRatio(pixelRatio);
-        m_lines.image.fill(colors.ramp.brandSubtle);
-        QPainter into(&m_lines.image);
-        if (view.grid) {
-            ViewState ground = view;
-            ground.offset = -m_lines.area.topLeft() * scale;
-            paintGrid(into, colors, ground, QRectF(QPointF(), m_lines.area.size() * scale));
-        }
-        into.setRenderHint(QPainter::Antialiasing);
-        into.setTransform(QTransform::fromScale(scale, scale).translate(-m_lines.area.left(), -m_lines.area.top()));
-        paintLines(into, editor, colors, m_lines.area, moving, false, &m_lines.image);
+        m_lines.drawn = QRegion();
     }
+    const auto complete = [&](const QRegion &wanted) {
+        const QRegion missing = wanted - m_lines.drawn;
+        for (const QRect &pixels : missing)
+            drawLineLayer(editor, colors, view, moving, pixels);
+        m_lines.drawn += missing;
+    };
     // The layer's corner where it falls now, stretched if the zoom moved
     // on since it was drawn.
     const QRectF target(m_lines.area.topLeft() * scale + view.offset, m_lines.area.size() * scale);
     painter.resetTransform();
     painter.setOpacity(1);
-    if (sameScale && reusable) {
-        const QPointF corner(std::round(target.left() * pixelRatio) / pixelRatio,
-                             std::round(target.top() * pixelRatio) / pixelRatio);
-        painter.drawImage(corner, m_lines.image);
+    if (sameScale || !reusable) {
+        // Only the pixels this frame shows.
+        const QPointF corner(std::round(target.left() * pixelRatio), std::round(target.top() * pixelRatio));
+        const QRect shown =
+            QRectF(exposed.topLeft() * pixelRatio - corner, exposed.size() * pixelRatio).toAlignedRect() &
+            m_lines.image.rect();
+        if (shown.isEmpty())
+            return;
+        complete(shown);
+        painter.drawImage((corner + shown.topLeft()) / pixelRatio, m_lines.image, shown);
     } else {
         // Drawn at another scale while the zoom moves: the ground under it
         // shows where the stretched layer does not reach.
+        complete(m_lines.image.rect());
         painter.fillRect(exposed, colors.ramp.brandSubtle);
         if (view.grid)
             paintGrid(painter, colors, view, exposed);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(target, m_lines.image);
     }
+}
+
+void CanvasScenePainter::drawLineLayer(const CanvasEditor &editor, const CanvasColors &colors, const ViewState &view,
+                                       const QSet<QUuid> &moving, const QRect &pixels)
+{
+    // Drawn in the image's own pixels, so the clip falls on whole ones.
+    const double pixelRatio = m_lines.image.devicePixelRatio();
+    m_lines.image.setDevicePixelRatio(1);
+    {
+        QPainter into(&m_lines.image);
+        into.setClipRect(pixels);
+        into.fillRect(pixels, colors.ramp.brandSubtle);
+        into.scale(pixelRatio, pixelRatio);
+        if (view.grid) {
+            ViewState ground = view;
+            ground.offset = -m_lines.area.topLeft() * m_lines.scale;
+            const QRectF logical(QPointF(pixels.topLeft()) / pixelRatio, QSizeF(pixels.size()) / pixelRatio);
+            paintGrid(into, colors, ground, logical);
+        }
+        into.setRenderHint(QPainter::Antialiasing);
+        const double toPixels = m_lines.scale * pixelRatio;
+        into.setTransform(
+            QTransform::fromScale(toPixels, toPixels).translate(-m_lines.area.left(), -m_lines.area.top()));
+        // Lines are cut a little past these pixels, so that their cut ends do
+        // not show, and arrowheads whose tips lie past them still reach in.
+        const double margin = arrowheadLength + 2 / toPixels;
+        const QRectF visible(m_lines.area.topLeft() + QPointF(pixels.topLeft()) / toPixels,
+                             QSizeF(pixels.size()) / toPixels);
+        paintLines(into, editor, colors, visible.adjusted(-margin, -margin, margin, margin), moving, false,
+                   &m_lines.image, pixels);
+    }
+    m_lines.image.setDevicePixelRatio(pixelRatio);
 }
 
 } // namespace fenrow

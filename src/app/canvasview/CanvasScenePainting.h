@@ -8,6 +8,7 @@
 #include <QList>
 #include <QPainterPath>
 #include <QPointF>
+#include <QRect>
 #include <QRectF>
 #include <QTransform>
 
@@ -49,14 +50,27 @@ void drawClippedLine(QPainter &painter, QPointF a, QPointF b, const QRectF &visi
 // The same segments added to `segments`, for a pen `penWidth` wide.
 void appendClippedLine(QList<QLineF> &segments, QPointF a, QPointF b, const QRectF &visible,
                        std::span<const double> dashes, double penWidth);
+// The dashes, in line widths of `width`, of the line from `a` along `unit`
+// between the distances `from` and `to`; the pattern begins at `a`.
+void appendDashes(QList<QLineF> &segments, QPointF a, QPointF unit, double from, double to,
+                  std::span<const double> dashes, double width);
 
 void drawArrowhead(QPainter &painter, QPointF tip, QPointF source, const QColor &color);
 void addArrowhead(QPainterPath &path, QPointF tip, QPointF source);
 
+// A dash pattern of one dash and one gap, in the lines' units; for each
+// line, how far along the pattern its first end stands.
+struct ThinDashes {
+    double dash = 0;
+    double period = 0;
+    QList<double> phases;
+};
+
 // Antialiased lines at most a pixel wide, `strength` their width in pixels,
-// blended straight into an opaque RGB32 image; `toPixels` maps them to its
-// pixels and may only scale and move.
-void blendThinLines(QImage &image, const QTransform &toPixels, const QList<QLineF> &lines, QColor color,
-                    double strength);
+// blended straight into an opaque RGB32 image, only within its pixels
+// `clip`; `toPixels` maps them to its pixels and may only scale (the same
+// both ways) and move.
+void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels, const QList<QLineF> &lines,
+                    QColor color, double strength, const ThinDashes *dashes = nullptr);
 
 } // namespace fenrow::ScenePainting
