@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <numeric>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -112,16 +111,23 @@ public:
     // Between two nodes' texts; a query holding it is searched node by node.
     static constexpr QChar separator = QChar(u'\0');
 
+    // What a row needs lies here, in `order` order, so that the rows of a
+    // common query are built from neighbouring memory.
     struct Node {
-        const FlowNode *node = nullptr;
         QUuid id;
+        // A copy of the node's title, made with the others of the flow
+        // one after another: each row raises its count of owners, and the
+        // node's own strings lie scattered over the heap, a cache miss
+        // per row.
         QString title;
-        QString notes;
-        qint64 order = 0;
         NodeStatus status = NodeStatus::pending;
         // ASCII folds character for character, so a position in the
         // folded notes is the same position in the notes.
         bool notesAreAscii = false;
+        QString notes;
+        // The node's own title: whether it is still the one folded.
+        QString nodeTitle;
+        const FlowNode *node = nullptr;
     };
 
     bool isCurrent(const TaskFlow &flow) const { return flow.nodesVersion() == m_version; }
@@ -132,44 +138,36 @@ public:
     {
         QHash<const FlowNode *, qsizetype> previousAt;
         if (previous) {
-            previousAt.reserve(previous->m_sorted.size());
-            for (qsizetype k = 0; k < previous->m_sorted.size(); ++k)
-                previousAt.insert(previous->m_nodes.at(previous->m_sorted.at(k)).node, k);
+            previousAt.reserve(previous->size());
+            for (qsizetype k = 0; k < previous->size(); ++k)
+                previousAt.insert(previous->m_nodes.at(k).node, k);
         }
-        m_nodes.clear();
-        m_nodes.reserve(qsizetype(flow.items().size()));
-        for (const FlowNode *node : flow.items())
-            m_nodes.append({node, node->id, node->title, node->notes, node->order, node->status(),
-                            QtPrivate::isAscii(QStringView(node->notes))});
+        std::vector<const FlowNode *> sorted(flow.items().begin(), flow.items().end());
+        std::stable_sort(sorted.begin(), sorted.end(),
+                         [](const FlowNode *a, const FlowNode *b) { return a->order < b->order; });
         m_version = flow.nodesVersion();
-        m_sorted.resize(m_nodes.size());
-        std::iota(m_sorted.begin(), m_sorted.end(), 0);
-        std::stable_sort(m_sorted.begin(), m_sorted.end(),
-                         [&](qsizetype a, qsizetype b) { return m_nodes.at(a).order < m_nodes.at(b).order; });
 
         QString titles;
         QString notes;
         QList<qsizetype> titleEnds;
         QList<qsizetype> noteEnds;
-        titleEnds.reserve(m_sorted.size());
-        noteEnds.reserve(m_sorted.size());
-        for (const qsizetype index : std::as_const(m_sorted)) {
-            const Node &node = m_nodes.at(index);
-            const auto before = previous ? previousAt.constFind(node.node) : previousAt.constEnd();
-            const Node *old = before != previousAt.constEnd() ? &previous->m_nodes.at(previous->m_sorted.at(*before))
-                                                              : nullptr;
-            if (old && sameString(old->title, node.title))
+        titleEnds.reserve(qsizetype(sorted.size()));
+        noteEnds.reserve(qsizetype(sorted.size()));
+        for (const FlowNode *node : sorted) {
+            const auto before = previous ? previousAt.constFind(node) : previousAt.constEnd();
+            const Node *old = before != previousAt.constEnd() ? &previous->m_nodes.at(*before) : nullptr;
+            if (old && sameString(old->nodeTitle, node->title))
                 titles += previous->foldedTitle(*before);
             else
-                titles += TextFolding::fold(node.title, locale);
+                titles += TextFolding::fold(node->title, locale);
             titleEnds.append(titles.size());
             titles += separator;
-            if (node.notes.isEmpty()) {
+            if (node->notes.isEmpty()) {
                 // Nothing to fold.
-            } else if (old && sameString(old->notes, node.notes)) {
+            } else if (old && sameString(old->notes, node->notes)) {
                 notes += previous->foldedNotes(*before);
             } else {
-                notes += TextFolding::fold(node.notes, locale);
+                notes += TextFolding::fold(node->notes, locale);
             }
             noteEnds.append(notes.size());
             notes += separator;
@@ -178,12 +176,19 @@ public:
         m_notes = std::move(notes);
         m_titleEnds = std::move(titleEnds);
         m_noteEnds = std::move(noteEnds);
+
+        // After the folding, whose passing strings would come between them.
+        m_nodes.clear();
+        m_nodes.reserve(qsizetype(sorted.size()));
+        for (const FlowNode *node : sorted)
+            m_nodes.append({node->id, QString(node->title.constData(), node->title.size()), node->status(),
+                            QtPrivate::isAscii(QStringView(node->notes)), node->notes, node->title, node});
     }
 
-    qsizetype size() const { return m_sorted.size(); }
+    qsizetype size() const { return m_nodes.size(); }
     // The node at position `k` of `order` order, as it was when the texts
     // were built, which is as it is while they are current.
-    const Node &node(qsizetype k) const { return m_nodes.at(m_sorted.at(k)); }
+    const Node &node(qsizetype k) const { return m_nodes.at(k); }
     QStringView foldedTitle(qsizetype k) const { return slice(m_titles, m_titleEnds, k); }
     QStringView foldedNotes(qsizetype k) const { return slice(m_notes, m_noteEnds, k); }
 
@@ -249,8 +254,7 @@ private:
     }
 
     quint64 m_version = 0;
-    QList<Node> m_nodes;       // as the flow lists them
-    QList<qsizetype> m_sorted; // indices into m_nodes, in `order` order
+    QList<Node> m_nodes; // in `order` order
     QString m_titles;
     QString m_notes;
     QList<qsizetype> m_titleEnds;
@@ -339,25 +343,46 @@ qsizetype nextLineBreak(QStringView text, qsizetype from)
     return size;
 }
 
-// The line of the notes around a hit at `at` of their folded text,
-// found in the folded text: it lies packed with the others, and folding
-// keeps line breaks where they were, so the line has the same number in
-// both. ASCII folds character for character (`ascii`), so there the
-// positions are the same too.
-std::optional<QString> snippetAt(const QString &notes, QStringView foldedNotes, qsizetype at, bool ascii,
-                                 const FoldedQuery &query)
+// The line of a node's notes that holds a hit, found in the folded notes
+// when the hit is, while they are at hand: folding keeps line breaks where
+// they were, so the line has the same number in both.
+struct NotesLine {
+    qsizetype number = 0;
+    // Where it lies in the folded notes, trimmed; for ASCII notes, which
+    // fold character for character, where it lies in the notes too.
+    qsizetype from = 0;
+    qsizetype to = 0;
+    // The query holds a line break, and never matches within one line.
+    bool acrossLines = false;
+};
+
+NotesLine lineAt(QStringView foldedNotes, qsizetype at, const FoldedQuery &query)
 {
-    // A query with a line break inside never matches within one line.
-    if (nextLineBreak(foldedNotes, at) < at + query.text.size())
+    NotesLine line;
+    const qsizetype end = nextLineBreak(foldedNotes, at);
+    line.acrossLines = end < at + query.text.size();
+    qsizetype from = 0;
+    for (qsizetype next = nextLineBreak(foldedNotes, 0); next < at; next = nextLineBreak(foldedNotes, from)) {
+        from = next + 1;
+        ++line.number;
+    }
+    const QStringView trimmed = foldedNotes.sliced(from, end - from).trimmed();
+    line.from = trimmed.data() - foldedNotes.data();
+    line.to = line.from + trimmed.size();
+    return line;
+}
+
+std::optional<QString> snippetOf(const QString &notes, bool ascii, const NotesLine &line, const FoldedQuery &query)
+{
+    if (line.acrossLines)
         return snippet(notes, query);
     if (ascii) {
-        qsizetype from = 0;
-        for (qsizetype end = nextLineBreak(foldedNotes, 0); end < at; end = nextLineBreak(foldedNotes, from))
-            from = end + 1;
-        return lineOf(notes, from, nextLineBreak(foldedNotes, at));
+        if (line.to - line.from == notes.size())
+            return notes;
+        return QString(notes.constData() + line.from, line.to - line.from);
     }
     qsizetype from = 0;
-    for (qsizetype end = nextLineBreak(foldedNotes, 0); end < at; end = nextLineBreak(foldedNotes, end + 1))
+    for (qsizetype number = 0; number < line.number; ++number)
         from = std::min(nextLineBreak(notes, from) + 1, notes.size());
     return lineOf(notes, from, nextLineBreak(notes, from));
 }
@@ -381,13 +406,13 @@ QList<FlowSearchMatch> searchEach(const FoldedQuery &query, const QList<const Fl
 }
 
 // The strings a row will touch: the title, whose count of owners (just
-// before its text) the row's copy raises, so for writing, and the notes
-// for a snippet.
-void prefetchTexts(const FlowTexts::Node &node, bool notes)
+// before its text) the row's copy raises, so for writing, and for a
+// snippet the notes where the hit is.
+void prefetchTexts(const FlowTexts::Node &node, qsizetype notesAt)
 {
     __builtin_prefetch(node.title.constData(), 1);
-    if (notes)
-        __builtin_prefetch(node.notes.constData());
+    if (notesAt >= 0)
+        __builtin_prefetch(node.notes.constData() + (node.notesAreAscii ? notesAt : 0));
 }
 
 // A flow's matches in `order`: titles first, then the notes of the nodes
@@ -408,36 +433,35 @@ QList<FlowSearchMatch> searchFlow(const FoldedQuery &query, const TaskFlow &flow
     struct Hit {
         qsizetype k;
         qsizetype notesAt; // -1 for a title hit
+        NotesLine line;
     };
     static thread_local std::vector<Hit> hits;
     hits.clear();
     texts.forEachHit(
         query,
         [&](qsizetype k) {
-            hits.push_back({k, -1});
+            hits.push_back({k, -1, {}});
         },
         [&](qsizetype k, qsizetype at) {
-            hits.push_back({k, at});
+            hits.push_back({k, at, lineAt(texts.foldedNotes(k), at, query)});
         });
     QList<FlowSearchMatch> matches;
     matches.reserve(qsizetype(hits.size()));
-    // Each row shares its node's title, and the titles lie scattered over
-    // the heap: ask for the next rows' strings before they are needed, so
-    // a common query does not wait on one cache miss per row.
+    // Ask for the next rows' strings before they are needed, so that a
+    // common query does not wait on memory once per row.
     constexpr std::size_t ahead = 16;
     for (std::size_t i = 0; i < std::min(ahead, hits.size()); ++i)
-        prefetchTexts(texts.node(hits[i].k), hits[i].notesAt >= 0);
+        prefetchTexts(texts.node(hits[i].k), hits[i].notesAt);
     for (std::size_t i = 0; i < hits.size(); ++i) {
         if (i + ahead < hits.size())
-            prefetchTexts(texts.node(hits[i + ahead].k), hits[i + ahead].notesAt >= 0);
+            prefetchTexts(texts.node(hits[i + ahead].k), hits[i + ahead].notesAt);
         const Hit &hit = hits[i];
         const FlowTexts::Node &node = texts.node(hit.k);
         if (hit.notesAt < 0) {
             matches.append({node.id, node.title, node.status, std::nullopt, flowID});
             continue;
         }
-        std::optional<QString> line =
-            snippetAt(node.notes, texts.foldedNotes(hit.k), hit.notesAt, node.notesAreAscii, query);
+        std::optional<QString> line = snippetOf(node.notes, node.notesAreAscii, hit.line, query);
         if (line)
             matches.append({node.id, node.title, node.status, std::move(line), flowID});
     }
