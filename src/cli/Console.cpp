@@ -2,6 +2,7 @@
 
 #include "ExitStatus.h"
 
+#include <QFileDevice>
 #include <QIODevice>
 
 namespace fenrow {
@@ -18,9 +19,7 @@ public:
 
     void release()
     {
-        // The stream encodes whole characters, so its bytes never end in
-        // the middle of one.
-        m_out << QString::fromUtf8(m_bytes);
+        writeUtf8(m_out, m_bytes);
         m_out.flush();
         m_bytes.clear();
     }
@@ -48,6 +47,20 @@ Console::Console(QTextStream &out, QTextStream &err, QTextStream *input, bool in
 }
 
 Console::~Console() = default;
+
+void Console::writeUtf8(QTextStream &stream, QByteArrayView utf8)
+{
+    QIODevice *device = stream.device();
+    if (!device) {
+        stream << QString::fromUtf8(utf8);
+        return;
+    }
+    stream.flush();
+    device->write(utf8.data(), utf8.size());
+    // As the stream's own flush would: the standard output goes out now.
+    if (auto *file = qobject_cast<QFileDevice *>(device))
+        file->flush();
+}
 
 Console::Answer Console::confirm(const QString &question)
 {

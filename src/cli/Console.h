@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArrayView>
 #include <QString>
 #include <QTextStream>
 
@@ -51,6 +52,10 @@ public:
     int usageError(const QString &message, const QString &usage, const QString &helpTopic);
 
     bool isInteractive() const { return m_interactive; }
+
+    // Writes text already in UTF-8 after what `stream` holds: straight to
+    // its device when it has one, without decoding and encoding it again.
+    static void writeUtf8(QTextStream &stream, QByteArrayView utf8);
 
 private:
     class HeldOutput;

@@ -19,13 +19,16 @@ bool isWide(char32_t c)
 
 } // namespace
 
-qsizetype displayWidth(const QString &text)
+qsizetype displayWidth(QStringView text)
 {
     // Every ASCII character takes one column; most cells are ASCII.
-    if (QtPrivate::isAscii(QStringView(text)))
+    if (QtPrivate::isAscii(text))
         return text.size();
     qsizetype width = 0;
-    for (const char32_t c : text.toUcs4()) {
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        char32_t c = text[i].unicode();
+        if (QChar::isHighSurrogate(c) && i + 1 < text.size() && text[i + 1].isLowSurrogate())
+            c = QChar::surrogateToUcs4(char16_t(c), text[++i].unicode());
         switch (QChar::category(c)) {
         case QChar::Mark_NonSpacing:
         case QChar::Mark_Enclosing:
@@ -38,12 +41,15 @@ qsizetype displayWidth(const QString &text)
     return width;
 }
 
+bool breaksLine(QChar c)
+{
+    return c.unicode() < 0x20 || (c.unicode() >= 0x7F && c.unicode() <= 0x9F) || c == QChar::LineSeparator
+        || c == QChar::ParagraphSeparator;
+}
+
 QString singleLine(const QString &text)
 {
-    const bool breaksNothing = std::none_of(text.cbegin(), text.cend(), [](QChar c) {
-        return c.unicode() < 0x20 || (c.unicode() >= 0x7F && c.unicode() <= 0x9F) || c == QChar::LineSeparator
-            || c == QChar::ParagraphSeparator;
-    });
+    const bool breaksNothing = std::none_of(text.cbegin(), text.cend(), breaksLine);
     // The usual case shares the text instead of copying it.
     if (breaksNothing)
         return text;

@@ -7,7 +7,11 @@ namespace fenrow::PlainText {
 
 // Columns a text takes on a terminal: wide East Asian characters and emoji
 // take two, combining marks none.
-qsizetype displayWidth(const QString &text);
+qsizetype displayWidth(QStringView text);
+
+// Whether `c` is a control character or a line or paragraph separator,
+// which `singleLine` makes a space.
+bool breaksLine(QChar c);
 
 // A name on one line: line breaks, tabs and other control characters
 // become spaces, so a name can never break a table or fake a line.

@@ -41,20 +41,27 @@ QString emptyReason(ReadyEmptyReason reason)
 
 // Texts that many rows share (due days, priorities, estimates), made once
 // for the list instead of once a row: a long list repeats a few of them.
+// A text given out stays valid until that kind of text is asked for again.
 class SharedCellTexts
 {
 public:
-    explicit SharedCellTexts(const LocalCalendar &calendar) : m_calendar(calendar) {}
+    SharedCellTexts(const QDateTime &now, const LocalCalendar &calendar) : m_now(now), m_calendar(calendar) {}
 
-    QString dueDay(const QDateTime &due)
+    // The due cell of a task that is not done: whether it is overdue then
+    // depends on the day alone.
+    const QString &due(const FlowNode &node)
     {
-        const qint64 key = due.toMSecsSinceEpoch();
+        const qint64 key = node.dueDate->toMSecsSinceEpoch();
         auto found = m_dueDays.constFind(key);
-        if (found == m_dueDays.constEnd())
-            found = m_dueDays.insert(key, QStringLiteral("due ") + TaskText::day(due, m_calendar));
+        if (found == m_dueDays.constEnd()) {
+            QString text = QStringLiteral("due ") + TaskText::day(*node.dueDate, m_calendar);
+            if (node.isOverdue(m_now, m_calendar))
+                text += QStringLiteral(" (overdue)");
+            found = m_dueDays.insert(key, text);
+        }
         return *found;
     }
-    QString priority(NodePriority priority)
+    const QString &priority(NodePriority priority)
     {
         auto found = m_priorities.constFind(priority);
         if (found == m_priorities.constEnd())
@@ -63,7 +70,7 @@ public:
                                                       : rawString(priority) + QStringLiteral(" priority"));
         return *found;
     }
-    QString estimate(qint64 minutes)
+    const QString &estimate(qint64 minutes)
     {
         auto found = m_estimates.constFind(minutes);
         if (found == m_estimates.constEnd())
@@ -72,35 +79,53 @@ public:
     }
 
 private:
+    const QDateTime &m_now;
     const LocalCalendar &m_calendar;
     QHash<qint64, QString> m_dueDays;
     QHash<NodePriority, QString> m_priorities;
     QHash<qint64, QString> m_estimates;
 };
 
-QStringList rowCells(const ReadyTask &task, bool withFlow, const QDateTime &now, const LocalCalendar &calendar,
-                     SharedCellTexts &texts)
+// A ready task's row: title, flow (when `withFlow`), due day, priority and
+// estimate, added to `table` without a list made for it.
+void addRow(TextTable &table, const ReadyTask &task, bool withFlow, const QDateTime &now, const LocalCalendar &calendar,
+            SharedCellTexts &texts)
 {
     const FlowNode &node = *task.node;
-    QString title = node.title;
+    QStringView title = node.title;
     // A paused or started task is still ready, but its row says so. Being
     // ready, it waits for nothing.
-    if (node.status() != NodeStatus::pending)
-        title += QStringLiteral(" [%1]").arg(TaskText::state(node, 0, now, calendar));
-    QStringList cells{title};
-    cells.reserve(5);
-    if (withFlow)
-        cells.append(task.flow->name);
-    QString due;
-    if (node.dueDate) {
-        due = texts.dueDay(*node.dueDate);
-        if (node.isOverdue(now, calendar))
-            due += QStringLiteral(" (overdue)");
+    QString titleWithState;
+    if (node.status() != NodeStatus::pending) {
+        titleWithState = node.title + QStringLiteral(" [%1]").arg(TaskText::state(node, 0, now, calendar));
+        title = titleWithState;
     }
-    cells.append(due);
-    cells.append(texts.priority(node.priority()));
-    cells.append(node.estimateMinutes ? texts.estimate(*node.estimateMinutes) : QString());
-    return cells;
+    const QStringView due = node.dueDate ? QStringView(texts.due(node)) : QStringView();
+    const QStringView priority = texts.priority(node.priority());
+    const QStringView estimate =
+        node.estimateMinutes ? QStringView(texts.estimate(*node.estimateMinutes)) : QStringView();
+    if (withFlow)
+        table.addRow({title, task.flow->name, due, priority, estimate});
+    else
+        table.addRow({title, due, priority, estimate});
+}
+
+// Adds the rows of `tasks`. Their nodes and titles lie scattered over the
+// heap: each is asked for some rows ahead, so a long list does not wait on
+// them one at a time.
+template <typename AddRow>
+void addRows(const QList<ReadyTask> &tasks, AddRow addRow)
+{
+    constexpr qsizetype nodesAhead = 16;
+    constexpr qsizetype titlesAhead = 8;
+    const qsizetype count = tasks.size();
+    for (qsizetype i = 0; i < count; ++i) {
+        if (i + nodesAhead < count)
+            __builtin_prefetch(tasks[i + nodesAhead].node);
+        if (i + titlesAhead < count)
+            __builtin_prefetch(tasks[i + titlesAhead].node->title.constData());
+        addRow(tasks[i]);
+    }
 }
 
 int showReady(CommandContext &context)
@@ -143,23 +168,22 @@ int showReady(CommandContext &context)
     const QString indent = grouped || !groups.today.isEmpty() ? QStringLiteral("  ") : QString();
     TextTable table({}, indent);
     TextTable byFlow({}, indent);
-    SharedCellTexts texts(calendar);
+    SharedCellTexts texts(now, calendar);
     if (!groups.today.isEmpty()) {
         table.addHeading(groups.hasRanks ? QStringLiteral("Today (in your order)") : QStringLiteral("Today"));
-        for (const ReadyTask &task : groups.today)
-            table.addRow(rowCells(task, true, now, calendar, texts));
+        addRows(groups.today, [&](const ReadyTask &task) { addRow(table, task, true, now, calendar, texts); });
         if (!grouped && !groups.rest.isEmpty())
             table.addHeading(QStringLiteral("Other tasks"));
     }
     TextTable &rest = grouped ? byFlow : table;
     const TaskFlow *group = nullptr;
-    for (const ReadyTask &task : groups.rest) {
+    addRows(groups.rest, [&](const ReadyTask &task) {
         if (grouped && task.flow != group) {
             group = task.flow;
             rest.addHeading(group->name);
         }
-        rest.addRow(rowCells(task, !grouped, now, calendar, texts));
-    }
+        addRow(rest, task, !grouped, now, calendar, texts);
+    });
     table.print(context.out());
     byFlow.print(context.out());
     return exitSuccess;

@@ -1,36 +1,77 @@
 #include "TextTable.h"
 
+#include "Console.h"
 #include "PlainText.h"
+
+#include <QStringEncoder>
+
+#include <algorithm>
 
 namespace fenrow {
 
 TextTable::TextTable(QList<Alignment> alignments, QString indent)
-    : m_alignments(std::move(alignments)), m_indent(std::move(indent))
+    : m_alignments(std::move(alignments)), m_indent(indent.toUtf8())
 {
+}
+
+void TextTable::addCell(QStringView text)
+{
+    // Most cells are plain ASCII on one line: copied as they are, one
+    // column a character, without the general path's copies.
+    const bool plain =
+        std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0x20 && c.unicode() < 0x7F; });
+    if (plain) {
+        const qsizetype at = m_bytes.size();
+        m_bytes.resize(at + text.size());
+        char *out = m_bytes.data() + at;
+        for (const QChar c : text)
+            *out++ = char(c.unicode());
+        m_cellWidths.append(text.size());
+    } else if (std::none_of(text.begin(), text.end(), PlainText::breaksLine)) {
+        // Encoded straight into the table, without a copy of its own.
+        const qsizetype at = m_bytes.size();
+        m_bytes.resize(at + 3 * text.size());
+        QStringEncoder encoder(QStringEncoder::Utf8);
+        m_bytes.truncate(encoder.appendToBuffer(m_bytes.data() + at, text) - m_bytes.constData());
+        m_cellWidths.append(PlainText::displayWidth(text));
+    } else {
+        const QString line = PlainText::singleLine(text.toString());
+        m_bytes.append(line.toUtf8());
+        m_cellWidths.append(PlainText::displayWidth(line));
+    }
+    m_cellEnds.append(m_bytes.size());
 }
 
 void TextTable::addRow(const QStringList &cells)
 {
-    m_rowStarts.append(m_cells.size());
+    m_rowStarts.append(m_cellEnds.size());
     m_isHeading.append(false);
-    for (const QString &cell : cells) {
-        m_cells.append(PlainText::singleLine(cell));
-        m_cellWidths.append(PlainText::displayWidth(m_cells.last()));
-    }
+    for (const QString &cell : cells)
+        addCell(cell);
+}
+
+void TextTable::addRow(std::initializer_list<QStringView> cells)
+{
+    m_rowStarts.append(m_cellEnds.size());
+    m_isHeading.append(false);
+    for (const QStringView cell : cells)
+        addCell(cell);
 }
 
 void TextTable::addHeading(const QString &text)
 {
-    m_rowStarts.append(m_cells.size());
+    m_rowStarts.append(m_cellEnds.size());
     m_isHeading.append(true);
-    m_cells.append(PlainText::singleLine(text));
-    m_cellWidths.append(0);
+    addCell(text);
+    m_cellWidths.last() = 0;
 }
 
 void TextTable::print(QTextStream &out) const
 {
     const qsizetype rowCount = m_rowStarts.size();
-    auto rowEnd = [&](qsizetype row) { return row + 1 < rowCount ? m_rowStarts[row + 1] : m_cells.size(); };
+    const qsizetype cellCount = m_cellEnds.size();
+    auto rowEnd = [&](qsizetype row) { return row + 1 < rowCount ? m_rowStarts[row + 1] : cellCount; };
+    auto cellStart = [&](qsizetype cell) { return cell > 0 ? m_cellEnds[cell - 1] : qsizetype(0); };
 
     QList<qsizetype> widths;
     for (qsizetype row = 0; row < rowCount; ++row) {
@@ -43,33 +84,49 @@ void TextTable::print(QTextStream &out) const
         }
     }
 
-    QString line;
+    // The whole table in one piece, its room known beforehand, written at
+    // once: a long listing is mostly copying.
+    qsizetype size = m_bytes.size();
     for (qsizetype row = 0; row < rowCount; ++row) {
+        size += 1;
+        if (m_isHeading[row])
+            continue;
+        size += m_indent.size();
+        for (qsizetype cell = m_rowStarts[row], column = 0; cell < rowEnd(row); ++cell, ++column)
+            size += 2 + widths[column] - m_cellWidths[cell];
+    }
+    QByteArray text(size, Qt::Uninitialized);
+    char *to = text.data();
+    const char *bytes = m_bytes.constData();
+    for (qsizetype row = 0; row < rowCount; ++row) {
+        const qsizetype first = m_rowStarts[row];
         if (m_isHeading[row]) {
-            out << m_cells[m_rowStarts[row]] << '\n';
+            to = std::copy(bytes + cellStart(first), bytes + m_cellEnds[first], to);
+            *to++ = '\n';
             continue;
         }
-        // Kept from row to row: its buffer is grown once, not per line.
-        line.resize(0);
-        line += m_indent;
+        char *const lineStart = to;
+        to = std::copy(m_indent.cbegin(), m_indent.cend(), to);
         const qsizetype end = rowEnd(row);
-        for (qsizetype cell = m_rowStarts[row], column = 0; cell < end; ++cell, ++column) {
+        for (qsizetype cell = first, column = 0; cell < end; ++cell, ++column) {
             const qsizetype missing = widths[column] - m_cellWidths[cell];
             const bool last = cell == end - 1;
             if (column > 0)
-                line += QLatin1String("  ");
+                to = std::fill_n(to, 2, ' ');
             const bool right = m_alignments.value(column) == Alignment::right;
             if (right)
-                line.resize(line.size() + missing, QLatin1Char(' '));
-            line += m_cells[cell];
+                to = std::fill_n(to, missing, ' ');
+            to = std::copy(bytes + cellStart(cell), bytes + m_cellEnds[cell], to);
             if (!right && !last)
-                line.resize(line.size() + missing, QLatin1Char(' '));
+                to = std::fill_n(to, missing, ' ');
         }
         // An empty last cell would otherwise leave the padding behind.
-        while (line.endsWith(QLatin1Char(' ')))
-            line.chop(1);
-        out << line << '\n';
+        while (to > lineStart && to[-1] == ' ')
+            --to;
+        *to++ = '\n';
     }
+    text.truncate(to - text.constData());
+    Console::writeUtf8(out, text);
 }
 
 } // namespace fenrow

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QStringList>
+#include <QStringView>
 #include <QTextStream>
+
+#include <initializer_list>
 
 namespace fenrow {
 
@@ -15,6 +19,8 @@ public:
     explicit TextTable(QList<Alignment> alignments = {}, QString indent = {});
 
     void addRow(const QStringList &cells);
+    // The same without a list made for the row: long listings add thousands.
+    void addRow(std::initializer_list<QStringView> cells);
     // A line of its own between rows, without the indent; it takes no part
     // in the column widths, so columns line up across headings.
     void addHeading(const QString &text);
@@ -22,12 +28,16 @@ public:
     void print(QTextStream &out) const;
 
 private:
+    void addCell(QStringView text);
+
     QList<Alignment> m_alignments;
-    QString m_indent;
-    // All cells, row after row, each with its width on a terminal, measured
-    // once as the row comes in; a row is the cells from its start to the
-    // next row's. A heading is a row of one cell marked in m_isHeading.
-    QList<QString> m_cells;
+    QByteArray m_indent;
+    // All cells, row after row, as the UTF-8 they are printed in, each with
+    // its end in m_bytes and its width on a terminal, both found once as the
+    // row comes in; a row is the cells from its start to the next row's. A
+    // heading is a row of one cell marked in m_isHeading.
+    QByteArray m_bytes;
+    QList<qsizetype> m_cellEnds;
     QList<qsizetype> m_cellWidths;
     QList<qsizetype> m_rowStarts;
     QList<bool> m_isHeading;

@@ -3,6 +3,8 @@
 
 #include "QtPrinters.h"
 
+#include <QBuffer>
+
 #include <gtest/gtest.h>
 
 namespace fenrow {
@@ -10,9 +12,9 @@ namespace {
 
 TEST(TextTableTest, AlignsColumnsByTerminalWidthOnOneLinePerRow)
 {
-    EXPECT_EQ(PlainText::displayWidth("🌱 Garden"), 9);
+    EXPECT_EQ(PlainText::displayWidth(u"🌱 Garden"), 9);
     // "é" as e plus a combining accent is one column.
-    EXPECT_EQ(PlainText::displayWidth("Cafe\u0301"), 4);
+    EXPECT_EQ(PlainText::displayWidth(u"Cafe\u0301"), 4);
 
     TextTable table({TextTable::Alignment::right}, "  ");
     table.addRow({"9", "洗濯", "No tasks yet"});
@@ -22,9 +24,21 @@ TEST(TextTableTest, AlignsColumnsByTerminalWidthOnOneLinePerRow)
     QTextStream out(&printed);
     table.print(out);
     out.flush();
-    EXPECT_EQ(printed, QStringLiteral("   9  洗濯            No tasks yet\n"
-                                      "  10  Garden          All 2 done\n"
-                                      "  11  Tax return now\n"));
+    const QString expected = QStringLiteral("   9  洗濯            No tasks yet\n"
+                                            "  10  Garden          All 2 done\n"
+                                            "  11  Tax return now\n");
+    EXPECT_EQ(printed, expected);
+
+    // A stream over a device gets the table's bytes as they are, in their
+    // place between what the stream held before and what follows.
+    QBuffer device;
+    device.open(QIODevice::WriteOnly);
+    QTextStream deviceOut(&device);
+    deviceOut << "Before\n";
+    table.print(deviceOut);
+    deviceOut << "After\n";
+    deviceOut.flush();
+    EXPECT_EQ(QString::fromUtf8(device.data()), "Before\n" + expected + "After\n");
 }
 
 } // namespace
