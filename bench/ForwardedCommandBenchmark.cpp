@@ -312,15 +312,15 @@ QString argumentsText(const QStringList &arguments)
     return arguments.join(QLatin1Char(' '));
 }
 
-// The standard output of a RunCommand reply (stream 1 of its a(us) parts).
+// The standard output of a RunCommand reply (stream 1 of its a(uay) parts).
 QString standardOutput(const QVariant &parts)
 {
     const QDBusArgument argument = parts.value<QDBusArgument>();
-    QString text;
+    QByteArray text;
     argument.beginArray();
     while (!argument.atEnd()) {
         uint stream = 0;
-        QString part;
+        QByteArray part;
         argument.beginStructure();
         argument >> stream >> part;
         argument.endStructure();
@@ -328,7 +328,7 @@ QString standardOutput(const QVariant &parts)
             text += part;
     }
     argument.endArray();
-    return text;
+    return QString::fromUtf8(text);
 }
 
 // Everything the benchmarks share: the two homes, and the bus with the

@@ -18,8 +18,8 @@ using ForwardedCommand::Stream;
 
 namespace {
 
-// Bytes as the streams wrote them; decoded once whole, so that no
-// character is cut where a stream's buffer happened to end.
+// Bytes as the streams wrote them, each run of one stream's in one piece;
+// a stream writes whole characters, so no piece ends inside one.
 using Transcript = QList<std::pair<Stream, QByteArray>>;
 
 // A write-only device that appends what a stream writes to one list shared
@@ -136,7 +136,7 @@ Reply runInOwner(const CommandRegistry &registry, const CommandWorkspace &worksp
         return reply;
     }
     for (const auto &[stream, bytes] : std::as_const(transcript))
-        reply.output.append({stream, QString::fromUtf8(bytes)});
+        reply.output.append({stream, bytes});
     return reply;
 }
 
@@ -170,7 +170,7 @@ int forward(Request request, Console &console, const Sender &send)
         }
         for (const Output &part : reply->output) {
             QTextStream &stream = part.stream == Stream::err ? console.err() : console.out();
-            stream << part.text;
+            Console::writeUtf8(stream, part.utf8);
             stream.flush();
         }
         return reply->status;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -39,7 +40,9 @@ enum class Stream : uint {
 
 struct Output {
     Stream stream = Stream::out;
-    QString text;
+    // As the command wrote it, in UTF-8: passed on as it is, a long listing
+    // is not decoded and encoded again on its way.
+    QByteArray utf8;
     friend bool operator==(const Output &, const Output &) = default;
 };
 

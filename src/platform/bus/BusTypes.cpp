@@ -34,7 +34,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, BusTask &task)
 QDBusArgument &operator<<(QDBusArgument &argument, const BusOutput &output)
 {
     argument.beginStructure();
-    argument << output.stream << output.text;
+    argument << output.stream << output.utf8;
     argument.endStructure();
     return argument;
 }
@@ -42,7 +42,7 @@ QDBusArgument &operator<<(QDBusArgument &argument, const BusOutput &output)
 const QDBusArgument &operator>>(const QDBusArgument &argument, BusOutput &output)
 {
     argument.beginStructure();
-    argument >> output.stream >> output.text;
+    argument >> output.stream >> output.utf8;
     argument.endStructure();
     return argument;
 }
@@ -96,7 +96,7 @@ QList<BusOutput> busOutput(const QList<ForwardedCommand::Output> &output)
 {
     QList<BusOutput> parts;
     for (const ForwardedCommand::Output &part : output)
-        parts.append({uint(part.stream), part.text});
+        parts.append({uint(part.stream), part.utf8});
     return parts;
 }
 
@@ -106,7 +106,7 @@ QList<ForwardedCommand::Output> commandOutput(const QList<BusOutput> &output)
     for (const BusOutput &part : output)
         parts.append({part.stream == uint(ForwardedCommand::Stream::err) ? ForwardedCommand::Stream::err
                                                                          : ForwardedCommand::Stream::out,
-                      part.text});
+                      part.utf8});
     return parts;
 }
 

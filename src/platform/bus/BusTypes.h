@@ -16,10 +16,10 @@ struct BusTask {
     QString flowName;
 };
 
-// A part of a forwarded command's output: (stream, text).
+// A part of a forwarded command's output: (stream, UTF-8 bytes).
 struct BusOutput {
     uint stream = 0;
-    QString text;
+    QByteArray utf8;
 };
 
 QDBusArgument &operator<<(QDBusArgument &argument, const BusTask &task);
