@@ -115,18 +115,12 @@ public:
     // common query are built from neighbouring memory.
     struct Node {
         QUuid id;
-        // A copy of the node's title, made with the others of the flow
-        // one after another: each row raises its count of owners, and the
-        // node's own strings lie scattered over the heap, a cache miss
-        // per row.
         QString title;
         NodeStatus status = NodeStatus::pending;
         // ASCII folds character for character, so a position in the
         // folded notes is the same position in the notes.
         bool notesAreAscii = false;
         QString notes;
-        // The node's own title: whether it is still the one folded.
-        QString nodeTitle;
         const FlowNode *node = nullptr;
     };
 
@@ -156,7 +150,7 @@ public:
         for (const FlowNode *node : sorted) {
             const auto before = previous ? previousAt.constFind(node) : previousAt.constEnd();
             const Node *old = before != previousAt.constEnd() ? &previous->m_nodes.at(*before) : nullptr;
-            if (old && sameString(old->nodeTitle, node->title))
+            if (old && sameString(old->title, node->title))
                 titles += previous->foldedTitle(*before);
             else
                 titles += TextFolding::fold(node->title, locale);
@@ -177,12 +171,11 @@ public:
         m_titleEnds = std::move(titleEnds);
         m_noteEnds = std::move(noteEnds);
 
-        // After the folding, whose passing strings would come between them.
         m_nodes.clear();
         m_nodes.reserve(qsizetype(sorted.size()));
         for (const FlowNode *node : sorted)
-            m_nodes.append({node->id, QString(node->title.constData(), node->title.size()), node->status(),
-                            QtPrivate::isAscii(QStringView(node->notes)), node->notes, node->title, node});
+            m_nodes.append({node->id, node->title, node->status(), QtPrivate::isAscii(QStringView(node->notes)),
+                            node->notes, node});
     }
 
     qsizetype size() const { return m_nodes.size(); }
