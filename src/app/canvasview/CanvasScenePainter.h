@@ -17,6 +17,7 @@
 #include <QStringList>
 #include <QUuid>
 
+#include <functional>
 #include <optional>
 
 class QPainter;
@@ -169,11 +170,12 @@ private:
     static constexpr double layerReach = 256;
 
     static QSet<QUuid> movingCards(const CanvasInteraction &interaction);
-    // Into `layer`, the image `painter` draws on, thin lines are drawn
-    // directly, within its pixels `layerClip`, which the painter is clipped to.
+    // Into `layer`, the image `painter` draws on, lines are drawn only
+    // within its pixels `layerClip`, thin ones directly, over what `ground`
+    // draws there first.
     void paintLines(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors, const QRectF &visible,
-                    const QSet<QUuid> &moving, bool onlyMoving, QImage *layer = nullptr,
-                    const QRect &layerClip = {}) const;
+                    const QSet<QUuid> &moving, bool onlyMoving, QImage *layer = nullptr, const QRect &layerClip = {},
+                    const std::function<void(QPainter &, const QRect &)> &ground = {}) const;
     // Draws the line layer's pixels `pixels`.
     void drawLineLayer(const CanvasEditor &editor, const CanvasColors &colors, const ViewState &view,
                        const QSet<QUuid> &moving, const QRect &pixels);

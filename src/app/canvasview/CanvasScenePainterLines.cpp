@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -239,6 +240,13 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
         const double periods = std::floor(s / period);
         return periods * dash + std::min(s - periods * period, dash);
     };
+    // The same between two distances less than a period from [0, period).
+    const auto inkBetween = [&](double from, double to) {
+        double ink = 0;
+        for (const double start : {-period, 0.0, period})
+            ink += std::max(0.0, std::min(to, start + dash) - std::max(from, start));
+        return ink;
+    };
 
     // Each line along its longer axis, from its lower end; a dashed one
     // with the distance along its pattern at that end, and which way and how
@@ -328,8 +336,25 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
                     const int end = std::min(wholeTo, last);
                     qint64 across = qint64(std::floor((a.y() + (i + 0.5 - a.x()) * line.slope - 0.5) * 65536));
                     const qint64 step = std::llround(line.slope * 65536);
+                    // A dashed line's place in its pattern, stepped a column
+                    // at a time while a column spans less than a period.
+                    const double patternStep = line.patternPerStep;
+                    const bool stepped = dashes && std::abs(patternStep) < period;
+                    double at = 0;
+                    if (stepped) {
+                        const double s = line.patternAtA + (i - a.x()) * patternStep;
+                        at = s - std::floor(s / period) * period;
+                    }
+                    const double inkScale = dashes ? alpha / std::abs(patternStep) : 0;
                     for (; i < end; ++i, across += step) {
-                        const int ink = dashes ? int(inked(i, 1) * alpha + 0.5) : alpha;
+                        int ink = alpha;
+                        if (stepped) {
+                            const double next = at + patternStep;
+                            ink = int(inkBetween(std::min(at, next), std::max(at, next)) * inkScale + 0.5);
+                            at = next >= period ? next - period : next < 0 ? next + period : next;
+                        } else if (dashes) {
+                            ink = int(inked(i, 1) * alpha + 0.5);
+                        }
                         const int below = (int((across >> 8) & 255) * ink) >> 8;
                         if (line.steep) {
                             plot(int(across >> 16), i, ink - below);
@@ -385,7 +410,8 @@ void drawArrowhead(QPainter &painter, QPointF tip, QPointF source, const QColor 
 
 void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
                                     const QRectF &visible, const QSet<QUuid> &moving, bool onlyMoving, QImage *layer,
-                                    const QRect &layerClip) const
+                                    const QRect &layerClip,
+                                    const std::function<void(QPainter &, const QRect &)> &ground) const
 {
     const TaskFlow &flow = *editor.flow();
     const CanvasInteraction &interaction = editor.interaction();
@@ -443,7 +469,24 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         if (visible.contains(line.end))
             addArrowhead(batches.heads(color), line.end, line.start);
     }
-    batches.draw(painter, layer, layerClip);
+    if (!layer) {
+        batches.draw(painter, nullptr, {});
+        return;
+    }
+    // A strip of rows at a time, its ground drawn just before its lines, so
+    // that the pixels are still in the cache when the lines are blended into
+    // them: from memory, reading them cost more than the blending.
+    constexpr int stripRows = 64;
+    const QTransform scene = painter.transform();
+    for (int top = layerClip.top(); top <= layerClip.bottom(); top += stripRows) {
+        const QRect strip(layerClip.left(), top, layerClip.width(), std::min(stripRows, layerClip.bottom() + 1 - top));
+        painter.resetTransform();
+        painter.setClipRect(strip);
+        if (ground)
+            ground(painter, strip);
+        painter.setTransform(scene);
+        batches.draw(painter, layer, strip);
+    }
 }
 
 void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
@@ -524,26 +567,31 @@ void CanvasScenePainter::drawLineLayer(const CanvasEditor &editor, const CanvasC
     m_lines.image.setDevicePixelRatio(1);
     {
         QPainter into(&m_lines.image);
-        into.setClipRect(pixels);
-        into.fillRect(pixels, colors.ramp.brandSubtle);
-        into.scale(pixelRatio, pixelRatio);
-        if (view.grid) {
-            ViewState ground = view;
-            ground.offset = -m_lines.area.topLeft() * m_lines.scale;
-            const QRectF logical(QPointF(pixels.topLeft()) / pixelRatio, QSizeF(pixels.size()) / pixelRatio);
-            paintGrid(into, colors, ground, logical);
-        }
         into.setRenderHint(QPainter::Antialiasing);
         const double toPixels = m_lines.scale * pixelRatio;
         into.setTransform(
             QTransform::fromScale(toPixels, toPixels).translate(-m_lines.area.left(), -m_lines.area.top()));
+        ViewState groundView = view;
+        groundView.offset = -m_lines.area.topLeft() * m_lines.scale;
+        // Filled by hand: the raster engine hands a fill this large to its
+        // thread pool and waits for it, which costs more on a busy machine.
+        const QRgb fill = colors.ramp.brandSubtle.rgb();
+        const auto ground = [&](QPainter &painter, const QRect &strip) {
+            for (int y = strip.top(); y <= strip.bottom(); ++y)
+                std::fill_n(reinterpret_cast<QRgb *>(m_lines.image.scanLine(y)) + strip.left(), strip.width(), fill);
+            if (view.grid) {
+                painter.scale(pixelRatio, pixelRatio);
+                paintGrid(painter, colors, groundView,
+                          QRectF(QPointF(strip.topLeft()) / pixelRatio, QSizeF(strip.size()) / pixelRatio));
+            }
+        };
         // Lines are cut a little past these pixels, so that their cut ends do
         // not show, and arrowheads whose tips lie past them still reach in.
         const double margin = arrowheadLength + 2 / toPixels;
         const QRectF visible(m_lines.area.topLeft() + QPointF(pixels.topLeft()) / toPixels,
                              QSizeF(pixels.size()) / toPixels);
         paintLines(into, editor, colors, visible.adjusted(-margin, -margin, margin, margin), moving, false,
-                   &m_lines.image, pixels);
+                   &m_lines.image, pixels, ground);
     }
     m_lines.image.setDevicePixelRatio(pixelRatio);
 }

@@ -171,14 +171,20 @@ const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
         return m_visible;
     m_visible.clear();
     m_visibleIDs.clear();
-    m_shapes.clear();
     if (const TaskFlow *current = flow()) {
-        m_shapes.reserve(current->items().size());
-        for (const FlowNode *candidate : current->items())
-            m_shapes.insert(candidate->id, shapeOf(*candidate));
+        // A filter alone leaves the folds, and so the unfolded tasks and
+        // their shapes, as they were.
+        if (!m_unfoldedValid) {
+            m_shapes.clear();
+            m_shapes.reserve(current->items().size());
+            for (const FlowNode *candidate : current->items())
+                m_shapes.insert(candidate->id, shapeOf(*candidate));
+            m_unfolded = FlowGraph::visibleItems(*current);
+            m_unfoldedValid = true;
+        }
         const CanvasColorFilter filter = m_interaction.colorFilter();
         const bool hides = !filter.isEmpty() && m_services.preferences.filterMode() == FilterMode::hide;
-        for (const FlowNode *candidate : FlowGraph::visibleItems(*current)) {
+        for (const FlowNode *candidate : std::as_const(m_unfolded)) {
             if (hides && !filter.contains(candidate->color()))
                 continue;
             m_visible.append(candidate);
@@ -318,6 +324,12 @@ QString CanvasEditor::newTaskTitle() const
 
 void CanvasEditor::invalidateVisible()
 {
+    m_unfoldedValid = false;
+    invalidateFiltered();
+}
+
+void CanvasEditor::invalidateFiltered()
+{
     m_visibleValid = false;
     m_sceneValid = false;
 }
@@ -389,7 +401,7 @@ void CanvasEditor::preferenceChanged(const QString &key)
         if (m_appeared)
             spaceCardsForSizes();
     } else if (key == QLatin1StringView(PreferenceKey::filterMode)) {
-        invalidateVisible();
+        invalidateFiltered();
         emit viewStateChanged();
     }
 }
@@ -398,7 +410,7 @@ void CanvasEditor::interactionChanged(CanvasInteraction::Field field)
 {
     switch (field) {
     case CanvasInteraction::Field::colorFilter:
-        invalidateVisible();
+        invalidateFiltered();
         break;
     case CanvasInteraction::Field::nodeDrag:
     case CanvasInteraction::Field::nodeResize:

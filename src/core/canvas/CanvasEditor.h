@@ -201,6 +201,8 @@ private:
     void preferenceChanged(const QString &key);
     void interactionChanged(CanvasInteraction::Field field);
     void invalidateVisible();
+    // Only the colour filter or its mode changed.
+    void invalidateFiltered();
     void pruneSelection();
     void firstFraming();
     void serveAddTaskRequest();
@@ -218,6 +220,9 @@ private:
     CanvasInteraction &m_interaction;
 
     mutable bool m_visibleValid = false;
+    // The tasks no fold hides, in order, before the filter.
+    mutable bool m_unfoldedValid = false;
+    mutable QList<const FlowNode *> m_unfolded;
     mutable QList<const FlowNode *> m_visible;
     mutable QSet<QUuid> m_visibleIDs;
     mutable bool m_sceneValid = false;
