@@ -181,14 +181,18 @@ QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow)
         return {};
 
     const Adjacency children = childrenOf(flow);
+    // One walk from every fold's children, so that folds within folds do
+    // not walk the same tasks again. The folds themselves stay in view.
+    QList<const FlowNode *> below;
+    for (const FlowNode *fold : std::as_const(collapsed))
+        if (const auto heads = children.constFind(fold); heads != children.cend())
+            for (const FlowNode *head : *heads)
+                below.append(head);
     QSet<QUuid> candidates;
-    for (const FlowNode *fold : std::as_const(collapsed)) {
-        // Start from the fold's children: the fold itself stays in view.
-        walk(children.value(fold), children, [&](const FlowNode *node) {
-            candidates.insert(node->id);
-            return true;
-        });
-    }
+    walk(below, children, [&](const FlowNode *node) {
+        candidates.insert(node->id);
+        return true;
+    });
     if (candidates.isEmpty())
         return {};
 
