@@ -193,6 +193,10 @@ private:
     QImage cardImage(const FlowNode &node, const CardContent &content, const CardLayout &text, NodeSize size,
                      const CardLook &look, double scale, double pixelRatio, const CanvasColors &colors,
                      bool anyScale);
+    // A card's picture faded to `opacity`, kept while the picture stays:
+    // copying it is the raster engine's fast path, drawing the picture with
+    // the painter's opacity is not.
+    const QImage &fadedCardImage(const QUuid &cardID, const QImage &image, double opacity);
     CardLayout makeLayout(const CardContent &content, const FlowNode &node, NodeSize size) const;
     QImage thumbnail(const FlowFile &file);
 
@@ -213,6 +217,8 @@ private:
     QHash<QUuid, QImage> m_thumbnails;
     QCache<QUuid, CardImage> m_cardImages{cardImageBudget};
     QList<std::pair<CardChromeKey, QImage>> m_cardChromes;
+    // By card: the picture's cache key and opacity, and the faded picture.
+    QHash<QUuid, std::pair<std::pair<qint64, double>, QImage>> m_fadedCards;
     LineLayer m_lines;
     QFont m_titleFont;
     QFont m_pillFont;

@@ -311,6 +311,28 @@ QImage CanvasScenePainter::cardImage(const FlowNode &node, const CardContent &co
     return image;
 }
 
+const QImage &CanvasScenePainter::fadedCardImage(const QUuid &cardID, const QImage &image, double opacity)
+{
+    const std::pair<qint64, double> key(image.cacheKey(), opacity);
+    auto found = m_fadedCards.find(cardID);
+    if (found != m_fadedCards.end() && found->first == key)
+        return found->second;
+    // Dimmed cards come and go together with a filter; past a flow's worth
+    // the old ones are done with.
+    if (found == m_fadedCards.end() && m_fadedCards.size() >= 4096)
+        m_fadedCards.clear();
+    QImage faded = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const uint f = uint(std::lround(std::clamp(opacity, 0.0, 1.0) * 256));
+    for (int y = 0; y < faded.height(); ++y) {
+        QRgb *line = reinterpret_cast<QRgb *>(faded.scanLine(y));
+        for (int x = 0; x < faded.width(); ++x) {
+            const QRgb p = line[x];
+            line[x] = (((p & 0xff00ff) * f >> 8) & 0xff00ff) | (((p >> 8) & 0xff00ff) * f & 0xff00ff00);
+        }
+    }
+    return m_fadedCards.insert(cardID, {key, faded}).value().second;
+}
+
 void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor, const TaskFlow &flow,
                                    const FlowNode &node, const CanvasColors &colors, const ViewState &view)
 {
@@ -335,10 +357,11 @@ void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor
     const QPointF snapped(std::round(corner.x() * pixelRatio) / pixelRatio, std::round(corner.y() * pixelRatio) / pixelRatio);
     const QSizeF shown = QSizeF(size.width + 2 * cardImageMargin, size.height + 2 * cardImageMargin) * scale;
     painter.resetTransform();
-    painter.setOpacity(opacity);
     if (std::abs(shown.width() - image.deviceIndependentSize().width()) < 1.0) {
-        painter.drawImage(snapped, image);
+        painter.setOpacity(1);
+        painter.drawImage(snapped, opacity < 1 ? fadedCardImage(node.id, image, opacity) : image);
     } else {
+        painter.setOpacity(opacity);
         // An image of another scale, stretched while the zoom moves.
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(QRectF(snapped, shown), image);

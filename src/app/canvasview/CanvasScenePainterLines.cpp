@@ -442,12 +442,23 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
 
     const std::optional<EdgeReconnect> &reconnect = interaction.edgeReconnect();
     for (const DependencyEdge *edge : flow.edges()) {
-        if (!editor.isDrawn(*edge) || !wanted(edge->fromItem()->id, edge->toItem()->id))
+        if (!edge->fromItem() || !edge->toItem())
             continue;
         const FlowNode &from = *edge->fromItem();
         const FlowNode &to = *edge->toItem();
-        const EdgeLine line =
-            EdgeLine::between(center(from), interaction.effectiveSize(from), center(to), interaction.effectiveSize(to));
+        // A line runs between its cards' centres, past them by at most half
+        // a card where cards overlap: most of a large flow's lines are passed
+        // over here, before the look-ups and the cut at the cards.
+        const QPointF fromCenter = center(from);
+        const QPointF toCenter = center(to);
+        const NodeSize fromSize = interaction.effectiveSize(from);
+        const NodeSize toSize = interaction.effectiveSize(to);
+        const double reach = std::max({fromSize.width, fromSize.height, toSize.width, toSize.height}) / 2 + 10;
+        if (!visible.intersects(QRectF(fromCenter, toCenter).normalized().adjusted(-reach, -reach, reach, reach)))
+            continue;
+        if (!editor.isDrawn(*edge) || !wanted(from.id, to.id))
+            continue;
+        const EdgeLine line = EdgeLine::between(fromCenter, fromSize, toCenter, toSize);
         if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-10, -10, 10, 10)))
             continue;
         const bool selected = interaction.selectedEdgeID() == edge->id;
