@@ -18,6 +18,7 @@
 #include <cmath>
 #include <functional>
 #include <optional>
+#include <thread>
 #include <vector>
 
 namespace fenrow {
@@ -88,9 +89,16 @@ public:
     }
 
     // Lines under arrowheads, as when each line was drawn with its head.
+    void draw(QPainter &painter) const
+    {
+        drawLines(painter, nullptr, {});
+        drawHeads(painter);
+    }
+
     // Into an opaque layer, lines at most a pixel wide are blended directly,
-    // within `clip`, its pixels the painter is clipped to.
-    void draw(QPainter &painter, QImage *layer, const QRect &clip) const
+    // within `clip`, its pixels the painter is clipped to. Only reads what
+    // was gathered, so two threads may draw two parts of a layer at once.
+    void drawLines(QPainter &painter, QImage *layer, const QRect &clip) const
     {
         const QTransform &transform = painter.transform();
         const double pixelRatio = layer ? layer->devicePixelRatio() : 1;
@@ -128,6 +136,10 @@ public:
             }
             painter.drawLines(segments.constData(), int(segments.size()));
         }
+    }
+
+    void drawHeads(QPainter &painter) const
+    {
         for (const Batch &batch : m_batches)
             if (!batch.heads.isEmpty())
                 painter.fillPath(batch.heads, batch.pen.color());
@@ -481,7 +493,7 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             addArrowhead(batches.heads(color), line.end, line.start);
     }
     if (!layer) {
-        batches.draw(painter, nullptr, {});
+        batches.draw(painter);
         return;
     }
     // A strip of rows at a time, its ground drawn just before its lines, so
@@ -489,15 +501,43 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
     // them: from memory, reading them cost more than the blending.
     constexpr int stripRows = 64;
     const QTransform scene = painter.transform();
-    for (int top = layerClip.top(); top <= layerClip.bottom(); top += stripRows) {
-        const QRect strip(layerClip.left(), top, layerClip.width(), std::min(stripRows, layerClip.bottom() + 1 - top));
-        painter.resetTransform();
-        painter.setClipRect(strip);
-        if (ground)
-            ground(painter, strip);
-        painter.setTransform(scene);
-        batches.draw(painter, layer, strip);
+    const QPainter::RenderHints hints = painter.renderHints();
+    // The strips from row `from` to `to` into `target`, whose first row is the layer's row `first`.
+    const auto drawStrips = [&](QPainter &on, QImage &target, int from, int to, int first) {
+        const QTransform down = QTransform::fromTranslate(0, -first);
+        for (int top = from; top < to; top += stripRows) {
+            const QRect strip(layerClip.left(), top, layerClip.width(), std::min(stripRows, to - top));
+            on.setTransform(down);
+            on.setClipRect(strip);
+            if (ground)
+                ground(on, strip);
+            on.setTransform(scene * down);
+            batches.drawLines(on, &target, strip.translated(0, -first));
+        }
+    };
+    const int end = layerClip.bottom() + 1;
+    const int strips = (layerClip.height() + stripRows - 1) / stripRows;
+    if (strips >= 4 && std::thread::hardware_concurrency() > 1) {
+        // The lower half on a second thread, into an image over the same
+        // pixels: a new flow or a filter draws the whole view's lines.
+        const int middle = layerClip.top() + strips / 2 * stripRows;
+        uchar *bits = layer->bits();
+        QImage lower(bits + qsizetype(middle) * layer->bytesPerLine(), layer->width(), end - middle,
+                     layer->bytesPerLine(), layer->format());
+        std::thread helper([&] {
+            QPainter on(&lower);
+            on.setRenderHints(hints);
+            drawStrips(on, lower, middle, end, middle);
+        });
+        drawStrips(painter, *layer, layerClip.top(), middle, 0);
+        helper.join();
+    } else {
+        drawStrips(painter, *layer, layerClip.top(), end, 0);
     }
+    painter.resetTransform();
+    painter.setClipRect(layerClip);
+    painter.setTransform(scene);
+    batches.drawHeads(painter);
 }
 
 void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
@@ -586,10 +626,13 @@ void CanvasScenePainter::drawLineLayer(const CanvasEditor &editor, const CanvasC
         groundView.offset = -m_lines.area.topLeft() * m_lines.scale;
         // Filled by hand: the raster engine hands a fill this large to its
         // thread pool and waits for it, which costs more on a busy machine.
+        // Strips may be drawn on two threads: the pixels are found once, here.
         const QRgb fill = colors.ramp.brandSubtle.rgb();
-        const auto ground = [&](QPainter &painter, const QRect &strip) {
+        uchar *const bits = m_lines.image.bits();
+        const qsizetype stride = m_lines.image.bytesPerLine();
+        const auto ground = [&, bits, stride](QPainter &painter, const QRect &strip) {
             for (int y = strip.top(); y <= strip.bottom(); ++y)
-                std::fill_n(reinterpret_cast<QRgb *>(m_lines.image.scanLine(y)) + strip.left(), strip.width(), fill);
+                std::fill_n(reinterpret_cast<QRgb *>(bits + y * stride) + strip.left(), strip.width(), fill);
             if (view.grid) {
                 painter.scale(pixelRatio, pixelRatio);
                 paintGrid(painter, colors, groundView,
