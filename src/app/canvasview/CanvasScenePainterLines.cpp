@@ -458,6 +458,8 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             continue;
         const FlowNode &from = *edge->fromItem();
         const FlowNode &to = *edge->toItem();
+        if (!wanted(from.id, to.id))
+            continue;
         // A line runs between its cards' centres, past them by at most half
         // a card where cards overlap: most of a large flow's lines are passed
         // over here, before the look-ups and the cut at the cards.
@@ -468,7 +470,7 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         const double reach = std::max({fromSize.width, fromSize.height, toSize.width, toSize.height}) / 2 + 10;
         if (!visible.intersects(QRectF(fromCenter, toCenter).normalized().adjusted(-reach, -reach, reach, reach)))
             continue;
-        if (!editor.isDrawn(*edge) || !wanted(from.id, to.id))
+        if (!editor.isDrawn(*edge))
             continue;
         const EdgeLine line = EdgeLine::between(fromCenter, fromSize, toCenter, toSize);
         if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-10, -10, 10, 10)))
@@ -589,14 +591,17 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
     painter.resetTransform();
     painter.setOpacity(1);
     if (sameScale || !reusable) {
-        // Only the pixels this frame shows.
+        // The view's pixels are drawn, so that the small repaints of a drag
+        // that follow only copy; the rest when a pan brings them in.
         const QPointF corner(std::round(target.left() * pixelRatio), std::round(target.top() * pixelRatio));
-        const QRect shown =
-            QRectF(exposed.topLeft() * pixelRatio - corner, exposed.size() * pixelRatio).toAlignedRect() &
-            m_lines.image.rect();
+        const auto inLayer = [&](const QRectF &onScreen) {
+            return QRectF(onScreen.topLeft() * pixelRatio - corner, onScreen.size() * pixelRatio).toAlignedRect() &
+                   m_lines.image.rect();
+        };
+        const QRect shown = inLayer(exposed);
         if (shown.isEmpty())
             return;
-        complete(shown);
+        complete(QRegion(inLayer(QRectF(QPointF(), viewport))) + shown);
         painter.drawImage((corner + shown.topLeft()) / pixelRatio, m_lines.image, shown);
     } else {
         // Drawn at another scale while the zoom moves: the ground under it
