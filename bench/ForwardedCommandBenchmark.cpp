@@ -18,6 +18,8 @@
 #include "GeneratedStores.h"
 #include "LargeStoreGenerator.h"
 
+#include "FenrowBusClient.h"
+
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -312,25 +314,6 @@ QString argumentsText(const QStringList &arguments)
     return arguments.join(QLatin1Char(' '));
 }
 
-// The standard output of a RunCommand reply (stream 1 of its a(uay) parts).
-QString standardOutput(const QVariant &parts)
-{
-    const QDBusArgument argument = parts.value<QDBusArgument>();
-    QByteArray text;
-    argument.beginArray();
-    while (!argument.atEnd()) {
-        uint stream = 0;
-        QByteArray part;
-        argument.beginStructure();
-        argument >> stream >> part;
-        argument.endStructure();
-        if (stream == 1)
-            text += part;
-    }
-    argument.endArray();
-    return QString::fromUtf8(text);
-}
-
 // Everything the benchmarks share: the two homes, and the bus with the
 // desktop program, started when a benchmark first needs them.
 class Setting {
@@ -478,31 +461,35 @@ private:
         return outcome;
     }
 
-    // RunCommand as the command line sends it, from this process.
+    // The command sent as the command line sends it, through its bus
+    // client, from this process: its output comes back as it does there.
     Outcome call(const QStringList &arguments)
     {
-        QDBusMessage message = QDBusMessage::createMethodCall(busService, busPath, busInterface,
-                                                              QStringLiteral("RunCommand"));
-        message.setAutoStartService(false);
-        const QVariantMap options{{QStringLiteral("store"), m_owned->storePath},
-                                  {QStringLiteral("interactive"), false}};
-        message.setArguments({arguments, QDir::currentPath(), options});
+        ForwardedCommand::Request request;
+        request.arguments = arguments;
+        request.workingDirectory = QDir::currentPath();
+        request.storePath = m_owned->storePath;
+        FenrowBusClient client(m_program->connection());
         Outcome outcome;
+        QString problem;
         const Clock::time_point start = Clock::now();
-        const QDBusMessage reply = m_program->connection().call(message, QDBus::Block, -1);
+        const std::optional<ForwardedCommand::Reply> reply = client.runCommand(request, &problem);
         outcome.seconds = secondsSince(start);
-        const QVariantList values = reply.arguments();
-        if (reply.type() != QDBusMessage::ReplyMessage || values.size() != 4) {
-            outcome.failure = QStringLiteral("RunCommand %1 failed: %2")
-                                  .arg(argumentsText(arguments), reply.errorMessage());
+        if (!reply) {
+            outcome.failure = QStringLiteral("%1 failed: %2").arg(argumentsText(arguments), problem);
             return outcome;
         }
-        outcome.output = standardOutput(values[1]);
-        if (values[0].toInt() != 0 || !values[2].toString().isEmpty())
-            outcome.failure = QStringLiteral("RunCommand %1 gave status %2, asked for \"%3\"")
+        QByteArray output;
+        for (const ForwardedCommand::Output &part : reply->output) {
+            if (part.stream == ForwardedCommand::Stream::out)
+                output += part.utf8;
+        }
+        outcome.output = QString::fromUtf8(output);
+        if (reply->status != 0 || reply->need != ForwardedCommand::Reply::Need::nothing)
+            outcome.failure = QStringLiteral("%1 gave status %2, asked for \"%3\"")
                                   .arg(argumentsText(arguments))
-                                  .arg(values[0].toInt())
-                                  .arg(values[2].toString());
+                                  .arg(reply->status)
+                                  .arg(ForwardedCommand::needName(reply->need));
         return outcome;
     }
 

@@ -1,22 +1,23 @@
 // The running program as the one owner of the store: the real `fenrow`
 // executable, started as a user would start it beside the window, hands its
 // commands and second starts to this process over a private session bus.
-#include "program/AppShell.h"
 #include "AppTestSupport.h"
-#include "program/DesktopProgram.h"
-#include "window/MainWindow.h"
-#include "quickcapture/QuickCapturePanel.h"
-#include "lists/ReadyListModel.h"
-#include "lists/ReadyListView.h"
-#include "lists/ReadyRowDelegate.h"
+#include "CommandOutputFile.h"
 #include "domain/FenrowModelContainer.h"
 #include "domain/FenrowStore.h"
 #include "domain/SystemClock.h"
+#include "lists/ReadyListModel.h"
+#include "lists/ReadyListView.h"
+#include "lists/ReadyRowDelegate.h"
 #include "persistence/StoreDatabase.h"
+#include "program/AppShell.h"
+#include "program/DesktopProgram.h"
+#include "quickcapture/QuickCapturePanel.h"
 #include "shell/ReadySnapshot.h"
 #include "shell/SettingsFile.h"
 #include "shell/SystemIntents.h"
 #include "shell/WidgetFiles.h"
+#include "window/MainWindow.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -467,6 +468,18 @@ TEST_F(BusCallsTest, TheServiceAnswersAsItsInterfaceFileDescribesIt)
     const QDBusMessage flows = call("RunCommand", {QStringList{"flows"}, home.path(),
                                                    QVariantMap{{"store", FenrowModelContainer::storePath()}}});
     EXPECT_EQ(flows.signature(), "ia(uay)ss");
+
+    // The same command with its output in a file gives the same bytes.
+    const QDBusMessage inFile = call("RunCommandToFile", {QStringList{"flows"}, home.path(),
+                                                          QVariantMap{{"store", FenrowModelContainer::storePath()}}});
+    ASSERT_EQ(inFile.signature(), "ia(ut)ssh");
+    QString unread;
+    const std::optional<QList<ForwardedCommand::Output>> fromFile =
+        CommandOutputFile::read(inFile.arguments().value(4).value<QDBusUnixFileDescriptor>(),
+                                qdbus_cast<QList<BusOutputLength>>(inFile.arguments().value(1)), &unread);
+    ASSERT_TRUE(fromFile) << unread.toStdString();
+    EXPECT_EQ(*fromFile, BusTypes::commandOutput(qdbus_cast<QList<BusOutput>>(flows.arguments().value(1))));
+    EXPECT_FALSE(fromFile->isEmpty());
 }
 
 } // namespace

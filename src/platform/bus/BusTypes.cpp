@@ -47,6 +47,22 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, BusOutput &output
     return argument;
 }
 
+QDBusArgument &operator<<(QDBusArgument &argument, const BusOutputLength &length)
+{
+    argument.beginStructure();
+    argument << length.stream << length.length;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, BusOutputLength &length)
+{
+    argument.beginStructure();
+    argument >> length.stream >> length.length;
+    argument.endStructure();
+    return argument;
+}
+
 namespace BusTypes {
 
 void registerAll()
@@ -56,6 +72,8 @@ void registerAll()
         qDBusRegisterMetaType<QList<BusTask>>();
         qDBusRegisterMetaType<BusOutput>();
         qDBusRegisterMetaType<QList<BusOutput>>();
+        qDBusRegisterMetaType<BusOutputLength>();
+        qDBusRegisterMetaType<QList<BusOutputLength>>();
         return true;
     }();
     Q_UNUSED(registered);

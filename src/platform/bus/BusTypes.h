@@ -22,10 +22,18 @@ struct BusOutput {
     QByteArray utf8;
 };
 
+// A part of a forwarded command's output kept in a file: (stream, bytes).
+struct BusOutputLength {
+    uint stream = 0;
+    qulonglong length = 0;
+};
+
 QDBusArgument &operator<<(QDBusArgument &argument, const BusTask &task);
 const QDBusArgument &operator>>(const QDBusArgument &argument, BusTask &task);
 QDBusArgument &operator<<(QDBusArgument &argument, const BusOutput &output);
 const QDBusArgument &operator>>(const QDBusArgument &argument, BusOutput &output);
+QDBusArgument &operator<<(QDBusArgument &argument, const BusOutputLength &length);
+const QDBusArgument &operator>>(const QDBusArgument &argument, BusOutputLength &length);
 
 namespace BusTypes {
 
@@ -48,3 +56,4 @@ QList<ForwardedCommand::Output> commandOutput(const QList<BusOutput> &output);
 
 Q_DECLARE_METATYPE(fenrow::BusTask)
 Q_DECLARE_METATYPE(fenrow::BusOutput)
+Q_DECLARE_METATYPE(fenrow::BusOutputLength)

@@ -1,6 +1,7 @@
 #include "FenrowBusService.h"
 
 #include "BusTypes.h"
+#include "CommandOutputFile.h"
 #include "FenrowBusHandler.h"
 #include "FenrowBusNames.h"
 
@@ -40,6 +41,8 @@ const QHash<QString, MethodShape> &methodShapes()
         {QStringLiteral("OpenFlow"), {QStringLiteral("s"), QStringLiteral("flow s")}},
         {QStringLiteral("StorePath"), {QString(), QString()}},
         {QStringLiteral("RunCommand"),
+         {QStringLiteral("assa{sv}"), QStringLiteral("arguments as, working_directory s, options a{sv}")}},
+        {QStringLiteral("RunCommandToFile"),
          {QStringLiteral("assa{sv}"), QStringLiteral("arguments as, working_directory s, options a{sv}")}},
     };
     return shapes;
@@ -169,7 +172,7 @@ void FenrowBusService::answer(const QDBusMessage &message, const QDBusConnection
     }
     if (member == QLatin1String("StorePath"))
         return reply({m_handler.storePath()});
-    if (member == QLatin1String("RunCommand"))
+    if (member == QLatin1String("RunCommand") || member == QLatin1String("RunCommandToFile"))
         return queueCommand(message, connection);
 
     IntentServices &services = m_handler.intentServices();
@@ -246,8 +249,22 @@ void FenrowBusService::queueCommand(const QDBusMessage &message, const QDBusConn
             QStringLiteral("this Fenrow owns the store %1, not \"%2\"").arg(owned, request.storePath)));
         return;
     }
+    // The file is made before the command runs: a command that changes
+    // the store is not carried out when its output could not go back.
+    std::optional<QDBusUnixFileDescriptor> outputFile;
+    if (message.member() == QLatin1String("RunCommandToFile")) {
+        QString problem;
+        if (!(connection.connectionCapabilities() & QDBusConnection::UnixFileDescriptorPassing))
+            problem = QStringLiteral("this bus does not pass files; call RunCommand");
+        else
+            outputFile = CommandOutputFile::make(&problem);
+        if (!outputFile) {
+            connection.send(message.createErrorReply(QDBusError::NotSupported, problem));
+            return;
+        }
+    }
     message.setDelayedReply(true);
-    m_commands.append({message, connection, request});
+    m_commands.append({message, connection, request, outputFile});
     if (!m_runningCommand)
         QMetaObject::invokeMethod(this, &FenrowBusService::runNextCommand, Qt::QueuedConnection);
 }
@@ -261,9 +278,21 @@ void FenrowBusService::runNextCommand()
     QDBusMessage answer;
     try {
         const ForwardedCommand::Reply reply = m_handler.runCommand(command.request);
-        answer = command.message.createReply({reply.status,
-                                              QVariant::fromValue(BusTypes::busOutput(reply.output)),
-                                              ForwardedCommand::needName(reply.need), reply.question});
+        const QString need = ForwardedCommand::needName(reply.need);
+        if (!command.outputFile) {
+            answer = command.message.createReply(
+                {reply.status, QVariant::fromValue(BusTypes::busOutput(reply.output)), need, reply.question});
+        } else {
+            QString problem;
+            const std::optional<QList<BusOutputLength>> lengths =
+                CommandOutputFile::write(*command.outputFile, reply.output, &problem);
+            answer = lengths
+                         ? command.message.createReply({reply.status, QVariant::fromValue(*lengths), need,
+                                                        reply.question, QVariant::fromValue(*command.outputFile)})
+                         : command.message.createErrorReply(
+                               QDBusError::Failed,
+                               QStringLiteral("the command ran, but its output did not come back: %1").arg(problem));
+        }
     } catch (const std::exception &failure) {
         qCCritical(fenrowBusLog, "A forwarded command failed: %s", failure.what());
         answer = command.message.createErrorReply(

@@ -4,8 +4,11 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusUnixFileDescriptor>
 #include <QDBusVirtualObject>
 #include <QList>
+
+#include <optional>
 
 namespace fenrow {
 
@@ -40,6 +43,8 @@ private:
         QDBusMessage message;
         QDBusConnection connection;
         ForwardedCommand::Request request;
+        // For RunCommandToFile: where the output goes.
+        std::optional<QDBusUnixFileDescriptor> outputFile;
     };
 
     void answer(const QDBusMessage &message, const QDBusConnection &connection);
