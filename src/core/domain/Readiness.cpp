@@ -224,6 +224,9 @@ qsizetype readyCount(const TaskFlow &flow, const QDateTime &now, const LocalCale
 
 QList<ReadyTask> sortedReady(const QList<ReadyTask> &tasks, ReadySort sort)
 {
+    // The list comes in flow order, and a stable sort by flow keeps it.
+    if (sort == ReadySort::flow)
+        return tasks;
     constexpr double last = std::numeric_limits<double>::infinity();
     auto key = [&](const ReadyTask &task) -> double {
         const FlowNode &node = *task.node;
