@@ -78,7 +78,7 @@ TEST(CanvasLinesTest, ThinLinesFallWhereAndAsStrongAsTheRasterEnginesStroke)
             // Drawn in two parts, as the layer is where the view shows it,
             // each touches only its own pixels and they meet without a seam.
             QImage parts = ground;
-            for (const QRect &part : {QRect(0, 0, 137, 200), QRect(137, 0, 183, 83), QRect(137, 83, 183, 117)})
+            for (const QRect &part : {QRect(0, 0, 40, 200), QRect(40, 0, 280, 83), QRect(40, 83, 280, 117)})
                 ScenePainting::blendThinLines(parts, part, toPixels, lines, color, 1.5 * 0.4, pattern);
             EXPECT_LE(worst(parts, ours), 1) << "in parts as whole";
         }
