@@ -172,6 +172,8 @@ int showReady(CommandContext &context)
     const QString indent = grouped || !groups.today.isEmpty() ? QStringLiteral("  ") : QString();
     TextTable table({}, indent);
     TextTable byFlow({}, indent);
+    (grouped ? byFlow : table).reserve(groups.rest.size(), grouped ? 4 : 5);
+    table.reserve(groups.today.size(), 5);
     SharedCellTexts texts(now, calendar);
     if (!groups.today.isEmpty()) {
         table.addHeading(groups.hasRanks ? QStringLiteral("Today (in your order)") : QStringLiteral("Today"));

@@ -14,27 +14,34 @@ TextTable::TextTable(QList<Alignment> alignments, QString indent)
 {
 }
 
+void TextTable::reserve(qsizetype rows, qsizetype columns)
+{
+    m_rowStarts.reserve(m_rowStarts.size() + rows);
+    m_isHeading.reserve(m_isHeading.size() + rows);
+    m_cellEnds.reserve(m_cellEnds.size() + rows * columns);
+    m_cellWidths.reserve(m_cellWidths.size() + rows * columns);
+}
+
 void TextTable::addCell(QStringView text)
 {
-    // Most cells are plain ASCII on one line: copied as they are, one
-    // column a character, without the general path's copies.
-    const bool plain =
-        std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0x20 && c.unicode() < 0x7F; });
-    if (plain) {
-        const qsizetype at = m_bytes.size();
-        m_bytes.resize(at + text.size());
-        char *out = m_bytes.data() + at;
-        for (const QChar c : text)
-            *out++ = char(c.unicode());
+    // Encoded straight into the table, without a copy of its own. Most
+    // cells are plain ASCII on one line, a byte and a column a character,
+    // which the encoding tells: other characters take more bytes.
+    const qsizetype at = m_bytes.size();
+    if (m_bytes.capacity() < at + 3 * text.size())
+        m_bytes.reserve(std::max(2 * m_bytes.capacity(), at + 3 * text.size()));
+    m_bytes.resize(at + 3 * text.size());
+    QStringEncoder encoder(QStringEncoder::Utf8);
+    const char *end = encoder.appendToBuffer(m_bytes.data() + at, text);
+    m_bytes.truncate(end - m_bytes.constData());
+    const char *bytes = m_bytes.constData() + at;
+    const bool ascii = end - bytes == text.size();
+    if (ascii && std::none_of(bytes, end, [](char c) { return uchar(c) < 0x20 || c == 0x7F; })) {
         m_cellWidths.append(text.size());
-    } else if (std::none_of(text.begin(), text.end(), PlainText::breaksLine)) {
-        // Encoded straight into the table, without a copy of its own.
-        const qsizetype at = m_bytes.size();
-        m_bytes.resize(at + 3 * text.size());
-        QStringEncoder encoder(QStringEncoder::Utf8);
-        m_bytes.truncate(encoder.appendToBuffer(m_bytes.data() + at, text) - m_bytes.constData());
+    } else if (!ascii && std::none_of(text.begin(), text.end(), PlainText::breaksLine)) {
         m_cellWidths.append(PlainText::displayWidth(text));
     } else {
+        m_bytes.truncate(at);
         const QString line = PlainText::singleLine(text.toString());
         m_bytes.append(line.toUtf8());
         m_cellWidths.append(PlainText::displayWidth(line));

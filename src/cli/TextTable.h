@@ -25,6 +25,8 @@ public:
     // in the column widths, so columns line up across headings.
     void addHeading(const QString &text);
     bool isEmpty() const { return m_rowStarts.isEmpty(); }
+    // Room for `rows` more rows of `columns` cells, for a long listing.
+    void reserve(qsizetype rows, qsizetype columns);
     void print(QTextStream &out) const;
 
 private:
