@@ -72,8 +72,8 @@ public:
     void invalidate();
     // Only what the store's last change touched is checked again.
     void invalidate(const StoreChange &change);
-    // The filter changed what is dimmed or hidden: the lines are drawn
-    // again, the cards' pictures stay.
+    // Whether a filter dims or hides changed: the lines are drawn again,
+    // the cards' pictures stay. The filter's colours are read each frame.
     void filterChanged() { ++m_linesVersion; }
     // Everything is drawn anew: the filter, the sizes or the language changed.
     void invalidateAll();
@@ -147,6 +147,7 @@ private:
         struct Key {
             quint64 version = 0;
             quint64 linesVersion = 0;
+            quint32 colorFilter = 0;
             quint64 geometry = 0;
             std::optional<QUuid> selectedEdge;
             std::optional<QUuid> selectedLink;
@@ -220,6 +221,9 @@ private:
     // By card: the picture's cache key and opacity, and the faded picture.
     QHash<QUuid, std::pair<std::pair<qint64, double>, QImage>> m_fadedCards;
     LineLayer m_lines;
+    // The layer before the last change of its key: a filter taken off, a
+    // selection undone or a drag let go without a move finds it again.
+    LineLayer m_spareLines;
     QFont m_titleFont;
     QFont m_pillFont;
     QFont m_fileFont;

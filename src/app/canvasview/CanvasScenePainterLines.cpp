@@ -551,6 +551,7 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
     LineLayer::Key key;
     key.version = m_version;
     key.linesVersion = m_linesVersion;
+    key.colorFilter = interaction.colorFilter().colors;
     key.geometry = m_contents.geometrySerial(*editor.flow());
     key.selectedEdge = interaction.selectedEdgeID();
     key.selectedLink = interaction.selectedFileLinkID();
@@ -563,9 +564,18 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
 
     const QSizeF viewport = interaction.viewportSize().isEmpty() ? exposed.size() : interaction.viewportSize();
     const QRectF viewArea(-view.offset / scale, viewport / scale);
+    const auto fits = [&](const LineLayer &layer) {
+        return layer.key == key && !layer.image.isNull() &&
+               (view.zooming || (std::abs(layer.scale - scale) < 1e-9 && layer.area.contains(viewArea)));
+    };
+    bool reusable = fits(m_lines);
+    if (!reusable && !(m_lines.key == key)) {
+        // The layer of another key is kept aside, and the one kept before
+        // is used if it is this key's, else its image is drawn over.
+        std::swap(m_lines, m_spareLines);
+        reusable = fits(m_lines);
+    }
     const bool sameScale = std::abs(m_lines.scale - scale) < 1e-9;
-    const bool reusable = m_lines.key == key && !m_lines.image.isNull()
-        && (view.zooming || (sameScale && m_lines.area.contains(viewArea)));
     if (!reusable) {
         // The layer reaches a stretch beyond the view, so a pan reuses it.
         const double reach = layerReach / scale;

@@ -272,8 +272,8 @@ void CanvasView::interactionChanged(CanvasInteraction::Field field)
         placeTitleEditor();
         break;
     case Field::colorFilter:
-        // Cards look the same whether dimmed or hidden; only lines follow.
-        m_scene.filterChanged();
+        // Cards look the same whether dimmed or hidden; only lines follow,
+        // and the painter reads the filter itself.
         emit contentChanged();
         break;
     case Field::sizeResolver:
