@@ -117,28 +117,17 @@ FlowSearchResultsModel::FlowSearchResultsModel(const FlowSearchPalette &palette,
 
 void FlowSearchResultsModel::reload()
 {
+    QList<FlowSearchGroup> groups = m_palette.groups();
     QList<Row> rows;
     int matchIndex = 0;
-    for (const FlowSearchGroup &group : m_palette.groups()) {
-        const bool isCurrent = group.flowID == m_palette.currentFlow();
-        Row header;
-        header.isGroup = true;
-        header.title = isCurrent ? qtTrId("flowSearch.group.current") : group.flowName;
-        header.identifier = isCurrent ? QStringLiteral("flowSearch.group.current")
-                                      : QStringLiteral("flowSearch.group.") + uuidText(group.flowID);
-        rows.append(header);
-        for (const FlowSearchMatch &match : group.matches) {
-            Row row;
-            row.title = match.title;
-            row.identifier = QStringLiteral("flowSearch.result.") + uuidText(match.id);
-            row.nodeId = match.id;
-            row.status = match.status;
-            row.snippet = match.notesSnippet.value_or(QString());
-            row.matchIndex = matchIndex++;
-            rows.append(row);
-        }
+    for (int group = 0; group < groups.size(); ++group) {
+        rows.append({group, -1, -1});
+        const int matches = int(groups[group].matches.size());
+        for (int match = 0; match < matches; ++match)
+            rows.append({group, match, matchIndex++});
     }
     beginResetModel();
+    m_groups = std::move(groups);
     m_rows = std::move(rows);
     endResetModel();
 }
@@ -152,7 +141,7 @@ void FlowSearchResultsModel::highlightChanged()
 QModelIndex FlowSearchResultsModel::indexOfMatch(int matchIndex) const
 {
     for (qsizetype i = 0; i < m_rows.size(); ++i)
-        if (!m_rows[i].isGroup && m_rows[i].matchIndex == matchIndex)
+        if (!m_rows[i].isGroup() && m_rows[i].matchIndex == matchIndex)
             return index(int(i));
     return {};
 }
@@ -164,7 +153,7 @@ int FlowSearchResultsModel::rowCount(const QModelIndex &parent) const
 
 Qt::ItemFlags FlowSearchResultsModel::flags(const QModelIndex &index) const
 {
-    if (!index.isValid() || index.row() >= m_rows.size() || m_rows[index.row()].isGroup)
+    if (!index.isValid() || index.row() >= m_rows.size() || m_rows[index.row()].isGroup())
         return Qt::NoItemFlags;
     return Qt::ItemIsEnabled;
 }
@@ -174,26 +163,53 @@ QVariant FlowSearchResultsModel::data(const QModelIndex &index, int role) const
     if (!index.isValid() || index.row() >= m_rows.size())
         return {};
     const Row &row = m_rows[index.row()];
+    const FlowSearchGroup &group = m_groups[row.group];
+    if (row.isGroup()) {
+        const bool isCurrent = group.flowID == m_palette.currentFlow();
+        switch (role) {
+        case Qt::DisplayRole:
+        case Qt::AccessibleTextRole:
+            return isCurrent ? qtTrId("flowSearch.group.current") : group.flowName;
+        case Qt::AccessibleDescriptionRole:
+        case SnippetRole:
+            return QString();
+        case IsGroupRole:
+            return true;
+        case NodeIdRole:
+            return QUuid();
+        case StatusRole:
+            return int(NodeStatus::pending);
+        case MatchIndexRole:
+            return -1;
+        case HighlightedRole:
+            return false;
+        case IdentifierRole:
+            return isCurrent ? QStringLiteral("flowSearch.group.current")
+                             : QStringLiteral("flowSearch.group.") + uuidText(group.flowID);
+        default:
+            return {};
+        }
+    }
+    const FlowSearchMatch &match = group.matches[row.match];
     switch (role) {
     case Qt::DisplayRole:
     case Qt::AccessibleTextRole:
-        return row.title;
+        return match.title;
     case Qt::AccessibleDescriptionRole:
-        return row.snippet;
-    case IsGroupRole:
-        return row.isGroup;
-    case NodeIdRole:
-        return row.nodeId;
-    case StatusRole:
-        return int(row.status);
     case SnippetRole:
-        return row.snippet;
+        return match.notesSnippet.value_or(QString());
+    case IsGroupRole:
+        return false;
+    case NodeIdRole:
+        return match.id;
+    case StatusRole:
+        return int(match.status);
     case MatchIndexRole:
         return row.matchIndex;
     case HighlightedRole:
-        return !row.isGroup && row.matchIndex == m_palette.highlighted();
+        return row.matchIndex == m_palette.highlighted();
     case IdentifierRole:
-        return row.identifier;
+        return QStringLiteral("flowSearch.result.") + uuidText(match.id);
     default:
         return {};
     }

@@ -48,17 +48,20 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 private:
+    // A row points into the groups; its texts are made when the view asks
+    // for them, so a common word's tens of thousands of matches cost a
+    // typed letter no more than the rows in sight.
     struct Row {
-        bool isGroup = false;
-        QString title;
-        QString identifier;
-        QUuid nodeId;
-        NodeStatus status = NodeStatus::pending;
-        QString snippet;
+        int group = 0;
+        // -1 for the group's title.
+        int match = -1;
         int matchIndex = -1;
+        bool isGroup() const { return match < 0; }
     };
 
     const FlowSearchPalette &m_palette;
+    // The palette's groups as of the last reload (shared, not copied).
+    QList<FlowSearchGroup> m_groups;
     QList<Row> m_rows;
 };
 
