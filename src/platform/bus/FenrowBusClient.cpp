@@ -5,6 +5,7 @@
 #include "FenrowBusNames.h"
 
 #include <QDBusArgument>
+#include <QDBusError>
 #include <QDBusMessage>
 
 #include <climits>
@@ -92,11 +93,21 @@ std::optional<ForwardedCommand::Reply> FenrowBusClient::runCommand(const Forward
         return std::nullopt;
     }
     // Long output comes back faster as a file where the bus passes files.
-    const bool toFile = connection().connectionCapabilities() & QDBusConnection::UnixFileDescriptorPassing;
-    const QDBusMessage reply =
-        connection().call(methodCall(toFile ? QStringLiteral("RunCommandToFile") : QStringLiteral("RunCommand"),
-                                     {request.arguments, request.workingDirectory, BusTypes::requestOptions(request)}),
-                          QDBus::Block, commandTimeout);
+    bool toFile = connection().connectionCapabilities() & QDBusConnection::UnixFileDescriptorPassing;
+    const auto send = [&] {
+        return connection().call(
+            methodCall(toFile ? QStringLiteral("RunCommandToFile") : QStringLiteral("RunCommand"),
+                       {request.arguments, request.workingDirectory, BusTypes::requestOptions(request)}),
+            QDBus::Block, commandTimeout);
+    };
+    QDBusMessage reply = send();
+    // A program that can make no file refuses before the command runs, so
+    // sending it again the plain way carries it out once.
+    if (toFile && reply.type() == QDBusMessage::ErrorMessage &&
+        reply.errorName() == QDBusError::errorString(QDBusError::NotSupported)) {
+        toFile = false;
+        reply = send();
+    }
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().size() != (toFile ? 5 : 4)) {
         *problem = QStringLiteral("the running Fenrow did not carry out the command: %1")
                        .arg(reply.errorMessage().isEmpty() ? QStringLiteral("no answer") : reply.errorMessage());
