@@ -4,6 +4,7 @@
 #include "FlowListView.h"
 #include "look/Theme.h"
 
+#include <QHash>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QPainter>
@@ -40,9 +41,9 @@ QStringList fill(const QStringList &pieces, const QString &glue, const QFontMetr
 // The progress text on as many lines as the width needs. It breaks between
 // its parts ("3 of 12 done", "2 in progress") before it breaks inside one, so
 // a number never ends up on a line apart from its words.
-QStringList progressLines(const QString &text, int width)
+QStringList measuredProgressLines(const QString &text, int width, const QFont &font)
 {
-    const QFontMetrics metrics(captionFont());
+    const QFontMetrics metrics(font);
     if (metrics.horizontalAdvance(text) <= width)
         return {text};
     static const QString separator = QStringLiteral(" · ");
@@ -54,6 +55,25 @@ QStringList progressLines(const QString &text, int width)
             lines.append(fill(part.split(QLatin1Char(' ')), QStringLiteral(" "), metrics, width));
     }
     return lines;
+}
+
+// The same, each text and width measured once: the list lays out every row
+// again whenever the store changes, and shaping the texts was most of a
+// change's cost on a store of many flows.
+QStringList progressLines(const QString &text, int width)
+{
+    static QString measuredWith;
+    static QHash<std::pair<QString, int>, QStringList> measured;
+    const QFont font = captionFont();
+    if (const QString key = font.key(); key != measuredWith || measured.size() > 4096) {
+        measured.clear();
+        measuredWith = key;
+    }
+    const std::pair<QString, int> key{text, width};
+    auto found = measured.constFind(key);
+    if (found == measured.constEnd())
+        found = measured.insert(key, measuredProgressLines(text, width, font));
+    return *found;
 }
 
 int progressHeight(const QString &text, int width)
