@@ -145,6 +145,12 @@ SidebarRouteRow *Sidebar::makeRouteRow(const QIcon &icon, const char *name, cons
 
 void Sidebar::refreshReadyCount()
 {
+    // A flow's own row (its name, its viewport, saved after every scroll)
+    // holds up no task: the count stands, and a large store is not walked.
+    const StoreChange &change = m_store.lastChange();
+    if (m_readyCounted && !change.everything && change.nodes.isEmpty())
+        return;
+    m_readyCounted = true;
     m_ready->setBadge(Readiness::readyTasks(m_store.flows(), m_store.clock().now(), m_store.calendar()).size());
 }
 

@@ -91,6 +91,7 @@ private:
     FlowListModel *m_model = nullptr;
     FlowListView *m_list = nullptr;
     SidebarRouteRow *m_ready = nullptr;
+    bool m_readyCounted = false;
     SidebarRouteRow *m_archive = nullptr;
     SidebarRouteRow *m_search = nullptr;
     TemplateMenuButton *m_templates = nullptr;
