@@ -1,5 +1,6 @@
 #include "TestStore.h"
 
+#include "domain/FlowGraph.h"
 #include "domain/Readiness.h"
 
 namespace fenrow {
@@ -20,6 +21,10 @@ protected:
         for (const ReadyTask &task : tasks)
             result << task.node->title;
         return result;
+    }
+    bool blocked(const QString &title) const
+    {
+        return Readiness::hasOpenBlocker((*this)[title], FlowGraph::blockerMaps(*flow));
     }
     NodeCardState state(const QString &title) const
     {
@@ -53,11 +58,14 @@ TEST_F(ReadinessRules, SubtasksHoldTheirParentAndCompletionReleasesIt)
     EXPECT_EQ(state("P").blockers, 2) << "one open prerequisite and one open subtask";
     done("x");
     EXPECT_EQ(state("P").blockers, 1);
+    EXPECT_TRUE(blocked("P")) << "an open subtask alone holds it";
+    EXPECT_FALSE(blocked("x"));
     EXPECT_EQ(ready(), QStringList{"b"}) << "a subtask is ready although its parent waits";
 
     store->setStartDate(berlinTime(2026, 6, 17), (*this)["P"]);
     const QList<const FlowNode *> released = store->setStatus(NodeStatus::done, (*this)["b"]);
     EXPECT_EQ(titles(released), QStringList{"P"}) << "released even though it starts next week";
+    EXPECT_FALSE(blocked("P"));
     EXPECT_TRUE(ready().isEmpty());
     EXPECT_EQ(Readiness::readyEmptyReason(store->flows(), now, calendar), ReadyEmptyReason::allDeferred);
 }

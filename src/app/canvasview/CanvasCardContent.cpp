@@ -207,8 +207,7 @@ quint64 CanvasCardContents::geometrySerial(const TaskFlow &flow)
 
 bool CanvasCardContents::isActionable(const FlowNode &node) const
 {
-    return !node.isDone && Readiness::openBlockers(node, m_maps).isEmpty() &&
-           !node.isDeferred(m_now, m_store.calendar());
+    return !node.isDone && !Readiness::hasOpenBlocker(node, m_maps) && !node.isDeferred(m_now, m_store.calendar());
 }
 
 size_t CanvasCardContents::geometryOf(const FlowNode &node)

@@ -188,33 +188,44 @@ QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow)
         if (const auto heads = children.constFind(fold); heads != children.cend())
             for (const FlowNode *head : *heads)
                 below.append(head);
-    QSet<QUuid> candidates;
+    QSet<const FlowNode *> candidates;
     walk(below, children, [&](const FlowNode *node) {
-        candidates.insert(node->id);
+        candidates.insert(node);
         return true;
     });
     if (candidates.isEmpty())
         return {};
 
-    QSet<const FlowNode *> hasParent;
-    for (const auto &heads : children)
-        for (const FlowNode *head : heads)
-            hasParent.insert(head);
-    QList<const FlowNode *> roots;
-    for (const FlowNode *node : flow.items()) {
-        if (!hasParent.contains(node))
-            roots.append(node);
+    // Everything else is in view: whatever lies below a fold was walked
+    // above. A task below a fold stays in view through an unfolded parent
+    // in view, so the walk starts at candidates with such a parent outside
+    // them and spreads among the candidates only: a large flow's other
+    // tasks are never walked again.
+    std::vector<const FlowNode *> stack;
+    for (const DependencyEdge *edge : flow.edges()) {
+        const FlowNode *from = edge->fromItem();
+        const FlowNode *to = edge->toItem();
+        if (from && to && !from->isCollapsed && candidates.contains(to) && !candidates.contains(from))
+            stack.push_back(to);
     }
-
-    // Visible is what a walk from the roots reaches without passing a fold.
-    Adjacency unfolded = children;
-    for (const FlowNode *fold : std::as_const(collapsed))
-        unfolded.remove(fold);
-    walk(roots, unfolded, [&](const FlowNode *node) {
-        candidates.remove(node->id);
-        return true;
-    });
-    return candidates;
+    QSet<const FlowNode *> shown;
+    while (!stack.empty()) {
+        const FlowNode *node = stack.back();
+        stack.pop_back();
+        if (shown.contains(node))
+            continue;
+        shown.insert(node);
+        if (node->isCollapsed)
+            continue;
+        if (const auto heads = children.constFind(node); heads != children.cend())
+            stack.insert(stack.end(), heads->begin(), heads->end());
+    }
+    QSet<QUuid> hidden;
+    hidden.reserve(candidates.size() - shown.size());
+    for (const FlowNode *node : std::as_const(candidates))
+        if (!shown.contains(node))
+            hidden.insert(node->id);
+    return hidden;
 }
 
 QList<const FlowNode *> visibleItems(const TaskFlow &flow)

@@ -128,6 +128,16 @@ QList<const FlowNode *> openBlockers(const FlowNode &node, const BlockerMaps &ma
     return open;
 }
 
+bool hasOpenBlocker(const FlowNode &node, const BlockerMaps &maps)
+{
+    const auto open = [&](const QHash<QUuid, QList<const FlowNode *>> &map) {
+        const auto found = map.constFind(node.id);
+        return found != map.cend() &&
+               std::any_of(found->cbegin(), found->cend(), [](const FlowNode *blocker) { return !blocker->isDone; });
+    };
+    return open(maps.prerequisites) || open(maps.subtasks);
+}
+
 QList<const FlowNode *> openBlockers(const FlowNode &node)
 {
     const TaskFlow *flow = node.flow();

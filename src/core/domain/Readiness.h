@@ -55,6 +55,8 @@ namespace Readiness {
 // Prerequisites first, then subtasks, those not done; duplicates stay.
 QList<const FlowNode *> openBlockers(const FlowNode &node);
 QList<const FlowNode *> openBlockers(const FlowNode &node, const BlockerMaps &maps);
+// Whether openBlockers would be non-empty, without making the list.
+bool hasOpenBlocker(const FlowNode &node, const BlockerMaps &maps);
 // Not-done nodes without open blockers, deferred ones included, by order.
 QList<const FlowNode *> readyNodes(const TaskFlow &flow);
 // What a node's completion released: its dependents and the parents it is
