@@ -58,6 +58,7 @@ void CanvasScenePainter::invalidateAll()
     m_contents.invalidate();
     m_cardImages.clear();
     m_cardChromes.clear();
+    m_pillTexts.clear();
     m_fadedCards.clear();
     // A file's bytes never change under its id; only gone files leave.
     if (m_thumbnails.size() > 256)

@@ -215,6 +215,9 @@ private:
     quint64 m_version = 1;
     quint64 m_linesVersion = 1;
     QHash<QUuid, CardLayout> m_layouts;
+    // A pill's text shortened to the room it has, and its width: the same
+    // few priorities, estimates and days recur across a flow's cards.
+    mutable QHash<std::pair<QString, double>, std::pair<QString, double>> m_pillTexts;
     QHash<QUuid, QImage> m_thumbnails;
     QCache<QUuid, CardImage> m_cardImages{cardImageBudget};
     QList<std::pair<CardChromeKey, QImage>> m_cardChromes;

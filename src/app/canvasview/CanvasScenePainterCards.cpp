@@ -73,9 +73,15 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
         double x = 0;
         for (const MetaPill &pill : std::as_const(pills)) {
             const double textRoom = innerWidth - 2 * pillPaddingX - pillGlyph - pillGlyphGap;
-            const QString shown = pillMetrics.elidedText(pill.text, Qt::ElideRight, std::max(0.0, textRoom));
-            const double width = 2 * pillPaddingX + pillGlyph + (shown.isEmpty() ? 0 : pillGlyphGap)
-                + std::ceil(pillMetrics.horizontalAdvance(shown));
+            const std::pair<QString, double> fitting(pill.text, std::max(0.0, textRoom));
+            auto measured = m_pillTexts.constFind(fitting);
+            if (measured == m_pillTexts.cend()) {
+                const QString shortened = pillMetrics.elidedText(fitting.first, Qt::ElideRight, fitting.second);
+                measured = m_pillTexts.insert(fitting, {shortened, pillMetrics.horizontalAdvance(shortened)});
+            }
+            const QString &shown = measured->first;
+            const double width =
+                2 * pillPaddingX + pillGlyph + (shown.isEmpty() ? 0 : pillGlyphGap) + std::ceil(measured->second);
             if (x > 0 && x + width > innerWidth) {
                 ++rows;
                 x = 0;
