@@ -33,10 +33,16 @@ Adjacency parentsOf(const TaskFlow &flow)
     return parents;
 }
 
+// Goes on from every node.
+struct EveryNode {
+    bool operator()(const FlowNode *) const { return true; }
+};
+
 // Depth-first walk with an explicit stack: pops the last pushed node and
-// pushes its heads in edge order. `visit` returns false to stop early.
-template <typename Visit>
-void walk(const QList<const FlowNode *> &starts, const Adjacency &next, Visit visit)
+// pushes its heads in edge order. `visit` returns false to stop early;
+// `goesOn` says whether the walk passes a visited node's heads.
+template <typename Visit, typename GoesOn = EveryNode>
+void walk(const QList<const FlowNode *> &starts, const Adjacency &next, Visit visit, GoesOn goesOn = {})
 {
     std::vector<const FlowNode *> stack(starts.begin(), starts.end());
     QSet<const FlowNode *> visited;
@@ -48,6 +54,8 @@ void walk(const QList<const FlowNode *> &starts, const Adjacency &next, Visit vi
         visited.insert(node);
         if (!visit(node))
             return;
+        if (!goesOn(node))
+            continue;
         const auto found = next.constFind(node);
         if (found != next.constEnd())
             stack.insert(stack.end(), found->begin(), found->end());
@@ -201,25 +209,21 @@ QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow)
     // in view, so the walk starts at candidates with such a parent outside
     // them and spreads among the candidates only: a large flow's other
     // tasks are never walked again.
-    std::vector<const FlowNode *> stack;
+    QList<const FlowNode *> inView;
     for (const DependencyEdge *edge : flow.edges()) {
         const FlowNode *from = edge->fromItem();
         const FlowNode *to = edge->toItem();
         if (from && to && !from->isCollapsed && candidates.contains(to) && !candidates.contains(from))
-            stack.push_back(to);
+            inView.append(to);
     }
     QSet<const FlowNode *> shown;
-    while (!stack.empty()) {
-        const FlowNode *node = stack.back();
-        stack.pop_back();
-        if (shown.contains(node))
-            continue;
-        shown.insert(node);
-        if (node->isCollapsed)
-            continue;
-        if (const auto heads = children.constFind(node); heads != children.cend())
-            stack.insert(stack.end(), heads->begin(), heads->end());
-    }
+    walk(
+        inView, children,
+        [&](const FlowNode *node) {
+            shown.insert(node);
+            return true;
+        },
+        [](const FlowNode *node) { return !node->isCollapsed; });
     QSet<QUuid> hidden;
     hidden.reserve(candidates.size() - shown.size());
     for (const FlowNode *node : std::as_const(candidates))
