@@ -197,7 +197,7 @@ private:
     // A card's picture faded to `opacity`, kept while the picture stays:
     // copying it is the raster engine's fast path, drawing the picture with
     // the painter's opacity is not.
-    const QImage &fadedCardImage(const QUuid &cardID, const QImage &image, double opacity);
+    QImage fadedCardImage(const QUuid &cardID, const QImage &image, double opacity);
     CardLayout makeLayout(const CardContent &content, const FlowNode &node, NodeSize size) const;
     QImage thumbnail(const FlowFile &file);
 
@@ -221,8 +221,13 @@ private:
     QHash<QUuid, QImage> m_thumbnails;
     QCache<QUuid, CardImage> m_cardImages{cardImageBudget};
     QList<std::pair<CardChromeKey, QImage>> m_cardChromes;
-    // By card: the picture's cache key and opacity, and the faded picture.
-    QHash<QUuid, std::pair<std::pair<qint64, double>, QImage>> m_fadedCards;
+    // By card: the picture's cache key and opacity, and the faded picture,
+    // within the same budget as the pictures themselves.
+    struct FadedCard {
+        std::pair<qint64, double> key;
+        QImage image;
+    };
+    QCache<QUuid, FadedCard> m_fadedCards{cardImageBudget};
     LineLayer m_lines;
     // The layer before the last change of its key: a filter taken off, a
     // selection undone or a drag let go without a move finds it again.

@@ -317,16 +317,11 @@ QImage CanvasScenePainter::cardImage(const FlowNode &node, const CardContent &co
     return image;
 }
 
-const QImage &CanvasScenePainter::fadedCardImage(const QUuid &cardID, const QImage &image, double opacity)
+QImage CanvasScenePainter::fadedCardImage(const QUuid &cardID, const QImage &image, double opacity)
 {
     const std::pair<qint64, double> key(image.cacheKey(), opacity);
-    auto found = m_fadedCards.find(cardID);
-    if (found != m_fadedCards.end() && found->first == key)
-        return found->second;
-    // Dimmed cards come and go together with a filter; past a flow's worth
-    // the old ones are done with.
-    if (found == m_fadedCards.end() && m_fadedCards.size() >= 4096)
-        m_fadedCards.clear();
+    if (const FadedCard *found = m_fadedCards.object(cardID); found && found->key == key)
+        return found->image;
     QImage faded = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     const uint f = uint(std::lround(std::clamp(opacity, 0.0, 1.0) * 256));
     for (int y = 0; y < faded.height(); ++y) {
@@ -336,7 +331,8 @@ const QImage &CanvasScenePainter::fadedCardImage(const QUuid &cardID, const QIma
             line[x] = (((p & 0xff00ff) * f >> 8) & 0xff00ff) | (((p >> 8) & 0xff00ff) * f & 0xff00ff00);
         }
     }
-    return m_fadedCards.insert(cardID, {key, faded}).value().second;
+    m_fadedCards.insert(cardID, new FadedCard{key, faded}, int(faded.sizeInBytes() / 1024));
+    return faded;
 }
 
 void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor, const TaskFlow &flow,
