@@ -150,8 +150,7 @@ int showReady(CommandContext &context)
     // As the window's list: the tasks started today first, in the order of
     // today's plan, then the rest.
     const TodayGroups groups =
-        Readiness::todayGroups(Readiness::sortedReady(Readiness::readyTasks(store.flows(), now, calendar), sort), now,
-                               calendar);
+        Readiness::todayGroups(Readiness::sortedReady(store.readyTasks(now), sort), now, calendar);
 
     if (context.json()) {
         JsonOutput::writeReadyList(groups.today + groups.rest, groups.today.size(), now, calendar,

@@ -99,8 +99,7 @@ ReadyListModel::Row ReadyListModel::taskRow(const ReadyTask &task, bool showFlow
 QList<ReadyListModel::Row> ReadyListModel::buildRows() const
 {
     const QDateTime now = m_store.clock().now();
-    const QList<ReadyTask> sorted =
-        Readiness::sortedReady(Readiness::readyTasks(m_store.flows(), now, m_store.calendar()), m_sort);
+    const QList<ReadyTask> sorted = Readiness::sortedReady(m_store.readyTasks(now), m_sort);
     const TodayGroups groups = Readiness::todayGroups(sorted, now, m_store.calendar());
 
     QList<Row> rows;

@@ -151,7 +151,7 @@ void Sidebar::refreshReadyCount()
     if (m_readyCounted && !change.everything && change.nodes.isEmpty())
         return;
     m_readyCounted = true;
-    m_ready->setBadge(Readiness::readyTasks(m_store.flows(), m_store.clock().now(), m_store.calendar()).size());
+    m_ready->setBadge(m_store.readyTasks(m_store.clock().now()).size());
 }
 
 QWidget *Sidebar::makeSectionHeader()

@@ -35,6 +35,17 @@ std::unique_ptr<FenrowStore> FenrowStore::open(std::unique_ptr<StoreDatabase> da
 FenrowStore::FenrowStore(std::unique_ptr<StoreDatabase> database, const Clock &clock, LocalCalendar calendar)
     : m_database(std::move(database)), m_clock(clock), m_calendar(std::move(calendar))
 {
+    // Made first, so every other listener already sees the new revision.
+    connect(this, &FenrowStore::changed, this, [this] { ++m_revision; });
+}
+
+const QList<ReadyTask> &FenrowStore::readyTasks(const QDateTime &now) const
+{
+    // The list turns only with the day (a start day comes), never within it.
+    const QDate day = m_calendar.dayOf(now);
+    if (!m_readyCache || m_readyCache->revision != m_revision || m_readyCache->day != day)
+        m_readyCache = ReadyCache{m_revision, day, Readiness::readyTasks(m_flows, now, m_calendar)};
+    return m_readyCache->tasks;
 }
 
 FenrowStore::~FenrowStore()

@@ -6,12 +6,13 @@
 #include "FlowBlueprint.h"
 #include "FlowFileImport.h"
 #include "FlowSnapshot.h"
-#include "GraphMutationError.h"
-#include "NodeRecurrence.h"
 #include "FlowTemplate.h"
+#include "GraphMutationError.h"
 #include "LocalCalendar.h"
+#include "NodeRecurrence.h"
 #include "OwnedList.h"
 #include "PendingWrites.h"
+#include "Readiness.h"
 #include "TaskFlow.h"
 
 #include <QHash>
@@ -25,6 +26,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace fenrow {
@@ -89,6 +91,11 @@ public:
     const FlowNode *node(const QUuid &id) const { return m_nodesByID.value(id); }
     const OwnedList<CompletionRecord> &completionRecords() const { return m_completionRecords; }
     const OwnedList<FlowTemplate> &templates() const { return m_templates; }
+    // Readiness::readyTasks over every flow at `now`, kept until the store
+    // changes or the day turns: after a change the window's count, its list
+    // and a command handed over would each work it out whole again. Its
+    // pointers, like the flows', last until the next `changed`.
+    const QList<ReadyTask> &readyTasks(const QDateTime &now) const;
 
     // --- reminders (StoreReminders.cpp)
     // The open tasks with a due date whose reminder is still to come: each
@@ -348,6 +355,15 @@ private:
 
     PendingWrites m_pending;
     StoreChange m_lastChange;
+    // Counts `changed`: what was worked out from the records before it may
+    // point at records gone since.
+    quint64 m_revision = 0;
+    struct ReadyCache {
+        quint64 revision = 0;
+        QDate day;
+        QList<ReadyTask> tasks;
+    };
+    mutable std::optional<ReadyCache> m_readyCache;
     std::function<std::optional<QByteArray>(const FlowFileImport::Payload &)> m_thumbnailMaker;
 };
 

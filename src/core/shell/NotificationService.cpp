@@ -146,8 +146,7 @@ QList<NotificationRequest> NotificationService::requests(const FenrowStore &stor
                              NotificationTrigger::once(reminder.fireDate)});
     }
     if (preferences.morningDigestEnabled()) {
-        const QList<ReadyTask> ready = Readiness::sortedReady(
-            Readiness::readyTasks(store.flows(), now, store.calendar()), preferences.readySort());
+        const QList<ReadyTask> ready = Readiness::sortedReady(store.readyTasks(now), preferences.readySort());
         if (!ready.isEmpty()) {
             QStringList titles;
             for (const ReadyTask &task : ready.first(std::min(ready.size(), digestTitleCount)))
