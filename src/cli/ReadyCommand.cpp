@@ -39,75 +39,87 @@ QString emptyReason(ReadyEmptyReason reason)
     return {};
 }
 
-// Texts that many rows share (due days, priorities, estimates), made once
-// for the list instead of once a row: a long list repeats a few of them.
-// A text given out stays valid until that kind of text is asked for again.
-class SharedCellTexts
+// Cells that many rows share (flows' names, due days, priorities,
+// estimates), made once for the list instead of once a row: a long list
+// repeats a few of them. A cell given out stays valid until that kind of
+// cell is asked for again.
+class SharedCells
 {
 public:
-    SharedCellTexts(const QDateTime &now, const LocalCalendar &calendar) : m_now(now), m_calendar(calendar) {}
+    SharedCells(const QDateTime &now, const LocalCalendar &calendar) : m_now(now), m_calendar(calendar) {}
 
+    const TextTable::Cell &flow(const TaskFlow &flow)
+    {
+        auto found = m_flows.constFind(&flow);
+        if (found == m_flows.constEnd())
+            found = m_flows.insert(&flow, TextTable::Cell(flow.name));
+        return *found;
+    }
     // The due cell of a task that is not done: whether it is overdue then
     // depends on the day alone.
-    const QString &due(const FlowNode &node)
+    const TextTable::Cell &due(const FlowNode &node)
     {
+        if (!node.dueDate)
+            return m_empty;
         const qint64 key = node.dueDate->toMSecsSinceEpoch();
         auto found = m_dueDays.constFind(key);
         if (found == m_dueDays.constEnd()) {
             QString text = QStringLiteral("due ") + TaskText::day(*node.dueDate, m_calendar);
             if (node.isOverdue(m_now, m_calendar))
                 text += QStringLiteral(" (overdue)");
-            found = m_dueDays.insert(key, text);
+            found = m_dueDays.insert(key, TextTable::Cell(text));
         }
         return *found;
     }
-    const QString &priority(NodePriority priority)
+    const TextTable::Cell &priority(NodePriority priority)
     {
         auto found = m_priorities.constFind(priority);
         if (found == m_priorities.constEnd())
-            found = m_priorities.insert(priority, priority == NodePriority::none
-                                                      ? QString()
-                                                      : rawString(priority) + QStringLiteral(" priority"));
+            found =
+                m_priorities.insert(priority, priority == NodePriority::none
+                                                  ? TextTable::Cell()
+                                                  : TextTable::Cell(rawString(priority) + QStringLiteral(" priority")));
         return *found;
     }
-    const QString &estimate(qint64 minutes)
+    const TextTable::Cell &estimate(const FlowNode &node)
     {
-        auto found = m_estimates.constFind(minutes);
+        if (!node.estimateMinutes)
+            return m_empty;
+        auto found = m_estimates.constFind(*node.estimateMinutes);
         if (found == m_estimates.constEnd())
-            found = m_estimates.insert(minutes, TaskText::estimate(minutes));
+            found =
+                m_estimates.insert(*node.estimateMinutes, TextTable::Cell(TaskText::estimate(*node.estimateMinutes)));
         return *found;
     }
 
 private:
     const QDateTime &m_now;
     const LocalCalendar &m_calendar;
-    QHash<qint64, QString> m_dueDays;
-    QHash<NodePriority, QString> m_priorities;
-    QHash<qint64, QString> m_estimates;
+    const TextTable::Cell m_empty;
+    QHash<const TaskFlow *, TextTable::Cell> m_flows;
+    QHash<qint64, TextTable::Cell> m_dueDays;
+    QHash<NodePriority, TextTable::Cell> m_priorities;
+    QHash<qint64, TextTable::Cell> m_estimates;
 };
 
 // A ready task's row: title, flow (when `withFlow`), due day, priority and
-// estimate, added to `table` without a list made for it.
+// estimate.
 void addRow(TextTable &table, const ReadyTask &task, bool withFlow, const QDateTime &now, const LocalCalendar &calendar,
-            SharedCellTexts &texts)
+            SharedCells &cells)
 {
     const FlowNode &node = *task.node;
-    QStringView title = node.title;
+    table.beginRow();
     // A paused or started task is still ready, but its row says so. Being
     // ready, it waits for nothing.
-    QString titleWithState;
-    if (node.status() != NodeStatus::pending) {
-        titleWithState = node.title + QStringLiteral(" [%1]").arg(TaskText::state(node, 0, now, calendar));
-        title = titleWithState;
-    }
-    const QStringView due = node.dueDate ? QStringView(texts.due(node)) : QStringView();
-    const QStringView priority = texts.priority(node.priority());
-    const QStringView estimate =
-        node.estimateMinutes ? QStringView(texts.estimate(*node.estimateMinutes)) : QStringView();
-    if (withFlow)
-        table.addRow({title, task.flow->name, due, priority, estimate});
+    if (node.status() != NodeStatus::pending)
+        table.addCell(node.title + QStringLiteral(" [%1]").arg(TaskText::state(node, 0, now, calendar)));
     else
-        table.addRow({title, due, priority, estimate});
+        table.addCell(node.title);
+    if (withFlow)
+        table.addCell(cells.flow(*task.flow));
+    table.addCell(cells.due(node));
+    table.addCell(cells.priority(node.priority()));
+    table.addCell(cells.estimate(node));
 }
 
 // Adds the rows of `tasks`. Their nodes and titles lie scattered over the
@@ -173,10 +185,10 @@ int showReady(CommandContext &context)
     TextTable byFlow({}, indent);
     (grouped ? byFlow : table).reserve(groups.rest.size(), grouped ? 4 : 5);
     table.reserve(groups.today.size(), 5);
-    SharedCellTexts texts(now, calendar);
+    SharedCells cells(now, calendar);
     if (!groups.today.isEmpty()) {
         table.addHeading(groups.hasRanks ? QStringLiteral("Today (in your order)") : QStringLiteral("Today"));
-        addRows(groups.today, [&](const ReadyTask &task) { addRow(table, task, true, now, calendar, texts); });
+        addRows(groups.today, [&](const ReadyTask &task) { addRow(table, task, true, now, calendar, cells); });
         if (!grouped && !groups.rest.isEmpty())
             table.addHeading(QStringLiteral("Other tasks"));
     }
@@ -187,7 +199,7 @@ int showReady(CommandContext &context)
             group = task.flow;
             rest.addHeading(group->name);
         }
-        addRow(rest, task, !grouped, now, calendar, texts);
+        addRow(rest, task, !grouped, now, calendar, cells);
     });
     table.print(context.out());
     byFlow.print(context.out());

@@ -22,53 +22,69 @@ void TextTable::reserve(qsizetype rows, qsizetype columns)
     m_cellWidths.reserve(m_cellWidths.size() + rows * columns);
 }
 
+qsizetype TextTable::encode(QStringView text, QByteArray &bytes)
+{
+    // Encoded straight into place, without a copy of its own. Most cells
+    // are plain ASCII on one line, a byte and a column a character, which
+    // the encoding tells: other characters take more bytes.
+    const qsizetype at = bytes.size();
+    if (bytes.capacity() < at + 3 * text.size())
+        bytes.reserve(std::max(2 * bytes.capacity(), at + 3 * text.size()));
+    bytes.resize(at + 3 * text.size());
+    QStringEncoder encoder(QStringEncoder::Utf8);
+    const char *end = encoder.appendToBuffer(bytes.data() + at, text);
+    bytes.truncate(end - bytes.constData());
+    const char *encoded = bytes.constData() + at;
+    const bool ascii = end - encoded == text.size();
+    if (ascii && std::none_of(encoded, end, [](char c) { return uchar(c) < 0x20 || c == 0x7F; }))
+        return text.size();
+    if (!ascii && std::none_of(text.begin(), text.end(), PlainText::breaksLine))
+        return PlainText::displayWidth(text);
+    bytes.truncate(at);
+    const QString line = PlainText::singleLine(text.toString());
+    bytes.append(line.toUtf8());
+    return PlainText::displayWidth(line);
+}
+
+TextTable::Cell::Cell(QStringView text) : m_width(encode(text, m_utf8)) {}
+
+void TextTable::beginRow()
+{
+    m_rowStarts.append(m_cellEnds.size());
+    m_isHeading.append(false);
+}
+
 void TextTable::addCell(QStringView text)
 {
-    // Encoded straight into the table, without a copy of its own. Most
-    // cells are plain ASCII on one line, a byte and a column a character,
-    // which the encoding tells: other characters take more bytes.
-    const qsizetype at = m_bytes.size();
-    if (m_bytes.capacity() < at + 3 * text.size())
-        m_bytes.reserve(std::max(2 * m_bytes.capacity(), at + 3 * text.size()));
-    m_bytes.resize(at + 3 * text.size());
-    QStringEncoder encoder(QStringEncoder::Utf8);
-    const char *end = encoder.appendToBuffer(m_bytes.data() + at, text);
-    m_bytes.truncate(end - m_bytes.constData());
-    const char *bytes = m_bytes.constData() + at;
-    const bool ascii = end - bytes == text.size();
-    if (ascii && std::none_of(bytes, end, [](char c) { return uchar(c) < 0x20 || c == 0x7F; })) {
-        m_cellWidths.append(text.size());
-    } else if (!ascii && std::none_of(text.begin(), text.end(), PlainText::breaksLine)) {
-        m_cellWidths.append(PlainText::displayWidth(text));
-    } else {
-        m_bytes.truncate(at);
-        const QString line = PlainText::singleLine(text.toString());
-        m_bytes.append(line.toUtf8());
-        m_cellWidths.append(PlainText::displayWidth(line));
-    }
+    m_cellWidths.append(encode(text, m_bytes));
+    m_cellEnds.append(m_bytes.size());
+}
+
+void TextTable::addCell(const Cell &cell)
+{
+    m_bytes.append(cell.m_utf8);
+    m_cellWidths.append(cell.m_width);
     m_cellEnds.append(m_bytes.size());
 }
 
 void TextTable::addRow(const QStringList &cells)
 {
-    m_rowStarts.append(m_cellEnds.size());
-    m_isHeading.append(false);
+    beginRow();
     for (const QString &cell : cells)
         addCell(cell);
 }
 
 void TextTable::addRow(std::initializer_list<QStringView> cells)
 {
-    m_rowStarts.append(m_cellEnds.size());
-    m_isHeading.append(false);
+    beginRow();
     for (const QStringView cell : cells)
         addCell(cell);
 }
 
 void TextTable::addHeading(const QString &text)
 {
-    m_rowStarts.append(m_cellEnds.size());
-    m_isHeading.append(true);
+    beginRow();
+    m_isHeading.last() = true;
     addCell(text);
     m_cellWidths.last() = 0;
 }

@@ -16,11 +16,29 @@ class TextTable {
 public:
     enum class Alignment { left, right };
 
+    // A cell that many rows share (a flow's name, a due day), made ready to
+    // print once: its UTF-8 and its width.
+    class Cell
+    {
+    public:
+        Cell() = default;
+        explicit Cell(QStringView text);
+
+    private:
+        friend class TextTable;
+        QByteArray m_utf8;
+        qsizetype m_width = 0;
+    };
+
     explicit TextTable(QList<Alignment> alignments = {}, QString indent = {});
 
     void addRow(const QStringList &cells);
     // The same without a list made for the row: long listings add thousands.
     void addRow(std::initializer_list<QStringView> cells);
+    // A row cell by cell, for rows that mix their own texts with shared ones.
+    void beginRow();
+    void addCell(QStringView text);
+    void addCell(const Cell &cell);
     // A line of its own between rows, without the indent; it takes no part
     // in the column widths, so columns line up across headings.
     void addHeading(const QString &text);
@@ -30,7 +48,8 @@ public:
     void print(QTextStream &out) const;
 
 private:
-    void addCell(QStringView text);
+    // Appends `text` to `bytes` as it is printed; gives its width.
+    static qsizetype encode(QStringView text, QByteArray &bytes);
 
     QList<Alignment> m_alignments;
     QByteArray m_indent;
