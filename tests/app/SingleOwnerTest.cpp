@@ -39,6 +39,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 namespace fenrow {
 namespace {
 
@@ -474,12 +477,27 @@ TEST_F(BusCallsTest, TheServiceAnswersAsItsInterfaceFileDescribesIt)
                                                           QVariantMap{{"store", FenrowModelContainer::storePath()}}});
     ASSERT_EQ(inFile.signature(), "ia(ut)ssh");
     QString unread;
-    const std::optional<QList<ForwardedCommand::Output>> fromFile =
-        CommandOutputFile::read(inFile.arguments().value(4).value<QDBusUnixFileDescriptor>(),
-                                qdbus_cast<QList<BusOutputLength>>(inFile.arguments().value(1)), &unread);
-    ASSERT_TRUE(fromFile) << unread.toStdString();
-    EXPECT_EQ(*fromFile, BusTypes::commandOutput(qdbus_cast<QList<BusOutput>>(flows.arguments().value(1))));
-    EXPECT_FALSE(fromFile->isEmpty());
+    ForwardedCommand::Reply fromFile;
+    ASSERT_TRUE(CommandOutputFile::read(inFile.arguments().value(4).value<QDBusUnixFileDescriptor>(),
+                                        qdbus_cast<QList<BusOutputLength>>(inFile.arguments().value(1)), fromFile,
+                                        &unread))
+        << unread.toStdString();
+    EXPECT_EQ(fromFile.output, BusTypes::commandOutput(qdbus_cast<QList<BusOutput>>(flows.arguments().value(1))));
+    EXPECT_FALSE(fromFile.output.isEmpty());
+    EXPECT_TRUE(fromFile.outputMemory) << "the program's file is sealed, so it is read in place";
+
+    // A file not sealed is read as a copy; one shorter than its parts is refused.
+    const int plain = memfd_create("unsealed", MFD_CLOEXEC);
+    ASSERT_GE(plain, 0);
+    const QByteArray bytes = "ready\n";
+    ASSERT_EQ(::write(plain, bytes.constData(), bytes.size()), bytes.size());
+    const QDBusUnixFileDescriptor plainFile(plain);
+    ::close(plain);
+    ForwardedCommand::Reply copied;
+    ASSERT_TRUE(CommandOutputFile::read(plainFile, {{1, 6}}, copied, &unread)) << unread.toStdString();
+    EXPECT_EQ(copied.output, (QList<ForwardedCommand::Output>{{ForwardedCommand::Stream::out, bytes}}));
+    EXPECT_FALSE(copied.outputMemory);
+    EXPECT_FALSE(CommandOutputFile::read(plainFile, {{1, 4}, {2, 3}}, copied, &unread));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
 
 namespace fenrow {
@@ -60,6 +61,9 @@ struct Reply {
     // In the order it was written, each stream's parts in one piece
     // where they followed each other.
     QList<Output> output;
+    // What the output's bytes may lie in rather than in their own arrays
+    // (a file the reply came in, mapped into memory): kept with the reply.
+    std::shared_ptr<const void> outputMemory;
     Need need = Need::nothing;
     QString question;
 };

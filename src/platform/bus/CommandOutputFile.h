@@ -22,15 +22,17 @@ namespace CommandOutputFile {
 // system gives none.
 std::optional<QDBusUnixFileDescriptor> make(QString *problem);
 
-// Writes the parts' bytes into `file` from its start and returns their
-// lengths; none, with the reason, when not all of them could be written.
+// Writes the parts' bytes into `file` from its start, seals it against any
+// further change and returns their lengths; none, with the reason, when not
+// all of them could be written.
 std::optional<QList<BusOutputLength>> write(const QDBusUnixFileDescriptor &file,
                                        const QList<ForwardedCommand::Output> &output, QString *problem);
 
-// The parts back from `file`; none, with the reason, when it holds fewer
-// bytes than the lengths say.
-std::optional<QList<ForwardedCommand::Output>> read(const QDBusUnixFileDescriptor &file,
-                                                    const QList<BusOutputLength> &lengths, QString *problem);
+// The parts back from `file` into `reply`'s output; false, with the reason,
+// when it holds fewer bytes than the lengths say. A file sealed against
+// shrinking is read in place, mapped into memory that `reply` keeps.
+bool read(const QDBusUnixFileDescriptor &file, const QList<BusOutputLength> &lengths, ForwardedCommand::Reply &reply,
+          QString *problem);
 
 } // namespace CommandOutputFile
 

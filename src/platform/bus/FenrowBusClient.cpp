@@ -118,13 +118,11 @@ std::optional<ForwardedCommand::Reply> FenrowBusClient::runCommand(const Forward
     answer.status = values[0].toInt();
     if (toFile) {
         QString unread;
-        std::optional<QList<ForwardedCommand::Output>> output = CommandOutputFile::read(
-            values[4].value<QDBusUnixFileDescriptor>(), qdbus_cast<QList<BusOutputLength>>(values[1]), &unread);
-        if (!output) {
+        if (!CommandOutputFile::read(values[4].value<QDBusUnixFileDescriptor>(),
+                                     qdbus_cast<QList<BusOutputLength>>(values[1]), answer, &unread)) {
             *problem = QStringLiteral("the running Fenrow carried out the command, but %1").arg(unread);
             return std::nullopt;
         }
-        answer.output = std::move(*output);
     } else {
         answer.output = BusTypes::commandOutput(qdbus_cast<QList<BusOutput>>(values[1]));
     }
