@@ -29,6 +29,12 @@ protected:
     qint64 readData(char *, qint64) override { return -1; }
     qint64 writeData(const char *data, qint64 length) override
     {
+        // A long table comes in one piece: passed on, not copied first.
+        if (m_bytes.isEmpty() && length >= pieceSize && releasable && releasable()) {
+            writeUtf8(m_out, QByteArrayView(data, length));
+            m_out.flush();
+            return length;
+        }
         m_bytes.append(data, length);
         if (m_bytes.size() >= pieceSize && releasable && releasable())
             release();
