@@ -16,170 +16,37 @@ namespace {
 using testing::berlinTime;
 using testing::TestStore;
 
-// Builds one flow using every field of every record kind, with optionals
-// present on some records and absent on others.
-RecordBundle fullBundle(QUuid *flowID)
-{
-    RecordBundle bundle;
-    auto flow = std::make_unique<TaskFlow>();
-    flow->id = QUuid::createUuid();
-    *flowID = flow->id;
-    flow->name = QStringLiteral("Launch ✈");
-    flow->order = 3;
-    flow->createdAt = berlinTime(2026, 1, 2, 3, 4);
-    flow->viewportOffsetX = -120.5;
-    flow->viewportOffsetY = 42.25;
-    flow->viewportScale = 1.75;
-    flow->hasBeenFramed = true;
-
-    auto full = std::make_unique<FlowNode>();
-    full->id = QUuid::createUuid();
-    full->title = QStringLiteral("Write copy");
-    full->isDone = true;
-    full->statusRaw = QStringLiteral("paused");
-    full->notes = QStringLiteral("Line one\nLine \"two\"");
-    full->priorityRaw = QStringLiteral("high");
-    full->colorRaw = QStringLiteral("mystery-colour");
-    full->startDate = berlinTime(2026, 6, 1);
-    full->dueDate = berlinTime(2026, 6, 30);
-    full->estimateMinutes = 90;
-    full->dayPlanRank = 2;
-    full->manualWidth = 240.5;
-    full->manualHeight = 120;
-    full->checklistData = ChecklistCodec::encode({{QUuid::createUuid(), QStringLiteral("a"), true}});
-    full->recurrenceRaw = QStringLiteral("weekly:1");
-    full->repeatCount = 4;
-    full->completedAt = berlinTime(2026, 6, 5, 17, 45);
-    full->isCollapsed = true;
-    full->posX = 19999.5;
-    full->posY = -20000;
-    full->order = 7;
-    full->createdAt = berlinTime(2026, 1, 2, 3, 5);
-    full->setFlow(flow.get());
-    FlowNode *fullNode = flow->items().add(std::move(full));
-
-    auto bare = std::make_unique<FlowNode>();
-    bare->id = QUuid::createUuid();
-    bare->title = QString();
-    bare->createdAt = berlinTime(2026, 1, 2, 3, 6);
-    bare->setFlow(flow.get());
-    FlowNode *bareNode = flow->items().add(std::move(bare));
-
-    auto typed = std::make_unique<DependencyEdge>();
-    typed->id = QUuid::createUuid();
-    typed->source = EdgeSource::ai;
-    typed->kind = EdgeKind::subtask;
-    typed->createdAt = berlinTime(2026, 1, 3);
-    typed->setFlow(flow.get());
-    typed->setFromItem(fullNode);
-    typed->setToItem(bareNode);
-    flow->edges().add(std::move(typed));
-
-    auto untyped = std::make_unique<DependencyEdge>();
-    untyped->id = QUuid::createUuid();
-    untyped->createdAt = berlinTime(2026, 1, 4);
-    untyped->setFlow(flow.get());
-    untyped->setFromItem(bareNode);
-    untyped->setToItem(fullNode);
-    flow->edges().add(std::move(untyped));
-
-    auto file = std::make_unique<FlowFile>();
-    file->id = QUuid::createUuid();
-    file->filename = QStringLiteral("plan.pdf");
-    file->contentTypeRaw = QStringLiteral("application/pdf");
-    file->byteCount = 5;
-    file->data.set(QByteArray("%PDF\0", 5));
-    file->thumbnail.set(QByteArray());
-    file->isTrashed = true;
-    file->posX = 10;
-    file->posY = 20;
-    file->manualWidth = 300;
-    file->manualHeight = 150;
-    file->order = 1;
-    file->createdAt = berlinTime(2026, 1, 5);
-    file->setFlow(flow.get());
-    FlowFile *fileRecord = flow->files().add(std::move(file));
-
-    auto link = std::make_unique<FileLink>();
-    link->id = QUuid::createUuid();
-    link->createdAt = berlinTime(2026, 1, 6);
-    link->setFlow(flow.get());
-    link->setFile(fileRecord);
-    link->setNode(fullNode);
-    FileLink *linkRecord = flow->fileLinks().add(std::move(link));
-    fileRecord->links().append(linkRecord);
-    fullNode->fileLinks().append(linkRecord);
-    bundle.flows.push_back(std::move(flow));
-
-    auto archived = std::make_unique<CompletionRecord>();
-    archived->id = QUuid::createUuid();
-    archived->nodeID = fullNode->id;
-    archived->flowID = *flowID;
-    archived->flowName = QStringLiteral("Launch ✈");
-    archived->title = QStringLiteral("Old task");
-    archived->kindRaw = CompletionRecord::archivedKind;
-    archived->completedAt = berlinTime(2026, 2, 1, 8, 0);
-    archived->cycle = 0;
-    archived->payload.set(QByteArray("{\"title\":\"Old task\"}"));
-    bundle.completionRecords.push_back(std::move(archived));
-
-    auto repeat = std::make_unique<CompletionRecord>();
-    repeat->id = QUuid::createUuid();
-    repeat->nodeID = QUuid::createUuid();
-    repeat->flowID = QUuid::createUuid();
-    repeat->flowName = QStringLiteral("Gone");
-    repeat->title = QStringLiteral("Water plants");
-    repeat->kindRaw = CompletionRecord::repeatKind;
-    repeat->completedAt = berlinTime(2026, 2, 2);
-    repeat->cycle = 12;
-    bundle.completionRecords.push_back(std::move(repeat));
-
-    auto withPayload = std::make_unique<FlowTemplate>();
-    withPayload->id = QUuid::createUuid();
-    withPayload->name = QStringLiteral("Weekly review");
-    withPayload->createdAt = berlinTime(2026, 3, 1);
-    withPayload->payload = QByteArray("{\"nodes\":[]}");
-    bundle.templates.push_back(std::move(withPayload));
-    auto empty = std::make_unique<FlowTemplate>();
-    empty->id = QUuid::createUuid();
-    empty->name = QStringLiteral("Empty");
-    empty->createdAt = berlinTime(2026, 3, 2);
-    bundle.templates.push_back(std::move(empty));
-    return bundle;
-}
-
-const FlowNode *nodeTitled(const TaskFlow &flow, const QString &title)
-{
-    for (const FlowNode *node : flow.items())
-        if (node->title == title)
-            return node;
-    return nullptr;
-}
-
 TEST(StorePersistence, EveryFieldSurvivesCloseAndReopen)
 {
     TestStore store;
-    QUuid flowID;
-    store->insertRecords(fullBundle(&flowID));
+    RecordBundle bundle = testing::richBundle();
+    const QUuid flowID = bundle.flows[0]->id;
+    // A null title is no missing one.
+    for (FlowNode *node : bundle.flows[0]->items())
+        node->title = node->title == QStringLiteral("Sow") ? QString() : node->title;
+    store->insertRecords(std::move(bundle));
     const QStringList inserted = testing::describe(*store);
     FenrowStore &reopened = store.reopen();
     EXPECT_EQ(testing::describe(reopened), inserted);
 
-    // Values the bundle chose because a reader could quietly change them;
-    // both sides of the comparison would then agree.
+    // Values chosen because a reader could quietly change them; both sides
+    // of the comparison would then agree.
     const TaskFlow &flow = *reopened.flow(flowID);
-    const FlowNode *full = nodeTitled(flow, QStringLiteral("Write copy"));
-    ASSERT_NE(full, nullptr);
-    EXPECT_EQ(full->colorRaw, QStringLiteral("mystery-colour")) << "unknown raw text is kept as stored";
-    EXPECT_EQ(full->recurrenceRaw, QStringLiteral("weekly:1"));
-    EXPECT_EQ(full->posX, 19999.5);
-    EXPECT_EQ(full->fileLinks(), flow.files()[0]->links()) << "the link is known from both ends";
-    for (const DependencyEdge *edge : flow.edges()) {
-        if (edge->fromItem() != full) {
-            EXPECT_FALSE(edge->kind.has_value()) << "an absent kind stays absent";
+    const QList<const FlowNode *> nodes = flow.orderedItems();
+    ASSERT_EQ(nodes.size(), 3);
+    EXPECT_EQ(nodes[2]->colorRaw, QStringLiteral("mystery-colour")) << "unknown raw text is kept as stored";
+    EXPECT_EQ(nodes[0]->recurrenceRaw, QStringLiteral("weekly"));
+    EXPECT_EQ(nodes[0]->posX, -1200.25);
+    EXPECT_EQ(
+        std::count_if(flow.edges().begin(), flow.edges().end(), [](const DependencyEdge *edge) { return !edge->kind; }),
+        1)
+        << "an absent kind stays absent";
+    for (const FlowFile *file : flow.files()) {
+        if (file->isTrashed) {
+            EXPECT_EQ(file->thumbnail.value(), QByteArray()) << "empty bytes differ from no bytes";
+            EXPECT_EQ(nodes[1]->fileLinks(), file->links()) << "the link is known from both ends";
         }
     }
-    EXPECT_EQ(flow.files()[0]->thumbnail.value(), QByteArray()) << "empty bytes differ from no bytes";
     for (const CompletionRecord *record : reopened.completionRecords())
         EXPECT_EQ(record->payload.isPresent(), record->kindRaw == CompletionRecord::archivedKind);
 }
@@ -189,10 +56,11 @@ TEST(StorePersistence, EveryFieldSurvivesCloseAndReopen)
 TEST(StorePersistence, SingleRowEditsReachTheFile)
 {
     TestStore store;
-    QUuid flowID;
-    store->insertRecords(fullBundle(&flowID));
+    RecordBundle bundle = testing::richBundle();
+    const QUuid flowID = bundle.flows[0]->id;
+    store->insertRecords(std::move(bundle));
     const TaskFlow &flow = *store->flow(flowID);
-    const FlowNode &edited = *nodeTitled(flow, QStringLiteral("Write copy"));
+    const FlowNode &edited = *flow.orderedItems()[0];
     store->setTitle(edited, QStringLiteral("Rewrite copy"));
     store->setPriority(NodePriority::low, edited);
     store->moveNode(edited, -40, 75.5);
@@ -208,8 +76,8 @@ TEST(StorePersistence, SingleRowEditsReachTheFile)
 TEST(StorePersistence, CompletionTimesAreBackfilledOnceAtOpening)
 {
     TestStore store;
-    QUuid flowID;
-    RecordBundle bundle = fullBundle(&flowID);
+    RecordBundle bundle = testing::richBundle();
+    const QUuid flowID = bundle.flows[0]->id;
     for (FlowNode *node : bundle.flows[0]->items()) {
         node->isDone = true;
         node->completedAt.reset();

@@ -97,6 +97,154 @@ inline QStringList describe(const FenrowStore &store)
     return lines + records;
 }
 
+// A store's worth of records that uses every field: optionals present and
+// absent, all three edge forms, files with bytes (one trashed, with a link,
+// and an empty thumbnail, which differs from none), links, unknown raw text,
+// templates and both kinds of record. The flow with tasks comes first.
+inline RecordBundle richBundle()
+{
+    const auto utc = [](int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
+        return QDateTime(QDate(year, month, day), QTime(hour, minute, second), Qt::UTC);
+    };
+    RecordBundle bundle;
+    auto flow = std::make_unique<TaskFlow>();
+    flow->id = QUuid::createUuid();
+    flow->name = QStringLiteral("Garden \"east\"");
+    flow->order = 4;
+    flow->createdAt = utc(2026, 3, 1, 8);
+    flow->viewportOffsetX = -320.5;
+    flow->viewportOffsetY = 88;
+    flow->viewportScale = 0.75;
+    flow->hasBeenFramed = true;
+
+    auto full = std::make_unique<FlowNode>();
+    full->id = QUuid::createUuid();
+    full->title = QStringLiteral("Dig the beds ✓");
+    full->isDone = true;
+    full->statusRaw = QStringLiteral("paused");
+    full->notes = QStringLiteral("Two lines\nof notes");
+    full->priorityRaw = QStringLiteral("high");
+    full->colorRaw = QStringLiteral("green");
+    full->startDate = utc(2026, 3, 2, 23);
+    full->dueDate = utc(2026, 3, 9, 23);
+    full->estimateMinutes = 150;
+    full->dayPlanRank = 3;
+    full->manualWidth = 260.5;
+    full->manualHeight = 140;
+    full->checklistData = ChecklistCodec::encode({{QUuid::createUuid(), QStringLiteral("Spade"), true}});
+    full->recurrenceRaw = QStringLiteral("weekly");
+    full->repeatCount = 5;
+    full->completedAt = utc(2026, 3, 4, 17, 30, 12);
+    full->isCollapsed = true;
+    full->posX = -1200.25;
+    full->posY = 310;
+    full->order = 7;
+    full->createdAt = utc(2026, 3, 1, 8, 0, 1);
+
+    auto bare = std::make_unique<FlowNode>();
+    bare->id = QUuid::createUuid();
+    bare->title = QStringLiteral("Sow");
+    bare->order = 8;
+    bare->createdAt = utc(2026, 3, 1, 8, 0, 2);
+
+    auto third = std::make_unique<FlowNode>();
+    third->id = QUuid::createUuid();
+    third->title = QStringLiteral("Water");
+    third->statusRaw = QStringLiteral("inProgress");
+    third->colorRaw = QStringLiteral("mystery-colour");
+    third->order = 9;
+    third->createdAt = utc(2026, 3, 1, 8, 0, 3);
+
+    FlowNode *a = flow->items().add(std::move(full));
+    FlowNode *b = flow->items().add(std::move(bare));
+    FlowNode *c = flow->items().add(std::move(third));
+    for (FlowNode *node : {a, b, c})
+        node->setFlow(flow.get());
+    const auto edge = [&](FlowNode *from, FlowNode *to, EdgeSource source, std::optional<EdgeKind> kind, int s) {
+        auto made = std::make_unique<DependencyEdge>();
+        made->id = QUuid::createUuid();
+        made->source = source;
+        made->kind = kind;
+        made->createdAt = utc(2026, 3, 1, 9, 0, s);
+        made->setFlow(flow.get());
+        made->setFromItem(from);
+        made->setToItem(to);
+        flow->edges().add(std::move(made));
+    };
+    edge(a, b, EdgeSource::manual, EdgeKind::subtask, 1);
+    edge(b, c, EdgeSource::ai, EdgeKind::dependency, 2);
+    edge(a, c, EdgeSource::manual, std::nullopt, 3);
+
+    const auto file = [&](const QString &name, bool trashed, std::optional<double> width) {
+        auto made = std::make_unique<FlowFile>();
+        made->id = QUuid::createUuid();
+        made->filename = name;
+        made->contentTypeRaw = QStringLiteral("image/png");
+        made->byteCount = 4;
+        made->data.set(QByteArray("\x00\x01\x02\xff", 4));
+        made->thumbnail.set(trashed ? QByteArray() : QByteArray("thumb"));
+        made->isTrashed = trashed;
+        made->posX = 500;
+        made->posY = -40.5;
+        made->manualWidth = width;
+        made->manualHeight = width;
+        made->order = trashed ? 1 : 0;
+        made->createdAt = utc(2026, 3, 1, 10);
+        made->setFlow(flow.get());
+        return flow->files().add(std::move(made));
+    };
+    FlowFile *kept = file(QStringLiteral("plan.png"), false, 200);
+    FlowFile *trashed = file(QStringLiteral("old.png"), true, std::nullopt);
+    for (auto [attached, node] : {std::pair{kept, a}, std::pair{kept, c}, std::pair{trashed, b}}) {
+        auto link = std::make_unique<FileLink>();
+        link->id = QUuid::createUuid();
+        link->createdAt = utc(2026, 3, 1, 11);
+        link->setFlow(flow.get());
+        link->setFile(attached);
+        link->setNode(node);
+        FileLink *added = flow->fileLinks().add(std::move(link));
+        attached->links().append(added);
+        node->fileLinks().append(added);
+    }
+    const QUuid flowID = flow->id;
+    bundle.flows.push_back(std::move(flow));
+
+    auto empty = std::make_unique<TaskFlow>();
+    empty->id = QUuid::createUuid();
+    empty->name = QStringLiteral("Empty");
+    empty->order = 2;
+    empty->createdAt = utc(2026, 3, 2, 8);
+    bundle.flows.push_back(std::move(empty));
+
+    auto withPayload = std::make_unique<FlowTemplate>();
+    withPayload->id = QUuid::createUuid();
+    withPayload->name = QStringLiteral("Weekly");
+    withPayload->createdAt = utc(2026, 3, 5);
+    withPayload->payload = QByteArray(R"({"version":1,"name":"Weekly","items":[],"edges":[]})");
+    bundle.templates.push_back(std::move(withPayload));
+    auto withoutPayload = std::make_unique<FlowTemplate>();
+    withoutPayload->id = QUuid::createUuid();
+    withoutPayload->name = QStringLiteral("Blank");
+    withoutPayload->createdAt = utc(2026, 3, 6);
+    bundle.templates.push_back(std::move(withoutPayload));
+
+    for (const QString &kind : {CompletionRecord::repeatKind, CompletionRecord::archivedKind}) {
+        auto record = std::make_unique<CompletionRecord>();
+        record->id = QUuid::createUuid();
+        record->nodeID = QUuid::createUuid();
+        record->flowID = flowID;
+        record->flowName = QStringLiteral("Garden \"east\"");
+        record->title = kind;
+        record->kindRaw = kind;
+        record->completedAt = utc(2026, 2, 20, 12);
+        record->cycle = 2;
+        if (kind == CompletionRecord::archivedKind)
+            record->payload.set(QByteArray(R"({"title":"archived"})"));
+        bundle.completionRecords.push_back(std::move(record));
+    }
+    return bundle;
+}
+
 // A store in a real file of a temporary folder, which tests can close and
 // open again to see what really reached the disk.
 class TestStore {
