@@ -27,9 +27,6 @@ TEST(DomainRecords, RawStringsReadTolerantlyRoundTripAndAreNeverRewritten)
     EXPECT_EQ(readRaw<NodeColor>(u"grey"), NodeColor::grey);
     EXPECT_EQ(parseRaw<EdgeKind>(u"parent"), std::nullopt);
 
-    EXPECT_LT(NodePriority::none, NodePriority::low);
-    EXPECT_LT(NodePriority::medium, NodePriority::high);
-
     for (std::size_t i = 0; i < rawCaseCount<NodeColor>(); ++i) {
         const auto color = static_cast<NodeColor>(i);
         EXPECT_EQ(readRaw<NodeColor>(rawString(color)), color);
@@ -164,27 +161,6 @@ TEST(DomainRecords, StartOfDayOnDaylightSavingDays)
     // Fall back: 25 hours.
     const QDateTime autumn = calendar.startOfDay(QDate(2026, 10, 25));
     EXPECT_EQ(autumn.secsTo(calendar.startOfDay(QDate(2026, 10, 26))), 25 * 3600);
-}
-
-TEST(DomainRecords, NotesManualSizeAndEdgeKind)
-{
-    FlowNode node;
-    node.notes = QStringLiteral(" \n\t ");
-    EXPECT_FALSE(node.hasNotes());
-    node.notes = QStringLiteral("\n x");
-    EXPECT_TRUE(node.hasNotes());
-
-    node.manualWidth = 240;
-    EXPECT_FALSE(node.hasManualSize());
-    node.manualHeight = 90;
-    EXPECT_TRUE(node.hasManualSize());
-
-    DependencyEdge edge;
-    EXPECT_FALSE(edge.kind.has_value());
-    EXPECT_EQ(edge.effectiveKind(), EdgeKind::dependency);
-    EXPECT_FALSE(edge.isSubtask());
-    edge.kind = EdgeKind::subtask;
-    EXPECT_TRUE(edge.isSubtask());
 }
 
 TEST(DomainRecords, OrderedItemsAndProgress)

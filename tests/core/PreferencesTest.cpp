@@ -54,35 +54,17 @@ private:
     int m_files = 0;
 };
 
-TEST_F(PreferencesFile, NoFileGivesEveryDefaultAndStaysUnwritten)
+TEST_F(PreferencesFile, NoFileGivesTheDefaultsAndStaysUnwritten)
 {
     const QString path = folder.filePath(QStringLiteral("absent.conf"));
     {
         const auto preferences = load(path);
+        // Defaults the damaged-value cases below do not already pin down.
         EXPECT_FALSE(preferences->hasCompletedOnboarding());
-        EXPECT_FALSE(preferences->hasSeededSampleFlow());
-        EXPECT_EQ(preferences->globalShortcut(), (KeyCombo{49, 0x120000}));
-        EXPECT_TRUE(preferences->commandShortcuts().isEmpty());
-        EXPECT_FALSE(preferences->launchAtLogin());
-        EXPECT_FALSE(preferences->gridEnabled());
-        EXPECT_FALSE(preferences->sidebarCollapsed());
-        EXPECT_EQ(preferences->sidebarWidth(), 260);
-        EXPECT_EQ(preferences->inspectorWidth(), 280);
-        EXPECT_EQ(preferences->inspectorNotesHeight(), 120);
-        EXPECT_EQ(preferences->themeRaw(), "auto");
-        EXPECT_FALSE(preferences->sizeByEstimate());
-        EXPECT_EQ(preferences->accentPaletteRaw(), "violet");
-        EXPECT_EQ(preferences->filterModeRaw(), "dim");
-        EXPECT_EQ(preferences->uiLanguageRaw(), "auto");
-        EXPECT_EQ(preferences->lastCaptureFlowID(), std::nullopt);
-        EXPECT_EQ(preferences->readySortRaw(), "flow");
-        EXPECT_EQ(preferences->dayPlanBudgetMinutes(), 240);
-        EXPECT_EQ(preferences->dayPlanBudgetUnitRaw(), "minutes");
         EXPECT_TRUE(preferences->dueRemindersEnabled());
         EXPECT_FALSE(preferences->morningDigestEnabled());
-        EXPECT_EQ(preferences->dueReminderHour(), 9);
-        EXPECT_EQ(preferences->autoArchiveDays(), 0);
-        EXPECT_EQ(preferences->autoBackupBookmark(), std::nullopt);
+        EXPECT_EQ(preferences->themeRaw(), "auto");
+        EXPECT_EQ(preferences->readySortRaw(), "flow");
         EXPECT_EQ(preferences->lastAutoBackup(), std::nullopt);
     }
     EXPECT_FALSE(QFile::exists(path)) << "reading alone creates no file";

@@ -202,54 +202,6 @@ private:
     QtMessageHandler m_previousHandler = nullptr;
 };
 
-TEST_F(GlobalHotkey, RegistersOneKeyAtATimeAndLetsGoWhenDestroyed)
-{
-    ScriptedHotkeyBackend::Log log;
-    int triggered = 0;
-    {
-        GlobalHotkeyController controller([&] { ++triggered; }, std::make_unique<ScriptedHotkeyBackend>(log));
-        ASSERT_TRUE(log.pressed);
-        log.pressed();
-        EXPECT_EQ(triggered, 1);
-
-        controller.registerHotKey(defaultGlobalShortcut);
-        ASSERT_EQ(log.registered.size(), 1u);
-        EXPECT_EQ(log.registered[0].combo, defaultGlobalShortcut);
-        EXPECT_EQ(log.registered[0].keys, QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Space));
-        EXPECT_EQ(log.registered[0].carbonModifiers, 768u);
-        EXPECT_EQ(log.registered[0].signature, 0x464E5257u);
-        EXPECT_EQ(log.registered[0].number, 1u);
-        EXPECT_TRUE(controller.isRegistered());
-
-        controller.registerHotKey({0, control});
-        EXPECT_EQ(log.unregistered, std::vector<quintptr>{1}) << "the earlier key goes first";
-        EXPECT_EQ(log.registered.size(), 2u);
-        EXPECT_FALSE(log.handlerRemoved);
-    }
-    EXPECT_EQ(log.unregistered, (std::vector<quintptr>{1, 2}));
-    EXPECT_TRUE(log.handlerRemoved);
-    EXPECT_TRUE(hotkeyMessages.isEmpty());
-}
-
-TEST_F(GlobalHotkey, ARefusedKeyIsLoggedAndNothingElseHappens)
-{
-    ScriptedHotkeyBackend::Log log;
-    GlobalHotkeyController controller(nullptr, std::make_unique<ScriptedHotkeyBackend>(log));
-    controller.registerHotKey(defaultGlobalShortcut);
-    log.status = -9878;
-    controller.registerHotKey({0, command});
-    EXPECT_FALSE(controller.isRegistered()) << "the earlier key is gone too";
-    EXPECT_EQ(log.unregistered, std::vector<quintptr>{1});
-    EXPECT_EQ(hotkeyMessages, QStringList({"Failed to register global hotkey (status -9878)."}));
-    controller.unregisterHotKey();
-    EXPECT_EQ(log.unregistered.size(), 1u) << "nothing to let go of";
-
-    GlobalHotkeyController unsupported([] {}, std::make_unique<UnsupportedHotkeyBackend>());
-    unsupported.registerHotKey(defaultGlobalShortcut);
-    EXPECT_FALSE(unsupported.isRegistered());
-    EXPECT_EQ(hotkeyMessages.last(), "Failed to register global hotkey (status -4).");
-}
-
 TEST_F(GlobalHotkey, ADesktopThatRefusesLaterTakesTheKeyBackAndSaysWhy)
 {
     ScriptedHotkeyBackend::Log log;
