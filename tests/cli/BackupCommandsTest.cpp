@@ -2,7 +2,6 @@
 
 #include "cli/ExitStatus.h"
 
-#include "domain/ValueLimits.h"
 #include "formats/FenrowBackup.h"
 
 #include <QDir>
@@ -133,42 +132,19 @@ TEST_F(BackupCommandsTest, ReplaceAsksFirst)
     EXPECT_EQ(flowNames(), (QStringList{"Home", "Work", "Garden"}));
 }
 
-TEST_F(BackupCommandsTest, ABackupHoldsWhatTheStoreHoldsAndARestoreTheLimits)
+// The store's own rules hold the restored records (proven in full by the
+// store's tests); here, that the command tells what it left out.
+TEST_F(BackupCommandsTest, ARestoreSaysWhichConnectionsItLeftOut)
 {
-    // A date no edit can set, put straight into the file by an older road.
-    {
-        auto store = openStore();
-        RecordBundle bundle;
-        auto flow = std::make_unique<TaskFlow>();
-        flow->id = QUuid::createUuid();
-        flow->name = QStringLiteral("Far");
-        flow->order = 5;
-        auto node = std::make_unique<FlowNode>();
-        node->id = QUuid::createUuid();
-        node->title = QStringLiteral("In 20260");
-        node->dueDate = QDateTime(QDate(20260, 1, 1), QTime(0, 0), Qt::UTC);
-        node->setFlow(flow.get());
-        flow->items().add(std::move(node));
-        bundle.flows.push_back(std::move(flow));
-        store->insertRecords(std::move(bundle));
-    }
-    const QString path = backUp();
-    QJsonObject root = QJsonDocument::fromJson(readFile(path)).object();
-    ASSERT_EQ(root["flows"].toArray().size(), 3);
-
-    // A loop and an estimate of 2^63 minutes, given by hand, come back
-    // as an edit would have them.
+    QJsonObject root = QJsonDocument::fromJson(readFile(backUp())).object();
     QJsonArray flows = root["flows"].toArray();
     QJsonObject home = flows[0].toObject();
     ASSERT_EQ(home["name"], "Home");
-    QJsonArray items = home["items"].toArray();
-    QJsonObject task = items[1].toObject();
-    ASSERT_EQ(task["statusRaw"], "pending");
-    task["estimateMinutes"] = QJsonValue(std::numeric_limits<qint64>::max());
-    items[1] = task;
-    home["items"] = items;
-    home["edges"] = QJsonArray{QJsonObject{{"id", "0C000000-0000-4000-8000-000000000001"}, {"fromID", task["id"]},
-                                           {"toID", task["id"]}, {"sourceRaw", "manual"},
+    const QJsonValue task = home["items"].toArray()[1].toObject()["id"];
+    home["edges"] = QJsonArray{QJsonObject{{"id", "0C000000-0000-4000-8000-000000000001"},
+                                           {"fromID", task},
+                                           {"toID", task},
+                                           {"sourceRaw", "manual"},
                                            {"createdAt", "2026-05-04T10:00:00Z"}}};
     flows[0] = home;
     root["flows"] = flows;
@@ -177,27 +153,18 @@ TEST_F(BackupCommandsTest, ABackupHoldsWhatTheStoreHoldsAndARestoreTheLimits)
     EXPECT_TRUE(restored.out.contains("Left out 1 connection that would have led a task back to itself or repeated "
                                       "another.\n"))
         << restored.out.toStdString();
-    const CommandResult plan = run({"plan", "--budget", "1h", "--now", "2026-05-04T09:00:00"});
-    EXPECT_TRUE(plan.out.contains("2080 h")) << plan.out.toStdString();
-    EXPECT_EQ(openStore()->flows()[0]->orderedItems()[1]->estimateMinutes, ValueLimits::maxEstimateMinutes);
+    EXPECT_TRUE(openStore()->flows()[0]->edges().empty());
 }
 
 TEST_F(BackupCommandsTest, RefusesDocumentsItCannotRestoreAndChangesNothing)
 {
     const QString path = backUp();
-    QJsonObject newer = QJsonDocument::fromJson(readFile(path)).object();
-    newer["version"] = 2;
-    const QString newerPath = writeFile("newer.fenrowbackup", QJsonDocument(newer).toJson());
-
     struct Case {
         QString file;
         QString reason;
     };
+    // What each refusal says is the backup reader's; the command adds that nothing changed.
     const QList<Case> cases{
-        {newerPath, "it was made by a newer version of Fenrow (version 2; this Fenrow reads version 1 and older); "
-                    "update Fenrow to restore it; nothing was changed"},
-        {writeFile("notes.txt", "plain words"),
-         "it is not a Fenrow backup, or it is damaged: not a JSON object; nothing was changed"},
         {writeFile("cut.fenrowbackup", readFile(path).left(30)),
          "it is damaged: line 1, column 31: the document ends inside a string; nothing was changed"},
         {folder.filePath("gone.fenrowbackup"), "there is no file"},

@@ -124,20 +124,15 @@ TEST_F(EndToEndTest, AStoreThatCannotOpenIsLeftUntouched)
     EXPECT_EQ(fenrow({"help"}).status, 0);
 }
 
-TEST_F(EndToEndTest, ProgressFollowsTheInterfaceLanguage)
+TEST_F(EndToEndTest, ProgressAndDatePhrasesFollowTheInterfaceLanguage)
 {
+    const QStringList today{"--json", "--now", "2026-06-10T09:00:00"};
+    EXPECT_EQ(fenrow(QStringList{"parse-date", "morgen Team anrufen"} + today).out.trimmed(), "null");
     ASSERT_EQ(fenrow({"flow", "add", "Garten"}).status, 0);
     writeFile("config/fenrow/fenrow.conf", "[General]\npreferences.uiLanguage=de\n");
     EXPECT_EQ(fenrow({"flows"}).out, "1  Garten  Noch keine Aufgaben\n");
     // The command's own words stay English.
     EXPECT_TRUE(fenrow({"help"}).out.contains("Commands:"));
-}
-
-TEST_F(EndToEndTest, DatePhrasesFollowTheInterfaceLanguage)
-{
-    const QStringList today{"--json", "--now", "2026-06-10T09:00:00"};
-    EXPECT_EQ(fenrow(QStringList{"parse-date", "morgen Team anrufen"} + today).out.trimmed(), "null");
-    writeFile("config/fenrow/fenrow.conf", "[General]\npreferences.uiLanguage=de\n");
     EXPECT_EQ(fenrow(QStringList{"parse-date", "morgen Team anrufen"} + today).json().object()["date"], "2026-06-11");
 
     const ProcessRun added = fenrow(QStringList{"add", "Bericht am 3. März"} + today);

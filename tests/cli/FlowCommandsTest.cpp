@@ -129,22 +129,5 @@ TEST_F(FlowCommandsTest, MoveClampsThePositionAndRenumbersTheWholeList)
     EXPECT_EQ(run({"flow", "move", "B", "99"}).out, "Moved flow \"B\" to position 4 of 4.\n");
 }
 
-TEST_F(FlowCommandsTest, UnresolvedFlowsFailWithoutChangingAnything)
-{
-    addFlows({"Launch site", "Laundry"});
-    const QStringList before = flowNames();
-
-    CommandResult result = run({"flow", "rename", "la", "X"});
-    EXPECT_EQ(result.status, exitFailure);
-    EXPECT_TRUE(result.err.contains("Launch site") && result.err.contains("Laundry")) << result.err.toStdString();
-
-    result = run({"flow", "delete", "nothing", "--yes"});
-    EXPECT_EQ(result.status, exitFailure);
-    EXPECT_TRUE(result.err.startsWith("fenrow: no flow matches \"nothing\"")) << result.err.toStdString();
-
-    EXPECT_EQ(run({"flow", "move", "launch", "second"}).status, exitUsage);
-    EXPECT_EQ(flowNames(), before);
-}
-
 } // namespace
 } // namespace fenrow::testing
