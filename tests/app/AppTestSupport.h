@@ -14,9 +14,11 @@
 #include "shell/AppPreferences.h"
 #include "shell/SettingsFile.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -255,6 +257,30 @@ inline QImage saveScreenshot(QWidget &widget, const QString &name)
     EXPECT_TRUE(showsContent(image)) << name.toStdString() << " shows nothing";
     saveImage(image, name);
     return image;
+}
+
+// The texts shown in `root` that do not fit the room they were given.
+inline QStringList clippedTexts(QWidget &root)
+{
+    QStringList texts;
+    for (QLabel *label : root.findChildren<QLabel *>())
+        if (label->isVisible() && !label->text().isEmpty() &&
+            (label->wordWrap() ? label->height() < label->heightForWidth(label->width())
+                               : label->width() < label->sizeHint().width()))
+            texts << label->text();
+    for (QAbstractButton *button : root.findChildren<QAbstractButton *>())
+        if (button->isVisible() && !button->text().isEmpty() && button->width() < button->sizeHint().width())
+            texts << button->text();
+    return texts;
+}
+
+// Every text in `root` fits, once the layouts a new text set off have run
+// (a wrapped label grows over more than one turn of the event loop).
+inline void expectNothingClipped(QWidget &root)
+{
+    QStringList cut;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return (cut = clippedTexts(root)).isEmpty(); }, 2000))
+        << cut.join(QStringLiteral(" | ")).toStdString();
 }
 
 } // namespace fenrow::testing

@@ -241,33 +241,5 @@ TEST_F(GlobalHotkeyTest, TheFenrowExecutableOpensItsPanelFromTheKeyAndFromItsCom
     EXPECT_EQ(other.ask("grab ctrl+shift+space", {"grabbed", "refused"}), "grabbed");
 }
 
-// A Wayland session is told by its environment; with no X server to grab
-// keys on, the program binds its key through the desktop portal, here a
-// GlobalShortcuts portal of the test's own on the private bus, and closes
-// its session on the way out.
-TEST_F(GlobalHotkeyTest, InAWaylandSessionTheFenrowExecutableBindsItsKeyThroughThePortal)
-{
-    LineProcess portal{QStringLiteral(FENROW_TEST_SHORTCUTS_PORTAL)};
-    ASSERT_TRUE(portal.ready());
-    QProcessEnvironment environment = home.environment();
-    environment.insert("XDG_SESSION_TYPE", "wayland");
-    environment.insert("QT_QPA_PLATFORM", "offscreen");
-    QProcess program;
-    program.setProcessEnvironment(environment);
-    program.start(QStringLiteral(FENROW_EXECUTABLE), {});
-    ASSERT_TRUE(program.waitForStarted());
-
-    const std::optional<QString> created = portal.next("CreateSession ", 60000);
-    ASSERT_TRUE(created.has_value()) << program.readAllStandardError().toStdString();
-    const QString session = created->section(' ', 1);
-    EXPECT_EQ(portal.next("BindShortcuts "),
-              QStringLiteral("BindShortcuts %1 quick-capture Quick capture CTRL+SHIFT+space").arg(session));
-
-    ::kill(pid_t(program.processId()), SIGTERM);
-    ASSERT_TRUE(program.waitForFinished(30000));
-    EXPECT_EQ(portal.next("Close "), "Close " + session) << "the way out closes the session";
-    EXPECT_FALSE(program.readAllStandardError().contains("Failed to register global hotkey"));
-}
-
 } // namespace
 } // namespace fenrow::testing

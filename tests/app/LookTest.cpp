@@ -59,21 +59,7 @@ protected:
     void expectNothingClipped(const char *where)
     {
         SCOPED_TRACE(where);
-        for (QLabel *label : window->findChildren<QLabel *>()) {
-            if (!label->isVisible() || label->text().isEmpty())
-                continue;
-            const std::string name = label->text().toStdString();
-            if (label->wordWrap()) {
-                EXPECT_GE(label->height(), label->heightForWidth(label->width())) << name;
-            } else {
-                EXPECT_GE(label->width(), label->sizeHint().width()) << name;
-            }
-        }
-        for (QAbstractButton *button : window->findChildren<QAbstractButton *>()) {
-            if (!button->isVisible() || button->text().isEmpty())
-                continue;
-            EXPECT_GE(button->width(), button->sizeHint().width()) << button->text().toStdString();
-        }
+        testing::expectNothingClipped(*window);
     }
 
     void settle() { QApplication::processEvents(); }

@@ -114,22 +114,12 @@ TEST_F(RemindersTest, AReminderComesAtItsHourAndOpeningItShowsTheTask)
     ASSERT_TRUE(QTest::qWaitFor([this] { return dunst.displayed() == 1; }, 15000));
     EXPECT_TRUE(pending().isEmpty());
 
+    // Opened from the desktop, it brings the window back with the task.
+    window->hide();
     dunst.openNotification(0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return window->selectedFlow() == home->id; }, 15000));
     EXPECT_TRUE(QTest::qWaitFor([&] { return selection() == QSet<QUuid>{rent.id}; }, 15000));
     EXPECT_TRUE(window->isVisible());
-}
-
-TEST_F(RemindersTest, OpeningTheDigestShowsTheWindowOnly)
-{
-    launch(true);
-    window->setRoute(DetailRoute::ready());
-    window->hide();
-    presenter().show({NotificationService::digestIdentifier, QStringLiteral("Ready"), {}, QStringLiteral("A"), {}});
-    ASSERT_TRUE(QTest::qWaitFor([this] { return dunst.displayed() == 1; }, 15000));
-    dunst.openNotification(0);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window->isVisible(); }, 15000));
-    EXPECT_TRUE(window->route().isReady());
 }
 
 TEST_F(RemindersTest, QuitWithdrawsWhatIsPendingAndWhatIsOnScreen)

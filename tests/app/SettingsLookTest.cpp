@@ -19,24 +19,6 @@ class SettingsLookTest : public WindowFixture, public ::testing::WithParamInterf
 protected:
     void SetUp() override { ASSERT_TRUE(InterfaceLanguage::apply(GetParam())); }
     void TearDown() override { InterfaceLanguage::apply("en"); }
-
-    static void expectNothingClipped(QWidget &page)
-    {
-        for (QLabel *label : page.findChildren<QLabel *>()) {
-            if (!label->isVisible() || label->text().isEmpty())
-                continue;
-            const std::string name = label->text().toStdString();
-            if (label->wordWrap())
-                EXPECT_GE(label->height(), label->heightForWidth(label->width())) << name;
-            else
-                EXPECT_GE(label->width(), label->sizeHint().width()) << name;
-        }
-        for (QAbstractButton *button : page.findChildren<QAbstractButton *>()) {
-            if (button->isVisible() && !button->text().isEmpty()) {
-                EXPECT_GE(button->width(), button->sizeHint().width()) << button->text().toStdString();
-            }
-        }
-    }
 };
 
 TEST_P(SettingsLookTest, EveryPageFits)

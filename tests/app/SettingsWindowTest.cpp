@@ -277,28 +277,6 @@ TEST_F(SettingsWindowTest, ThemeAndPaletteRecolourTheRunningWindow)
     EXPECT_GT(window->sidebar()->palette().color(QPalette::Window).lightness(), 200);
 }
 
-TEST_F(SettingsWindowTest, AutomaticThemeFollowsTheDesktopsSettings)
-{
-    // The fixture's configuration folder stands in for the user's.
-    ASSERT_TRUE(QDir(configHome.path()).mkpath("gtk-3.0"));
-    const auto writeGtk = [&](const char *preferDark) {
-        QFile ini(configHome.filePath("gtk-3.0/settings.ini"));
-        ASSERT_TRUE(ini.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        ini.write(QByteArray("[Settings]\ngtk-theme-name=Adwaita\ngtk-application-prefer-dark-theme=") + preferDark +
-                  "\n");
-    };
-    writeGtk("1");
-    ASSERT_EQ(preferences->theme(), AppTheme::automatic);
-    show();
-    EXPECT_TRUE(window->look()->isDark());
-    EXPECT_LT(window->sidebar()->palette().color(QPalette::Window).lightness(), 60);
-
-    writeGtk("0");
-    window->look()->refreshDesktop();
-    waitForRebuild(QStringLiteral("en#violet#light"));
-    EXPECT_GT(window->sidebar()->palette().color(QPalette::Window).lightness(), 200);
-}
-
 TEST_F(SettingsWindowTest, LanguageSwitchRetranslatesWithoutRestart)
 {
     addFlow("Kitchen", 0, 0, 1);

@@ -84,31 +84,6 @@ protected:
         return found.join(QStringLiteral(", ")).toStdString();
     }
 
-    // Every label and button of `sheet` shows its whole text, once the
-    // layouts a new text set off have run (a wrapped label grows over more
-    // than one turn of the event loop).
-    static void expectNothingClipped(QWidget *sheet)
-    {
-        QStringList cut;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return (cut = clipped(sheet)).isEmpty(); }, 2000))
-            << cut.join(QStringLiteral(" | ")).toStdString();
-    }
-
-    // The texts of `sheet` that do not fit the room they were given.
-    static QStringList clipped(QWidget *sheet)
-    {
-        QStringList texts;
-        for (QLabel *label : sheet->findChildren<QLabel *>())
-            if (label->isVisible() && !label->text().isEmpty() &&
-                (label->wordWrap() ? label->height() < label->heightForWidth(label->width())
-                                   : label->width() < label->sizeHint().width()))
-                texts << label->text();
-        for (QAbstractButton *button : sheet->findChildren<QAbstractButton *>())
-            if (button->isVisible() && !button->text().isEmpty() && button->width() < button->sizeHint().width())
-                texts << button->text();
-        return texts;
-    }
-
     // Drags the planned row `from` by its handle onto the row at `to`.
     static void dragRow(PlanDayList &list, qsizetype from, qsizetype to)
     {
@@ -412,12 +387,12 @@ TEST_F(SheetsTest, SheetsInGermanAndTurkishShowTheirWholeTexts)
         QTest::keyClick(window.get(), Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
         auto *sheet = shownSheet<PlanDaySheet>("planDay.sheet");
         ASSERT_NE(sheet, nullptr);
-        expectNothingClipped(sheet);
+        expectNothingClipped(*sheet);
         saveScreenshot(*window, QStringLiteral("sheet-plan-day-setup-") + language);
         QTest::mouseClick(part<QPushButton>(sheet, "planDay.primary"), Qt::LeftButton);
         ASSERT_TRUE(QTest::qWaitFor([&] { return sheet->model().phase().kind == PlanDayPhase::Kind::result; }));
         QApplication::processEvents();
-        expectNothingClipped(sheet);
+        expectNothingClipped(*sheet);
         saveScreenshot(*window, QStringLiteral("sheet-plan-day-") + language);
 
         // With no time at all nothing fits, and the sheet says so instead of a list.
@@ -432,7 +407,7 @@ TEST_F(SheetsTest, SheetsInGermanAndTurkishShowTheirWholeTexts)
         QApplication::processEvents();
         EXPECT_TRUE(part(sheet, "planDay.nothingFits")->isVisible());
         EXPECT_FALSE(sheet->list()->isVisible());
-        expectNothingClipped(sheet);
+        expectNothingClipped(*sheet);
         part<QPushButton>(sheet, "planDay.cancel")->click();
         ASSERT_TRUE(sheetGone("planDay.sheet"));
 
@@ -441,7 +416,7 @@ TEST_F(SheetsTest, SheetsInGermanAndTurkishShowTheirWholeTexts)
         ASSERT_NE(newFlow, nullptr);
         newFlow->textField()->setPlainText(QString(NewFlowFromTextModel::proseLimit + 1, QLatin1Char('x')));
         QApplication::processEvents();
-        expectNothingClipped(newFlow);
+        expectNothingClipped(*newFlow);
         saveScreenshot(*window, QStringLiteral("sheet-new-flow-from-text-") + language);
         newFlow->cancelButton()->click();
         ASSERT_TRUE(sheetGone("newFlowFromText.sheet"));
@@ -449,7 +424,7 @@ TEST_F(SheetsTest, SheetsInGermanAndTurkishShowTheirWholeTexts)
         window->sheets()->generateSubtasks()->present(movers.id);
         auto *generate = shownSheet<GenerateSubtasksSheet>("generateSubtasks.sheet");
         ASSERT_NE(generate, nullptr);
-        expectNothingClipped(generate);
+        expectNothingClipped(*generate);
         generate->cancelButton()->click();
         ASSERT_TRUE(sheetGone("generateSubtasks.sheet"));
         window.reset();

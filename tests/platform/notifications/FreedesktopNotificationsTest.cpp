@@ -120,22 +120,6 @@ TEST_F(DesktopNotifications, ShowingAgainReplacesWhatIsOnScreen)
     EXPECT_TRUE(displayedBecomes(1));
 }
 
-TEST_F(DesktopNotifications, OpeningANotificationReachesTheHandler)
-{
-    presenter->show(reminder(QStringLiteral("due.A"), QStringLiteral("First")));
-    ASSERT_TRUE(shows(QStringLiteral("due.A")));
-    presenter->show(reminder(QStringLiteral("due.B"), QStringLiteral("Second")));
-    ASSERT_TRUE(shows(QStringLiteral("due.B")));
-    ASSERT_TRUE(displayedBecomes(2));
-
-    dunst.openNotification(0);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !opened.isEmpty(); }, 15000));
-    EXPECT_TRUE(QTest::qWaitFor(
-        [this] { return monitor.of(QStringLiteral("signal"), QStringLiteral("ActionInvoked")).size() == 1; }));
-    EXPECT_EQ(opened.size(), 1);
-    EXPECT_TRUE(opened.first() == QStringLiteral("due.A") || opened.first() == QStringLiteral("due.B"));
-}
-
 TEST_F(DesktopNotifications, ClosingTakesNotificationsOffTheScreen)
 {
     for (const char *identifier : {"due.A", "due.B", "due.C"}) {
