@@ -120,21 +120,6 @@ TEST_F(Archive, RecordsListNewestFirstWithoutStaleRounds)
     EXPECT_EQ(store->archiveRecords().size(), 2);
 }
 
-TEST_F(Archive, AutoArchiveByAge)
-{
-    addAll("abc");
-    store.clock.set(berlinTime(2026, 6, 1, 12, 0));
-    done("a");
-    store.clock.set(berlinTime(2026, 6, 4, 12, 0));
-    done("b");
-    const_cast<FlowNode &>((*this)["c"]).isDone = true; // done without a time: never auto-archived
-
-    const QDateTime now = berlinTime(2026, 6, 10, 12, 0);
-    EXPECT_EQ(store->autoArchive(0, now), 0);
-    EXPECT_EQ(store->autoArchive(7, now), 1) << "done nine days ago goes, six days ago stays";
-    EXPECT_EQ(titles(flow->orderedItems()), (QStringList{"b", "c"}));
-}
-
 TEST_F(Archive, DaysAndSearch)
 {
     addAll("abc");

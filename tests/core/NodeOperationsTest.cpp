@@ -1,7 +1,6 @@
 #include "TestStore.h"
 
 #include "canvas/FreeSpot.h"
-#include "domain/FlowGraph.h"
 #include "canvas/NodeSizeResolver.h"
 
 #include <QSignalSpy>
@@ -123,30 +122,6 @@ TEST_F(NodeOperations, ChecklistEditsDropBlanksAndSkipNoOps)
     EXPECT_EQ(node.checklistData, QString()) << "an emptied checklist is stored as blank";
 }
 
-TEST_F(NodeOperations, DeleteTakesTheClosureAndLeavesNoDanglingEdges)
-{
-    addAll("abcxyz");
-    link("a", "b");
-    link("b", "c");
-    link("x", "y");
-    link("x", "z");
-    link("y", "z");
-    const QUuid bID = (*this)["b"].id;
-
-    store->deleteNode((*this)["b"]);
-    EXPECT_EQ(titles(flow->orderedItems()), (QStringList{"a", "x", "y", "z"}));
-    EXPECT_EQ(store->node(bID), nullptr);
-
-    // In the triangle x -> y -> z, x -> z, deleting y keeps the join z.
-    store->deleteNode((*this)["y"]);
-    EXPECT_EQ(titles(flow->orderedItems()), (QStringList{"a", "x", "z"}));
-    for (const DependencyEdge *edge : flow->edges()) {
-        EXPECT_TRUE(flow->items().contains(edge->fromItem()));
-        EXPECT_TRUE(flow->items().contains(edge->toItem()));
-    }
-    EXPECT_EQ(flow->edges().size(), 1u);
-}
-
 TEST_F(NodeOperations, FreeSpotSearchesSidewaysOrDownward)
 {
     const NodeSizeResolver sizes;
@@ -164,32 +139,6 @@ TEST_F(NodeOperations, FreeSpotSearchesSidewaysOrDownward)
         store->moveNode(add(QString::number(i)), i * 242.0, 0);
     const QPointF last = FreeSpot::find(*flow, {0, 0}, FreeSpot::Direction::sideways, sizes);
     EXPECT_EQ(last, QPointF(64 * 242.0, 0));
-}
-
-TEST_F(NodeOperations, CanvasCommandsPlaceAndConnect)
-{
-    const NodeSizeResolver sizes;
-    const FlowNode &anchor = add(QStringLiteral("Anchor"));
-    store->moveNode(anchor, 100, 100);
-    const FlowNode *next = store->addNextNode(anchor, QStringLiteral("Next"), sizes);
-    EXPECT_EQ(QPointF(next->posX, next->posY), QPointF(100 + 105 + 137, 100));
-    const FlowNode *before = store->addNodeBefore(anchor, QString(), sizes);
-    EXPECT_EQ(before->title, QStringLiteral("New task"));
-    EXPECT_EQ(QPointF(before->posX, before->posY), QPointF(100 - 242, 100));
-    EXPECT_TRUE(FlowGraph::findEdge(anchor, *next, *flow));
-    EXPECT_TRUE(FlowGraph::findEdge(*before, anchor, *flow));
-
-    // Three subtasks: one column right of the parent, the middle one level
-    // with it, the others a step above and below.
-    const FlowNode *first = store->addChildNode(anchor, QStringLiteral("1"), sizes);
-    const FlowNode *second = store->addChildNode(anchor, QStringLiteral("2"), sizes);
-    const FlowNode *third = store->addChildNode(anchor, QStringLiteral("3"), sizes);
-    const double stepX = 210 + 60;
-    const double stepY = 120 + 30;
-    EXPECT_EQ(QPointF(first->posX, first->posY), QPointF(100 + stepX, 100 - stepY));
-    EXPECT_EQ(QPointF(second->posX, second->posY), QPointF(100 + stepX, 100));
-    EXPECT_EQ(QPointF(third->posX, third->posY), QPointF(100 + stepX, 100 + stepY));
-    EXPECT_TRUE(FlowGraph::hasSubtasks(anchor));
 }
 
 } // namespace
