@@ -67,15 +67,6 @@ TEST_F(DispatcherTest, HelpAndVersionWorkWithoutTheStore)
     EXPECT_EQ(storeOpenings, 0);
 }
 
-TEST_F(DispatcherTest, AStoreThatCannotOpenStopsTheCommand)
-{
-    fatalMessage = "Failed to create the Fenrow ModelContainer: file is not a database";
-    const CommandResult result = run({"flow", "add", "X"});
-    EXPECT_EQ(result.status, exitFailure);
-    EXPECT_EQ(result.err, fatalMessage + '\n');
-    EXPECT_EQ(result.out, QString());
-}
-
 TEST_F(DispatcherTest, ChangesThatCannotBeSavedFailTheCommand)
 {
     addFlows({"Tax"});
