@@ -9,22 +9,10 @@
 namespace fenrow {
 namespace {
 
+using testing::bytesReadByProcess;
 using testing::FlowFixture;
 using testing::TestStore;
 using ImportResult = std::variant<FlowFileImport::Payload, FlowFileImport::Failure>;
-
-// Bytes this process has asked the kernel to read so far.
-qint64 bytesReadByProcess()
-{
-    QFile io(QStringLiteral("/proc/self/io"));
-    if (!io.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : io.readAll().split('\n')) {
-        if (line.startsWith("rchar:"))
-            return line.mid(6).trimmed().toLongLong();
-    }
-    return -1;
-}
 
 class FileImport : public ::testing::Test {
 protected:

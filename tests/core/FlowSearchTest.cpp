@@ -93,19 +93,6 @@ TEST_F(FlowSearchTest, SnippetIsTheFirstMatchingLineWhole)
     EXPECT_EQ(notesSnippet(QStringLiteral("one\ntwo"), QStringLiteral("three")), std::nullopt);
 }
 
-TEST_F(FlowSearchTest, DoneNodesAreFoundWithTheirStatus)
-{
-    const FlowNode &paid = add(QStringLiteral("Pay rent"));
-    store->setStatus(NodeStatus::paused, add(QStringLiteral("Pay tax")));
-    store->setStatus(NodeStatus::done, paid);
-
-    const QList<FlowSearchMatch> matches = searchNodes(QStringLiteral("pay"), flow->orderedItems());
-    ASSERT_EQ(matches.size(), 2);
-    EXPECT_EQ(matches[0].id, paid.id);
-    EXPECT_EQ(matches[0].status, NodeStatus::done);
-    EXPECT_EQ(matches[1].status, NodeStatus::paused);
-}
-
 TEST_F(FlowSearchTest, GroupsPutTheCurrentFlowFirstAndLeaveOutFlowsWithoutMatches)
 {
     const TaskFlow *other = store->addFlow(QStringLiteral("Garden"));

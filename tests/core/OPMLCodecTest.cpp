@@ -1,4 +1,5 @@
 #include "../cli/QtPrinters.h"
+#include "TestStore.h"
 
 #include "domain/ChecklistEntry.h"
 #include "domain/LocalCalendar.h"
@@ -250,19 +251,6 @@ TEST(OPMLCodec, ReadsTheEncodingTheFileDeclares)
         EXPECT_EQ(read->title, text.trimmed());
         EXPECT_EQ(read->roots[0].text, text.trimmed());
     }
-}
-
-// Bytes this process has asked the kernel to read so far.
-qint64 bytesReadByProcess()
-{
-    QFile io(QStringLiteral("/proc/self/io"));
-    if (!io.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : io.readAll().split('\n')) {
-        if (line.startsWith("rchar:"))
-            return line.mid(6).trimmed().toLongLong();
-    }
-    return -1;
 }
 
 TEST(OPMLCodec, HostileDocumentsAreRefusedWithoutReadingAnything)

@@ -4,6 +4,7 @@
 #include "domain/FixedClock.h"
 #include "persistence/StoreDatabase.h"
 
+#include <QFile>
 #include <QMap>
 #include <QTemporaryDir>
 #include <QTimeZone>
@@ -20,6 +21,19 @@ inline QTimeZone berlin()
 inline QDateTime berlinTime(int year, int month, int day, int hour = 0, int minute = 0)
 {
     return QDateTime(QDate(year, month, day), QTime(hour, minute), berlin());
+}
+
+// Bytes this process has asked the kernel to read so far.
+inline qint64 bytesReadByProcess()
+{
+    QFile io(QStringLiteral("/proc/self/io"));
+    if (!io.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray &line : io.readAll().split('\n')) {
+        if (line.startsWith("rchar:"))
+            return line.mid(6).trimmed().toLongLong();
+    }
+    return -1;
 }
 
 // Every field of every record, one line each, ids included: two stores that
