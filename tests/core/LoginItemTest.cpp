@@ -179,17 +179,5 @@ TEST(LoginItemExec, TheProgramPathIsQuotedAndEscapedAsDesktopEntriesAsk)
         EXPECT_EQ(LoginItem::execValue(QString::fromUtf8(c.path)), QString::fromUtf8(c.value)) << c.path;
 }
 
-TEST(LoginItemPlace, TheEntryLivesInTheAutostartFolderOfTheConfigHome)
-{
-    QTemporaryDir home;
-    const QByteArray saved = qgetenv("XDG_CONFIG_HOME");
-    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
-    EXPECT_EQ(LoginItem::forThisUser().entryPath(), home.filePath(QStringLiteral("autostart/fenrow.desktop")));
-    if (saved.isNull())
-        qunsetenv("XDG_CONFIG_HOME");
-    else
-        qputenv("XDG_CONFIG_HOME", saved);
-}
-
 } // namespace
 } // namespace fenrow

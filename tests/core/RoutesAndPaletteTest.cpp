@@ -93,34 +93,6 @@ TEST_F(FlowSearchPaletteTest, HighlightWalksAllGroupsAndStopsAtTheEnds)
     EXPECT_EQ(palette.groups().first().flowID, other->id) << "with no match here, the other flow comes first";
 }
 
-TEST_F(FlowSearchPaletteTest, EmptyResultOnlyForARealQueryAndOpeningAsksForFlowAndTask)
-{
-    add(QStringLiteral("Résumé draft"), *other);
-    palette.setCurrentFlow(current->id);
-    palette.setQuery(QStringLiteral("   "));
-    EXPECT_FALSE(palette.isEmptyResult()) << "blank: nothing to report";
-    EXPECT_EQ(palette.highlighted(), -1);
-    RouteRequest routes;
-    EXPECT_FALSE(palette.openHighlighted(routes));
-    EXPECT_FALSE(routes.flowRequest());
-
-    palette.setQuery(QStringLiteral("zebra"));
-    EXPECT_TRUE(palette.isEmptyResult());
-
-    palette.setQuery(QStringLiteral("resume"));
-    ASSERT_TRUE(palette.openHighlighted(routes));
-    EXPECT_EQ(routes.flowRequest()->flowID, other->id);
-    EXPECT_EQ(routes.flowRequest()->nodeID, palette.matchAt(0)->id);
-
-    // The match of the flow on screen asks for that very flow.
-    const FlowNode &here = add(QStringLiteral("Resume call"), *current);
-    palette.refresh();
-    palette.setHighlighted(0);
-    ASSERT_TRUE(palette.openHighlighted(routes));
-    EXPECT_EQ(routes.flowRequest()->flowID, current->id);
-    EXPECT_EQ(routes.flowRequest()->nodeID, here.id);
-}
-
 TEST(AppURLRouterTest, ReadyOpensTheListOtherURLsOnlyRaiseTheWindowAndEarlyOnesWait)
 {
     bool usable = true;

@@ -92,15 +92,6 @@ TEST_F(SystemIntents, AddingReadsTheTitleForADateUnlessOneIsGivenAndFindsItsFlow
     EXPECT_EQ(store->flows().first()->items().size(), tasks);
     EXPECT_EQ(undoNames(*store->flows().first()), steps);
     EXPECT_EQ(preferences.lastCaptureFlowID(), lastCapture);
-
-    // What the intents wrote is in the file.
-    QString error;
-    const auto fromDisk = FenrowStore::open(StoreDatabase::open(store.path(), &error), store.clock,
-                                            LocalCalendar(berlin()), &error);
-    ASSERT_NE(fromDisk, nullptr) << error.toStdString();
-    ASSERT_NE(fromDisk->node(first.task.id), nullptr);
-    EXPECT_EQ(fromDisk->node(first.task.id)->title, "Call Anna");
-    EXPECT_EQ(fromDisk->node(dated.task.id)->dueDate, given);
 }
 
 TEST_F(SystemIntents, EachChangeIsOneStepThatUndoReachesFromAnywhere)
