@@ -1,3 +1,5 @@
+#include "TestStore.h"
+
 #include "shell/AppPreferences.h"
 #include "shell/LoginItem.h"
 
@@ -11,23 +13,8 @@
 namespace fenrow {
 namespace {
 
-QStringList loginItemMessages;
-
-void keepLoginItemMessage(QtMsgType, const QMessageLogContext &context, const QString &message)
-{
-    if (QByteArrayView(context.category) == "fenrow.loginItem")
-        loginItemMessages << message;
-}
-
 class LoginItemFile : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        loginItemMessages.clear();
-        m_previousHandler = qInstallMessageHandler(keepLoginItemMessage);
-    }
-    void TearDown() override { qInstallMessageHandler(m_previousHandler); }
-
     QByteArray entry() const
     {
         QFile file(item.entryPath());
@@ -43,9 +30,8 @@ protected:
 
     QTemporaryDir configHome;
     LoginItem item{configHome.filePath(QStringLiteral("autostart/fenrow.desktop"))};
-
-private:
-    QtMessageHandler m_previousHandler = nullptr;
+    testing::LogCapture log{"fenrow.loginItem"};
+    QStringList &loginItemMessages = testing::LogCapture::lines();
 };
 
 TEST_F(LoginItemFile, TheEntryIsWrittenWholeReadBackAndRemoved)

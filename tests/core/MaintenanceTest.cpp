@@ -22,14 +22,6 @@ using testing::berlinTime;
 using testing::describe;
 using testing::TestStore;
 
-QStringList autoBackupMessages;
-
-void keepAutoBackupMessage(QtMsgType, const QMessageLogContext &context, const QString &message)
-{
-    if (QByteArrayView(context.category) == "fenrow.autoBackup")
-        autoBackupMessages << message;
-}
-
 // A store in a real file, settings of its own, a folder to back up into,
 // and time that moves only when the test moves it: the clock for "now",
 // the scheduler for the timers.
@@ -42,13 +34,6 @@ protected:
     {
         flow = store->addFlow(QStringLiteral("Home"));
     }
-
-    void SetUp() override
-    {
-        autoBackupMessages.clear();
-        m_previousHandler = qInstallMessageHandler(keepAutoBackupMessage);
-    }
-    void TearDown() override { qInstallMessageHandler(m_previousHandler); }
 
     // A task of the flow finished at `when`.
     const FlowNode &doneAt(const QString &title, const QDateTime &when)
@@ -111,9 +96,8 @@ protected:
     ManualScheduler scheduler;
     MaintenanceScheduler maintenance;
     const TaskFlow *flow = nullptr;
-
-private:
-    QtMessageHandler m_previousHandler = nullptr;
+    testing::LogCapture log{"fenrow.autoBackup"};
+    QStringList &autoBackupMessages = testing::LogCapture::lines();
 };
 
 TEST_F(Maintenance, AutoArchiveMovesExactlyTheTasksDoneMoreThanTheDaysAgo)

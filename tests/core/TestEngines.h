@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TestStore.h"
+
 #include "capture/ScriptedInferenceEngine.h"
 
 #include <QHash>
@@ -25,7 +27,6 @@ public:
     std::optional<QList<EdgeProposal>> linkAnswer;
     std::optional<QList<EdgeProposal>> relinkAnswer;
     std::optional<ExtractedFlow> extractAnswer;
-    std::optional<QStringList> expandAnswer;
     std::optional<QList<qint64>> estimateAnswer;
     std::optional<QList<QUuid>> planAnswer;
 
@@ -82,7 +83,8 @@ protected:
                                            const QString &language, const EngineWork &work) const override
     {
         return answer(QStringLiteral("expand"),
-                      {.items = {item}, .context = context, .detail = detail, .language = language}, expandAnswer,
+                      {.items = {item}, .context = context, .detail = detail, .language = language},
+                      std::optional<QStringList>(),
                       [&] { return ScriptedInferenceEngine::answerExpand(item, detail, context, language, work); });
     }
     EngineResult<QList<qint64>> answerEstimate(const QStringList &titles, const ExpansionContext &context,
@@ -123,30 +125,6 @@ private:
 
     mutable QMutex m_mutex;
     mutable QList<Call> m_calls;
-};
-
-// Collects the log lines written while it lives.
-class LogCapture {
-public:
-    LogCapture() : m_previous(qInstallMessageHandler(record)) { lines().clear(); }
-    ~LogCapture() { qInstallMessageHandler(m_previous); }
-
-    static QStringList &lines()
-    {
-        static QStringList collected;
-        return collected;
-    }
-    bool contains(const QString &start) const
-    {
-        for (const QString &line : lines())
-            if (line.startsWith(start))
-                return true;
-        return false;
-    }
-
-private:
-    static void record(QtMsgType, const QMessageLogContext &, const QString &message) { lines().append(message); }
-    QtMessageHandler m_previous;
 };
 
 // Waits, spinning the event loop, until `done` holds; fails the test after

@@ -36,6 +36,44 @@ inline qint64 bytesReadByProcess()
     return -1;
 }
 
+// Collects the log lines written while it lives, of one category if given.
+class LogCapture
+{
+public:
+    explicit LogCapture(QByteArray category = {}) : m_previous(qInstallMessageHandler(record))
+    {
+        lines().clear();
+        filter() = std::move(category);
+    }
+    ~LogCapture() { qInstallMessageHandler(m_previous); }
+
+    static QStringList &lines()
+    {
+        static QStringList collected;
+        return collected;
+    }
+    bool contains(const QString &start) const
+    {
+        for (const QString &line : lines())
+            if (line.startsWith(start))
+                return true;
+        return false;
+    }
+
+private:
+    static QByteArray &filter()
+    {
+        static QByteArray category;
+        return category;
+    }
+    static void record(QtMsgType, const QMessageLogContext &context, const QString &message)
+    {
+        if (filter().isEmpty() || QByteArrayView(context.category) == filter())
+            lines().append(message);
+    }
+    QtMessageHandler m_previous;
+};
+
 // Every field of every record, one line each, ids included: two stores that
 // give the same lines hold the same data. A flow's rows are sorted, as the
 // file gives them back in an order of its own.
