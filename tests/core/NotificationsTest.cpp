@@ -23,6 +23,14 @@ using testing::berlin;
 using testing::berlinTime;
 using testing::TestStore;
 
+QStringList identifiers(const QList<NotificationRequest> &requests)
+{
+    QStringList result;
+    for (const NotificationRequest &request : requests)
+        result << request.identifier;
+    return result;
+}
+
 // Keeps what the centre hands over; the desktop's answer to closeAll comes
 // when the test gives it.
 class KeepingPresenter final : public NotificationPresenter {
@@ -41,13 +49,6 @@ public:
         for (const std::function<void()> &done : std::exchange(unanswered, {}))
             done();
     }
-    QStringList shownIdentifiers() const
-    {
-        QStringList identifiers;
-        for (const NotificationRequest &request : shown)
-            identifiers << request.identifier;
-        return identifiers;
-    }
 
     QList<NotificationRequest> shown;
     QStringList closed;
@@ -55,14 +56,6 @@ public:
     QList<std::function<void()>> unanswered;
     Opened opened;
 };
-
-QStringList identifiers(const QList<NotificationRequest> &requests)
-{
-    QStringList result;
-    for (const NotificationRequest &request : requests)
-        result << request.identifier;
-    return result;
-}
 
 class Notifications : public ::testing::Test {
 protected:
@@ -136,7 +129,7 @@ TEST_F(Notifications, AReminderComesAtTheHourOfItsDueDay)
     pass(59min + 59s);
     EXPECT_TRUE(presenter.shown.isEmpty()) << "a second before the hour";
     pass(1s);
-    ASSERT_EQ(presenter.shownIdentifiers(), QStringList{request.identifier});
+    ASSERT_EQ(identifiers(presenter.shown), QStringList{request.identifier});
     EXPECT_EQ(presenter.shown.first(), request);
     EXPECT_TRUE(pending().isEmpty()) << "a reminder comes once";
     pass(24h);
@@ -268,7 +261,7 @@ TEST_F(Notifications, TheDigestNamesTheFirstThreeReadyTasks)
     EXPECT_EQ(center().nextFireDate(digest.identifier), berlinTime(2026, 6, 10, 9, 0));
 
     pass(1h);
-    EXPECT_EQ(presenter.shownIdentifiers(), QStringList{digest.identifier});
+    EXPECT_EQ(identifiers(presenter.shown), QStringList{digest.identifier});
     EXPECT_EQ(center().nextFireDate(digest.identifier), berlinTime(2026, 6, 11, 9, 0)) << "every day";
     pass(24h);
     EXPECT_EQ(presenter.shown.size(), 2);
@@ -364,7 +357,7 @@ TEST_F(Notifications, AWakeFromSuspendShowsWhatCameDueAndRearms)
     store.clock.advanceSeconds(3 * 3600);
     EXPECT_TRUE(presenter.shown.isEmpty());
     pass(NotificationCenter::clockCheckInterval);
-    EXPECT_EQ(presenter.shownIdentifiers(), QStringList{reminderOf(rent)}) << "what came due while asleep";
+    EXPECT_EQ(identifiers(presenter.shown), QStringList{reminderOf(rent)}) << "what came due while asleep";
     EXPECT_EQ(rearmed.size(), 1);
     EXPECT_EQ(pending(), QStringList{reminderOf(call)});
 }
@@ -463,19 +456,6 @@ TEST_F(Notifications, QuittingWithdrawsEverythingAndWaitsForTheDesktop)
     EXPECT_TRUE(pending().isEmpty()) << "nothing is laid out again";
 }
 
-TEST_F(Notifications, QuittingWaitsTwoSecondsAtMostForASilentDesktop)
-{
-    service->arm();
-    int left = 0;
-    service->withdrawAll([&left] { ++left; });
-    pass(NotificationService::withdrawLimit - 100ms);
-    EXPECT_EQ(left, 0);
-    pass(100ms);
-    EXPECT_EQ(left, 1);
-    presenter.answer();
-    EXPECT_EQ(left, 1) << "a late answer finds nothing left to do";
-}
-
 class NotificationCentre : public ::testing::Test {
 protected:
     NotificationCentre() : clock(berlinTime(2026, 6, 10, 8, 0)), centre(clock, LocalCalendar(berlin()), scheduler, presenter) {}
@@ -521,7 +501,7 @@ TEST_F(NotificationCentre, WaitsLongerThanATimerCanInOneGo)
         clock.advanceSeconds(60);
         scheduler.advance(1min);
     }
-    EXPECT_EQ(presenter.shownIdentifiers(), QStringList{QStringLiteral("far")});
+    EXPECT_EQ(identifiers(presenter.shown), QStringList{QStringLiteral("far")});
 }
 
 } // namespace

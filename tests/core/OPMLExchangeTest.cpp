@@ -4,7 +4,6 @@
 #include "formats/OPMLCodec.h"
 #include "shell/InterfaceLanguage.h"
 
-#include <QFile>
 #include <QSignalSpy>
 
 namespace fenrow::testing {
@@ -187,22 +186,6 @@ TEST_F(OPMLExchange, EdgesFromTheFileObeyTheGraphRules)
     EXPECT_FALSE(nested.hasDependencies);
     EXPECT_EQ(graphOf(*nested.flow), QStringList{"p > k"});
 }
-
-TEST_F(OPMLExchange, ForeignOutlinesBecomeSubtaskTrees)
-{
-    QFile file(QStringLiteral(FENROW_SOURCE_DIR "/tests/core/fixtures/opml/states.opml"));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const std::optional<OPMLCodec::Document> read = OPMLCodec::decode(file.readAll(), store->calendar());
-    ASSERT_TRUE(read);
-    const FenrowStore::ImportedFlow imported = store->importOPML(read->title, read->roots, QStringLiteral("states"));
-    EXPECT_EQ(imported.flow->name, "States");
-    EXPECT_FALSE(imported.hasDependencies);
-    EXPECT_EQ(qsizetype(imported.flow->items().size()), OPMLCodec::outlineCount(read->roots));
-    EXPECT_EQ(qsizetype(imported.flow->edges().size()), OPMLCodec::outlineCount(read->roots) - 1);
-    EXPECT_TRUE(graphOf(*imported.flow).contains("Far West > Alaska"));
-    EXPECT_TRUE(graphOf(*imported.flow).contains("United States > Far West"));
-}
-
 
 // A chain of subtasks far deeper than any outline may be, as edits or a
 // script can make it: every export, the duplicate and the template walk it
