@@ -19,8 +19,7 @@ public:
 
     void release()
     {
-        writeUtf8(m_out, m_bytes);
-        m_out.flush();
+        pass(m_bytes);
         m_bytes.clear();
     }
     void drop() { m_bytes.clear(); }
@@ -31,8 +30,7 @@ protected:
     {
         // A long table comes in one piece: passed on, not copied first.
         if (m_bytes.isEmpty() && length >= pieceSize && releasable && releasable()) {
-            writeUtf8(m_out, QByteArrayView(data, length));
-            m_out.flush();
+            pass(QByteArrayView(data, length));
             return length;
         }
         m_bytes.append(data, length);
@@ -42,6 +40,12 @@ protected:
     }
 
 private:
+    void pass(QByteArrayView bytes)
+    {
+        writeUtf8(m_out, bytes);
+        m_out.flush();
+    }
+
     QTextStream &m_out;
     QByteArray m_bytes;
 };

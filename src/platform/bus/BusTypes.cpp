@@ -110,6 +110,11 @@ bool isSameStore(const QString &path, const QString &other)
     return !path.isEmpty() && resolved(path) == resolved(other);
 }
 
+ForwardedCommand::Stream stream(uint raw)
+{
+    return raw == uint(ForwardedCommand::Stream::err) ? ForwardedCommand::Stream::err : ForwardedCommand::Stream::out;
+}
+
 QList<BusOutput> busOutput(const QList<ForwardedCommand::Output> &output)
 {
     QList<BusOutput> parts;
@@ -122,9 +127,7 @@ QList<ForwardedCommand::Output> commandOutput(const QList<BusOutput> &output)
 {
     QList<ForwardedCommand::Output> parts;
     for (const BusOutput &part : output)
-        parts.append({part.stream == uint(ForwardedCommand::Stream::err) ? ForwardedCommand::Stream::err
-                                                                         : ForwardedCommand::Stream::out,
-                      part.utf8});
+        parts.append({stream(part.stream), part.utf8});
     return parts;
 }
 

@@ -47,6 +47,9 @@ void readRequestOptions(const QVariantMap &options, ForwardedCommand::Request &r
 // Whether two paths name the same store file, however they are spelled.
 bool isSameStore(const QString &path, const QString &other);
 
+// A part's stream as the bus gives it: anything but the error stream's
+// number is the output.
+ForwardedCommand::Stream stream(uint raw);
 QList<BusOutput> busOutput(const QList<ForwardedCommand::Output> &output);
 QList<ForwardedCommand::Output> commandOutput(const QList<BusOutput> &output);
 

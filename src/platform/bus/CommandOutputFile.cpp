@@ -76,10 +76,6 @@ bool read(const QDBusUnixFileDescriptor &file, const QList<BusOutputLength> &len
         }
         total += part.length;
     }
-    const auto stream = [](uint raw) {
-        return raw == uint(ForwardedCommand::Stream::err) ? ForwardedCommand::Stream::err
-                                                          : ForwardedCommand::Stream::out;
-    };
     const int descriptor = file.fileDescriptor();
     struct stat status {
     };
@@ -96,7 +92,8 @@ bool read(const QDBusUnixFileDescriptor &file, const QList<BusOutputLength> &len
             const char *at = static_cast<const char *>(mapped);
             reply.output.clear();
             for (const BusOutputLength &part : lengths) {
-                reply.output.append({stream(part.stream), QByteArray::fromRawData(at, qsizetype(part.length))});
+                reply.output.append(
+                    {BusTypes::stream(part.stream), QByteArray::fromRawData(at, qsizetype(part.length))});
                 at += part.length;
             }
             return true;
@@ -120,7 +117,7 @@ bool read(const QDBusUnixFileDescriptor &file, const QList<BusOutputLength> &len
             got += read;
             at += read;
         }
-        output.append({stream(part.stream), std::move(bytes)});
+        output.append({BusTypes::stream(part.stream), std::move(bytes)});
     }
     reply.output = std::move(output);
     return true;
