@@ -23,6 +23,8 @@ TEST(CanvasLinesTest, ThinLinesFallWhereAndAsStrongAsTheRasterEnginesStroke)
         {QPointF(640, 20), QPointF(640, 380)},    // upright
         {QPointF(420, 300), QPointF(424.5, 303)}, // a dash shorter than two pixels
     };
+    // Lines that do not cross: shallow, steep, level and a short dash.
+    const QList<QLineF> apartLines{lines[0], {QPointF(100, 120), QPointF(160, 470)}, lines[3], lines[5]};
     QImage ground(QSize(320, 200), QImage::Format_RGB32);
     ground.fill(QColor(0xf4, 0xf2, 0xff));
     // Dashed as a subtask line, its pattern begun some way before each line's first end.
@@ -45,13 +47,16 @@ TEST(CanvasLinesTest, ThinLinesFallWhereAndAsStrongAsTheRasterEnginesStroke)
             }
         return sum;
     };
+    const auto apart = [](const QImage &a, const QImage &b, int x, int y) {
+        const QRgb p = a.pixel(x, y);
+        const QRgb q = b.pixel(x, y);
+        return std::max({std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)), std::abs(qBlue(p) - qBlue(q))});
+    };
     const auto worst = [&](const QImage &a, const QImage &b) {
         int most = 0;
         for (int y = 0; y < ground.height(); ++y)
             for (int x = 0; x < ground.width(); ++x)
-                most = std::max({most, std::abs(qRed(a.pixel(x, y)) - qRed(b.pixel(x, y))),
-                                 std::abs(qGreen(a.pixel(x, y)) - qGreen(b.pixel(x, y))),
-                                 std::abs(qBlue(a.pixel(x, y)) - qBlue(b.pixel(x, y)))});
+                most = std::max(most, apart(a, b, x, y));
         return most;
     };
     for (const bool dashed : {false, true}) {
@@ -81,6 +86,27 @@ TEST(CanvasLinesTest, ThinLinesFallWhereAndAsStrongAsTheRasterEnginesStroke)
             for (const QRect &part : {QRect(0, 0, 40, 200), QRect(40, 0, 280, 83), QRect(40, 83, 280, 117)})
                 ScenePainting::blendThinLines(parts, part, toPixels, lines, color, 1.5 * 0.4, pattern);
             EXPECT_LE(worst(parts, ours), 1) << "in parts as whole";
+
+            // A filter dims every line at once from the undimmed layer:
+            // as each blended faded, where lines do not cross (there a
+            // quarter of their sum is not the sum of their quarters), and
+            // the lines it leaves whole brought back to as they were.
+            ScenePainting::ThinDashes apartDashes = dashes;
+            apartDashes.phases.resize(apartLines.size());
+            const ScenePainting::ThinDashes *apartPattern = dashed ? &apartDashes : nullptr;
+            QImage whole = ground;
+            ScenePainting::blendThinLines(whole, whole.rect(), toPixels, apartLines, color, 1.5 * 0.4, apartPattern);
+            QImage faded = ground;
+            ScenePainting::blendThinLines(faded, faded.rect(), toPixels, apartLines,
+                                          ScenePainting::withAlpha(color, color.alphaF() * 0.25), 1.5 * 0.4,
+                                          apartPattern);
+            QImage dimmed(ground.size(), QImage::Format_RGB32);
+            ScenePainting::dimLines(dimmed.bits(), whole.constBits(), dimmed.bytesPerLine(), dimmed.rect(),
+                                    ground.pixel(0, 0));
+            EXPECT_LE(worst(dimmed, faded), 2) << "dimmed at once";
+            ScenePainting::blendThinLines(dimmed, dimmed.rect(), toPixels, apartLines, color, 1.5 * 0.4, apartPattern,
+                                          true);
+            EXPECT_LE(worst(dimmed, whole), 2) << "restored";
         }
     }
 }

@@ -14,6 +14,7 @@
 #include <QWindow>
 
 #include <mutex>
+#include <optional>
 
 namespace fenrow
 {
@@ -410,6 +411,12 @@ private:
     void contentChanged()
     {
         followEditor();
+        // With no tool listening and no card asked about, there is nothing
+        // to compare: the next change a tool hears of is a reorder.
+        if (!QAccessible::isActive() && m_cards.isEmpty()) {
+            m_shown.reset();
+            return;
+        }
         const QList<Item> cards = items();
         QSet<QUuid> present;
         for (const Item &item : cards)
@@ -420,7 +427,7 @@ private:
                 gone << it.key();
         for (const QUuid &id : std::as_const(gone))
             QAccessible::deleteAccessibleInterface(m_cards.take(id));
-        const bool reordered = cards != m_shown;
+        const bool reordered = !m_shown || cards != *m_shown;
         m_shown = cards;
         if (!QAccessible::isActive())
             return;
@@ -451,7 +458,7 @@ private:
     QPointer<CanvasEditor> m_editor;
     QMetaObject::Connection m_selection;
     mutable QHash<QUuid, QAccessible::Id> m_cards;
-    QList<Item> m_shown;
+    std::optional<QList<Item>> m_shown;
     mutable QHash<QUuid, std::pair<QString, QString>> m_texts;
 };
 

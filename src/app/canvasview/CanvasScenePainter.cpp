@@ -58,6 +58,7 @@ void CanvasScenePainter::invalidateAll()
     m_contents.invalidate();
     m_cardImages.clear();
     m_cardChromes.clear();
+    m_ports.clear();
     m_pillTexts.clear();
     m_fadedCards.clear();
     // A file's bytes never change under its id; only gone files leave.
@@ -118,7 +119,7 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     paintLineLayer(painter, editor, colors, view, moving, exposed);
     painter.setTransform(toScreen);
     if (!moving.isEmpty())
-        paintLines(painter, editor, colors, visible, moving, true);
+        paintLines(painter, editor, colors, visible, moving, true, LineDimming::asFiltered);
     painter.setOpacity(1);
     const std::optional<EdgeReconnect> &reconnect = interaction.edgeReconnect();
 

@@ -170,16 +170,31 @@ private:
     // How far the line layer reaches past the view, on screen.
     static constexpr double layerReach = 256;
 
+    // How a colour filter's dimming reaches the lines drawn.
+    enum class LineDimming {
+        // Each line as the filter leaves it.
+        asFiltered,
+        // Every line at full strength, as with no filter: the layer a
+        // dimmed one is made from.
+        ignored,
+        // Only the lines the filter leaves whole, over all of them dimmed.
+        undimmedOnly,
+    };
+
     static QSet<QUuid> movingCards(const CanvasInteraction &interaction);
     // Into `layer`, the image `painter` draws on, lines are drawn only
     // within its pixels `layerClip`, thin ones directly, over what `ground`
     // draws there first.
     void paintLines(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors, const QRectF &visible,
-                    const QSet<QUuid> &moving, bool onlyMoving, QImage *layer = nullptr, const QRect &layerClip = {},
+                    const QSet<QUuid> &moving, bool onlyMoving, LineDimming dimming, QImage *layer = nullptr,
+                    const QRect &layerClip = {},
                     const std::function<void(QPainter &, const QRect &)> &ground = {}) const;
-    // Draws the line layer's pixels `pixels`.
-    void drawLineLayer(const CanvasEditor &editor, const CanvasColors &colors, const ViewState &view,
-                       const QSet<QUuid> &moving, const QRect &pixels);
+    // Draws the pixels `pixels` of `layer`. With `undimmed`, the same
+    // pixels of a layer of the same place and key but no filter, all its
+    // lines are dimmed at once and only the undimmed ones drawn again.
+    void drawLineLayer(LineLayer &layer, const CanvasEditor &editor, const CanvasColors &colors, const ViewState &view,
+                       const QSet<QUuid> &moving, const QRect &pixels, LineDimming dimming,
+                       const QImage *undimmed = nullptr);
     void paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
                         const ViewState &view, const QSet<QUuid> &moving, const QRectF &exposed);
     const CardLayout &layout(const TaskFlow &flow, const FlowNode &node, NodeSize size);
@@ -221,6 +236,17 @@ private:
     QHash<QUuid, QImage> m_thumbnails;
     QCache<QUuid, CardImage> m_cardImages{cardImageBudget};
     QList<std::pair<CardChromeKey, QImage>> m_cardChromes;
+    // A port's circle, by how it looks.
+    struct PortKey {
+        bool hovered = false;
+        bool folded = false;
+        bool marked = false;
+        QRgb ring = 0;
+        QRgb fill = 0;
+        double pixelRatio = 1;
+        friend bool operator==(const PortKey &, const PortKey &) = default;
+    };
+    mutable QList<std::pair<PortKey, QImage>> m_ports;
     // By card: the picture's cache key and opacity, and the faded picture,
     // within the same budget as the pictures themselves.
     struct FadedCard {
@@ -231,6 +257,8 @@ private:
     LineLayer m_lines;
     // The layer before the last change of its key: a filter taken off, a
     // selection undone or a drag let go without a move finds it again.
+    // While a filter dims, it is the same layer without the filter, which
+    // the dimmed one is made from.
     LineLayer m_spareLines;
     QFont m_titleFont;
     QFont m_pillFont;

@@ -371,6 +371,8 @@ void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor
 
     // Port and grip keep their size on screen.
     const bool connecting = interaction.pendingConnection() && interaction.pendingConnection()->fromItemID == node.id;
+    // A dimmed card's port is dimmed with it, not left standing out.
+    painter.setOpacity(opacity);
     if (content.canCollapse || look.hovered || look.selected || connecting)
         paintPort(painter, screenPoint(portAnchor(rect.center(), size), view), &content,
                   view.hoveredPort == node.id || connecting, colors);
@@ -388,14 +390,47 @@ void CanvasScenePainter::paintPort(QPainter &painter, QPointF anchor, const Card
 {
     const double radius = portDiameter / 2 * (hovered ? portHoverGrowth : 1);
     const bool folded = content && content->folded;
-    painter.setPen(QPen(colors.ramp.brand, portStroke));
-    painter.setBrush(folded ? colors.ramp.portFolded : colors.ramp.nodeSurface);
-    painter.drawEllipse(anchor, radius, radius);
-    if (content && content->canCollapse && !folded) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(colors.ramp.brand);
-        painter.drawEllipse(anchor, 2.2, 2.2);
+    const bool marked = content && content->canCollapse && !folded;
+    // Every card with subtasks shows a port, and they look alike: each look
+    // is drawn once and copied, its centre on a pixel's corner.
+    const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
+    const PortKey key{hovered,
+                      folded,
+                      marked,
+                      colors.ramp.brand.rgba(),
+                      (folded ? colors.ramp.portFolded : colors.ramp.nodeSurface).rgba(),
+                      pixelRatio};
+    auto found = std::find_if(m_ports.cbegin(), m_ports.cend(), [&](const auto &port) { return port.first == key; });
+    if (found == m_ports.cend()) {
+        // A theme changed its colours many times over.
+        if (m_ports.size() >= 16)
+            m_ports.clear();
+        const int side = 2 * int(std::ceil((radius + portStroke) * pixelRatio));
+        QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        {
+            QPainter into(&image);
+            into.setRenderHint(QPainter::Antialiasing);
+            into.scale(pixelRatio, pixelRatio);
+            const QPointF center = QPointF(side, side) / 2 / pixelRatio;
+            into.setPen(QPen(colors.ramp.brand, portStroke));
+            into.setBrush(folded ? colors.ramp.portFolded : colors.ramp.nodeSurface);
+            into.drawEllipse(center, radius, radius);
+            if (marked) {
+                into.setPen(Qt::NoPen);
+                into.setBrush(colors.ramp.brand);
+                into.drawEllipse(center, 2.2, 2.2);
+            }
+        }
+        image.setDevicePixelRatio(pixelRatio);
+        m_ports.append({key, image});
+        found = m_ports.cend() - 1;
     }
+    const QImage &image = found->second;
+    const QPointF corner = (QPointF(std::round(anchor.x() * pixelRatio), std::round(anchor.y() * pixelRatio)) -
+                            QPointF(image.width(), image.height()) / 2) /
+                           pixelRatio;
+    painter.drawImage(corner, image);
     if (folded && content->foldedCount > 0) {
         // The count of tasks folded away, in a tag beside the port.
         const QString count = QStringLiteral("+%1").arg(content->foldedCount);

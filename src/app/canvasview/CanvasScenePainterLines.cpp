@@ -21,6 +21,10 @@
 #include <thread>
 #include <vector>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace fenrow {
 
 using namespace CanvasGeometry;
@@ -116,7 +120,7 @@ public:
                     dashes =
                         ThinDashes{batch.dashes[0] * width, (batch.dashes[0] + batch.dashes[1]) * width, batch.phases};
                 blendThinLines(*layer, clip, toPixels, batch.lines, batch.pen.color(), pixels,
-                               batch.dashes.empty() ? nullptr : &dashes);
+                               batch.dashes.empty() ? nullptr : &dashes, m_restore);
                 continue;
             }
             painter.setPen(batch.pen);
@@ -137,6 +141,10 @@ public:
             painter.drawLines(segments.constData(), int(segments.size()));
         }
     }
+
+    // The layer already holds these lines dimmed: thin ones are brought
+    // back to full strength rather than blended again.
+    void restoreDimmed() { m_restore = true; }
 
     void drawHeads(QPainter &painter) const
     {
@@ -168,6 +176,7 @@ private:
     }
 
     QList<Batch> m_batches;
+    bool m_restore = false;
 };
 
 QColor dimmed(QColor color, double opacity)
@@ -221,6 +230,36 @@ void drawClippedLine(QPainter &painter, QPointF a, QPointF b, const QRectF &visi
     painter.drawLines(segments.constData(), int(segments.size()));
 }
 
+void dimLines(uchar *target, const uchar *lines, qsizetype stride, const QRect &rect, QRgb ground)
+{
+    static_assert(dimmedLineStrength == 0.25, "the blend below takes a quarter of the lines");
+    // Each byte the rounded mean of the ground and the mean of ground and
+    // line: three parts ground to one part line, within a level. SSE2's
+    // byte mean does sixteen at once; the scalar rest gives the same bytes.
+    const auto dim = [](uint g, uint l) -> uint { return (g + ((g + l + 1) >> 1) + 1) >> 1; };
+    const qsizetype bytes = qsizetype(rect.width()) * 4;
+#ifdef __SSE2__
+    const __m128i g = _mm_set1_epi32(int(ground));
+#endif
+    for (int y = rect.top(); y <= rect.bottom(); ++y) {
+        uchar *to = target + y * stride + qsizetype(rect.left()) * 4;
+        const uchar *from = lines + y * stride + qsizetype(rect.left()) * 4;
+        qsizetype i = 0;
+#ifdef __SSE2__
+        for (; i + 16 <= bytes; i += 16) {
+            const __m128i l = _mm_loadu_si128(reinterpret_cast<const __m128i *>(from + i));
+            _mm_storeu_si128(reinterpret_cast<__m128i *>(to + i), _mm_avg_epu8(g, _mm_avg_epu8(g, l)));
+        }
+#endif
+        for (; i < bytes; i += 4) {
+            const QRgb l = *reinterpret_cast<const QRgb *>(from + i);
+            *reinterpret_cast<QRgb *>(to + i) =
+                qRgb(int(dim(qRed(ground), qRed(l))), int(dim(qGreen(ground), qGreen(l))),
+                     int(dim(qBlue(ground), qBlue(l))));
+        }
+    }
+}
+
 // A column or row at a time, two pixels shared by how near each lies to
 // the line. The raster engine's stroker sends every pixel of such a line
 // through its blending on its own, which made a new layer of long lines
@@ -230,7 +269,7 @@ void drawClippedLine(QPainter &painter, QPointF a, QPointF b, const QRectF &visi
 // own: zoomed out, a dash is two pixels long, and its own set-up cost more
 // than its pixels.
 void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels, const QList<QLineF> &lines,
-                    QColor color, double strength, const ThinDashes *dashes)
+                    QColor color, double strength, const ThinDashes *dashes, bool restore)
 {
     constexpr int bandRows = 32;
     const QRect area = clip & image.rect();
@@ -305,6 +344,15 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
         runs.push_back(line);
     }
 
+    // Restoring, a pixel that holds a line's share f dimmed, g + d·f·(c − g)
+    // with d the dimmed strength, takes k of what is left towards the colour
+    // so that it ends at g + f·(c − g): k = (1 − d)·f / (1 − d·f).
+    std::array<int, 257> restored{};
+    if (restore)
+        for (int f = 0; f <= 256; ++f)
+            restored[std::size_t(f)] =
+                int(std::lround((1 - dimmedLineStrength) * f / (1 - dimmedLineStrength * f / 256.0)));
+
     for (std::size_t band = 0; band < bands.size(); ++band) {
         const int rowFrom = top + int(band) * bandRows;
         const int rowTo = std::min(rowFrom + bandRows, bottom);
@@ -312,6 +360,8 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
         const auto plot = [&](int x, int y, int f) {
             if (x < left || y < rowFrom || x >= right || y >= rowTo || f <= 0)
                 return;
+            if (restore)
+                f = restored[std::size_t(std::min(f, 256))];
             QRgb &pixel = reinterpret_cast<QRgb *>(bits + y * stride)[x];
             const QRgb d = pixel;
             const uint rb = ((source & 0xff00ff) * f + (d & 0xff00ff) * (256 - f)) >> 8;
@@ -421,8 +471,8 @@ void drawArrowhead(QPainter &painter, QPointF tip, QPointF source, const QColor 
 // --- lines between cards and files
 
 void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
-                                    const QRectF &visible, const QSet<QUuid> &moving, bool onlyMoving, QImage *layer,
-                                    const QRect &layerClip,
+                                    const QRectF &visible, const QSet<QUuid> &moving, bool onlyMoving,
+                                    LineDimming dimming, QImage *layer, const QRect &layerClip,
                                     const std::function<void(QPainter &, const QRect &)> &ground) const
 {
     const TaskFlow &flow = *editor.flow();
@@ -436,20 +486,76 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         return onlyMoving == (moving.contains(a) || moving.contains(b));
     };
 
+    // Whether a line between these cards is dimmed, and whether it is drawn at all.
+    const bool dims = dimming != LineDimming::ignored && editor.dimsByFilter();
+    const auto isDimmed = [&](const FlowNode &node) { return dims && editor.isDimmed(node); };
+    const auto skipped = [&](bool dimmed) { return dimming == LineDimming::undimmedOnly && dimmed; };
+
     LineBatches batches;
+    if (dimming == LineDimming::undimmedOnly)
+        batches.restoreDimmed();
+
+    // Into a layer, a strip of rows at a time, its ground drawn just before
+    // its lines, so that the pixels are still in the cache when the lines
+    // are blended into them: from memory, reading them cost more than the
+    // blending. The lower half goes on a second thread, into an image over
+    // the same pixels: a new flow or a filter draws the whole view's lines.
+    constexpr int stripRows = 64;
+    const QTransform scene = painter.transform();
+    const QPainter::RenderHints hints = painter.renderHints();
+    const int end = layerClip.bottom() + 1;
+    const int strips = (layerClip.height() + stripRows - 1) / stripRows;
+    const bool split = layer && strips >= 4 && std::thread::hardware_concurrency() > 1;
+    // Drawing only the ground, the second thread begins before the lines
+    // are gathered, and takes the larger part.
+    const int upper = dimming == LineDimming::undimmedOnly ? strips * 3 / 8 : strips / 2;
+    const int middle = split ? layerClip.top() + upper * stripRows : end;
+    uchar *const bits = layer ? layer->bits() : nullptr;
+    // The strips from row `from` to `to` into `target`, whose first row is
+    // the layer's row `first`, with their lines or only their ground.
+    const auto drawGround = [&](QPainter &on, QImage &target, int from, int to, int first, bool lines) {
+        const QTransform down = QTransform::fromTranslate(0, -first);
+        for (int top = from; top < to; top += stripRows) {
+            const QRect strip(layerClip.left(), top, layerClip.width(), std::min(stripRows, to - top));
+            on.setTransform(down);
+            on.setClipRect(strip);
+            if (ground)
+                ground(on, strip);
+            if (!lines)
+                continue;
+            on.setTransform(scene * down);
+            batches.drawLines(on, &target, strip.translated(0, -first));
+        }
+    };
+    const auto drawLower = [&](bool lines) {
+        QImage lower(bits + qsizetype(middle) * layer->bytesPerLine(), layer->width(), end - middle,
+                     layer->bytesPerLine(), layer->format());
+        QPainter on(&lower);
+        on.setRenderHints(hints);
+        drawGround(on, lower, middle, end, middle, lines);
+    };
+    // Over every line dimmed at once, the few a filter leaves whole are
+    // drawn last: the lower half's ground begins now, while they are gathered.
+    std::thread helper;
+    if (split && dimming == LineDimming::undimmedOnly)
+        helper = std::thread([&] { drawLower(false); });
+
     for (const FileLink *link : flow.fileLinks()) {
         if (!editor.isDrawn(*link) || !wanted(link->file()->id, link->node()->id))
             continue;
         const FlowFile &file = *link->file();
         const FlowNode &node = *link->node();
+        if (skipped(isDimmed(node)))
+            continue;
         const EdgeLine line =
             EdgeLine::between(fileCenter(file), interaction.effectiveFileSize(file), center(node), interaction.effectiveSize(node));
         if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-1, -1, 1, 1)))
             continue;
         const bool selected = interaction.selectedFileLinkID() == link->id;
         const QColor color = selected ? colors.ramp.brand : withAlpha(colors.secondaryText, 0.6);
-        batches.add(QPen(dimmed(color, editor.isDimmed(node) ? 0.25 : 1), fileLinkStroke, Qt::SolidLine, Qt::FlatCap),
-                    line.start, line.end, visible, linkDashes);
+        batches.add(
+            QPen(dimmed(color, isDimmed(node) ? dimmedLineStrength : 1), fileLinkStroke, Qt::SolidLine, Qt::FlatCap),
+            line.start, line.end, visible, linkDashes);
     }
 
     const std::optional<EdgeReconnect> &reconnect = interaction.edgeReconnect();
@@ -472,11 +578,14 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             continue;
         if (!editor.isDrawn(*edge))
             continue;
+        const bool dimmedEdge = isDimmed(from) || isDimmed(to);
+        if (skipped(dimmedEdge))
+            continue;
         const EdgeLine line = EdgeLine::between(fromCenter, fromSize, toCenter, toSize);
         if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-10, -10, 10, 10)))
             continue;
         const bool selected = interaction.selectedEdgeID() == edge->id;
-        double opacity = editor.isDimmed(from) || editor.isDimmed(to) ? 0.25 : 1;
+        double opacity = dimmedEdge ? dimmedLineStrength : 1;
         if (reconnect && reconnect->edgeID == edge->id)
             opacity = 0.3;
         // Faded through the colour: a painter's opacity takes every line
@@ -498,43 +607,22 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         batches.draw(painter);
         return;
     }
-    // A strip of rows at a time, its ground drawn just before its lines, so
-    // that the pixels are still in the cache when the lines are blended into
-    // them: from memory, reading them cost more than the blending.
-    constexpr int stripRows = 64;
-    const QTransform scene = painter.transform();
-    const QPainter::RenderHints hints = painter.renderHints();
-    // The strips from row `from` to `to` into `target`, whose first row is the layer's row `first`.
-    const auto drawStrips = [&](QPainter &on, QImage &target, int from, int to, int first) {
-        const QTransform down = QTransform::fromTranslate(0, -first);
-        for (int top = from; top < to; top += stripRows) {
-            const QRect strip(layerClip.left(), top, layerClip.width(), std::min(stripRows, to - top));
-            on.setTransform(down);
-            on.setClipRect(strip);
-            if (ground)
-                ground(on, strip);
-            on.setTransform(scene * down);
-            batches.drawLines(on, &target, strip.translated(0, -first));
-        }
-    };
-    const int end = layerClip.bottom() + 1;
-    const int strips = (layerClip.height() + stripRows - 1) / stripRows;
-    if (strips >= 4 && std::thread::hardware_concurrency() > 1) {
-        // The lower half on a second thread, into an image over the same
-        // pixels: a new flow or a filter draws the whole view's lines.
-        const int middle = layerClip.top() + strips / 2 * stripRows;
-        uchar *bits = layer->bits();
-        QImage lower(bits + qsizetype(middle) * layer->bytesPerLine(), layer->width(), end - middle,
-                     layer->bytesPerLine(), layer->format());
-        std::thread helper([&] {
-            QPainter on(&lower);
-            on.setRenderHints(hints);
-            drawStrips(on, lower, middle, end, middle);
-        });
-        drawStrips(painter, *layer, layerClip.top(), middle, 0);
-        helper.join();
+    if (dimming == LineDimming::undimmedOnly) {
+        // The few lines a filter leaves whole, over the ground's strips
+        // (begun before they were gathered): they touch few pixels.
+        drawGround(painter, *layer, layerClip.top(), middle, 0, false);
+        if (helper.joinable())
+            helper.join();
+        painter.resetTransform();
+        painter.setClipRect(layerClip);
+        painter.setTransform(scene);
+        batches.drawLines(painter, layer, layerClip);
     } else {
-        drawStrips(painter, *layer, layerClip.top(), end, 0);
+        if (split)
+            helper = std::thread([&] { drawLower(true); });
+        drawGround(painter, *layer, layerClip.top(), middle, 0, true);
+        if (helper.joinable())
+            helper.join();
     }
     painter.resetTransform();
     painter.setClipRect(layerClip);
@@ -568,11 +656,19 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
         return layer.key == key && !layer.image.isNull() &&
                (view.zooming || (std::abs(layer.scale - scale) < 1e-9 && layer.area.contains(viewArea)));
     };
+    // While a filter dims, the layer kept aside is the one without it,
+    // which the dimmed layer is made from.
+    const bool dims = editor.dimsByFilter();
+    LineLayer::Key undimmedKey = key;
+    undimmedKey.colorFilter = 0;
     bool reusable = fits(m_lines);
     if (!reusable && !(m_lines.key == key)) {
         // The layer of another key is kept aside, and the one kept before
-        // is used if it is this key's, else its image is drawn over.
-        std::swap(m_lines, m_spareLines);
+        // is used if it is this key's, else its image is drawn over; but
+        // a dimmed layer of another filter is drawn over, and the undimmed
+        // one stays.
+        if (!(dims && m_spareLines.key == undimmedKey))
+            std::swap(m_lines, m_spareLines);
         reusable = fits(m_lines);
     }
     const bool sameScale = std::abs(m_lines.scale - scale) < 1e-9;
@@ -591,8 +687,33 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
     }
     const auto complete = [&](const QRegion &wanted) {
         const QRegion missing = wanted - m_lines.drawn;
+        if (missing.isEmpty())
+            return;
+        if (!dims) {
+            for (const QRect &pixels : missing)
+                drawLineLayer(m_lines, editor, colors, view, moving, pixels, LineDimming::asFiltered);
+            m_lines.drawn += missing;
+            return;
+        }
+        // The undimmed layer over the same pixels first: the dimmed one is
+        // made from it, and a filter of another colour is made from it again.
+        LineLayer &undimmed = m_spareLines;
+        if (!(undimmed.key == undimmedKey) || undimmed.scale != m_lines.scale || undimmed.area != m_lines.area ||
+            undimmed.image.size() != m_lines.image.size()) {
+            undimmed.key = undimmedKey;
+            undimmed.scale = m_lines.scale;
+            undimmed.area = m_lines.area;
+            if (undimmed.image.size() != m_lines.image.size())
+                undimmed.image = QImage(m_lines.image.size(), QImage::Format_RGB32);
+            undimmed.image.setDevicePixelRatio(pixelRatio);
+            undimmed.drawn = QRegion();
+        }
+        const QRegion undrawn = missing - undimmed.drawn;
+        for (const QRect &pixels : undrawn)
+            drawLineLayer(undimmed, editor, colors, view, moving, pixels, LineDimming::ignored);
+        undimmed.drawn += undrawn;
         for (const QRect &pixels : missing)
-            drawLineLayer(editor, colors, view, moving, pixels);
+            drawLineLayer(m_lines, editor, colors, view, moving, pixels, LineDimming::undimmedOnly, &undimmed.image);
         m_lines.drawn += missing;
     };
     // The layer's corner where it falls now, stretched if the zoom moved
@@ -625,29 +746,37 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
     }
 }
 
-void CanvasScenePainter::drawLineLayer(const CanvasEditor &editor, const CanvasColors &colors, const ViewState &view,
-                                       const QSet<QUuid> &moving, const QRect &pixels)
+void CanvasScenePainter::drawLineLayer(LineLayer &layer, const CanvasEditor &editor, const CanvasColors &colors,
+                                       const ViewState &view, const QSet<QUuid> &moving, const QRect &pixels,
+                                       LineDimming dimming, const QImage *undimmed)
 {
     // Drawn in the image's own pixels, so the clip falls on whole ones.
-    const double pixelRatio = m_lines.image.devicePixelRatio();
-    m_lines.image.setDevicePixelRatio(1);
+    const double pixelRatio = layer.image.devicePixelRatio();
+    layer.image.setDevicePixelRatio(1);
     {
-        QPainter into(&m_lines.image);
+        QPainter into(&layer.image);
         into.setRenderHint(QPainter::Antialiasing);
-        const double toPixels = m_lines.scale * pixelRatio;
-        into.setTransform(
-            QTransform::fromScale(toPixels, toPixels).translate(-m_lines.area.left(), -m_lines.area.top()));
+        const double toPixels = layer.scale * pixelRatio;
+        into.setTransform(QTransform::fromScale(toPixels, toPixels).translate(-layer.area.left(), -layer.area.top()));
         ViewState groundView = view;
-        groundView.offset = -m_lines.area.topLeft() * m_lines.scale;
+        groundView.offset = -layer.area.topLeft() * layer.scale;
         // Filled by hand: the raster engine hands a fill this large to its
         // thread pool and waits for it, which costs more on a busy machine.
         // Strips may be drawn on two threads: the pixels are found once, here.
         const QRgb fill = colors.ramp.brandSubtle.rgb();
-        uchar *const bits = m_lines.image.bits();
-        const qsizetype stride = m_lines.image.bytesPerLine();
+        uchar *const bits = layer.image.bits();
+        const qsizetype stride = layer.image.bytesPerLine();
+        const uchar *const lines = undimmed ? undimmed->constBits() : nullptr;
+        Q_ASSERT(!undimmed || (undimmed->size() == layer.image.size() && undimmed->bytesPerLine() == stride));
+        // Over a layer of every line dimmed, the grid's dots are drawn
+        // last, whole, as no line's quarter strength over them would show.
         const auto ground = [&, bits, stride](QPainter &painter, const QRect &strip) {
-            for (int y = strip.top(); y <= strip.bottom(); ++y)
-                std::fill_n(reinterpret_cast<QRgb *>(bits + y * stride) + strip.left(), strip.width(), fill);
+            if (lines) {
+                dimLines(bits, lines, stride, strip, fill);
+            } else {
+                for (int y = strip.top(); y <= strip.bottom(); ++y)
+                    std::fill_n(reinterpret_cast<QRgb *>(bits + y * stride) + strip.left(), strip.width(), fill);
+            }
             if (view.grid) {
                 painter.scale(pixelRatio, pixelRatio);
                 paintGrid(painter, colors, groundView,
@@ -657,12 +786,12 @@ void CanvasScenePainter::drawLineLayer(const CanvasEditor &editor, const CanvasC
         // Lines are cut a little past these pixels, so that their cut ends do
         // not show, and arrowheads whose tips lie past them still reach in.
         const double margin = arrowheadLength + 2 / toPixels;
-        const QRectF visible(m_lines.area.topLeft() + QPointF(pixels.topLeft()) / toPixels,
+        const QRectF visible(layer.area.topLeft() + QPointF(pixels.topLeft()) / toPixels,
                              QSizeF(pixels.size()) / toPixels);
-        paintLines(into, editor, colors, visible.adjusted(-margin, -margin, margin, margin), moving, false,
-                   &m_lines.image, pixels, ground);
+        paintLines(into, editor, colors, visible.adjusted(-margin, -margin, margin, margin), moving, false, dimming,
+                   &layer.image, pixels, ground);
     }
-    m_lines.image.setDevicePixelRatio(pixelRatio);
+    layer.image.setDevicePixelRatio(pixelRatio);
 }
 
 } // namespace fenrow

@@ -183,7 +183,8 @@ const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
             m_unfoldedValid = true;
         }
         const CanvasColorFilter filter = m_interaction.colorFilter();
-        const bool hides = !filter.isEmpty() && m_services.preferences.filterMode() == FilterMode::hide;
+        const bool hides = hidesByFilter();
+        m_visibleHidden = hides;
         for (const FlowNode *candidate : std::as_const(m_unfolded)) {
             if (hides && !filter.contains(candidate->color()))
                 continue;
@@ -254,9 +255,17 @@ bool CanvasEditor::isVisible(const QUuid &nodeID) const
 
 bool CanvasEditor::isDimmed(const FlowNode &candidate) const
 {
-    const CanvasColorFilter filter = m_interaction.colorFilter();
-    return !filter.isEmpty() && m_services.preferences.filterMode() == FilterMode::dim
-        && !filter.contains(candidate.color());
+    return dimsByFilter() && !m_interaction.colorFilter().contains(candidate.color());
+}
+
+bool CanvasEditor::hidesByFilter() const
+{
+    return !m_interaction.colorFilter().isEmpty() && m_services.preferences.filterMode() == FilterMode::hide;
+}
+
+bool CanvasEditor::dimsByFilter() const
+{
+    return !m_interaction.colorFilter().isEmpty() && m_services.preferences.filterMode() == FilterMode::dim;
 }
 
 QList<const FlowFile *> CanvasEditor::liveFiles() const
@@ -334,6 +343,15 @@ void CanvasEditor::invalidateFiltered()
     m_sceneValid = false;
 }
 
+void CanvasEditor::filterChanged()
+{
+    // A filter that dims, or none, leaves every unfolded task shown: the
+    // list and the scene stay unless a filter hid some before or does now.
+    if (m_visibleValid && !m_visibleHidden && !hidesByFilter())
+        return;
+    invalidateFiltered();
+}
+
 CanvasEditor::NodeShape CanvasEditor::shapeOf(const FlowNode &node)
 {
     return {node.order, node.isCollapsed, node.colorRaw,     node.posX,
@@ -401,7 +419,7 @@ void CanvasEditor::preferenceChanged(const QString &key)
         if (m_appeared)
             spaceCardsForSizes();
     } else if (key == QLatin1StringView(PreferenceKey::filterMode)) {
-        invalidateFiltered();
+        filterChanged();
         emit viewStateChanged();
     }
 }
@@ -410,7 +428,7 @@ void CanvasEditor::interactionChanged(CanvasInteraction::Field field)
 {
     switch (field) {
     case CanvasInteraction::Field::colorFilter:
-        invalidateFiltered();
+        filterChanged();
         break;
     case CanvasInteraction::Field::nodeDrag:
     case CanvasInteraction::Field::nodeResize:

@@ -91,6 +91,9 @@ public:
     const QList<const FlowNode *> &visibleNodes() const;
     bool isVisible(const QUuid &nodeID) const;
     bool isDimmed(const FlowNode &node) const;
+    // A colour filter is on and dims the other cards rather than hiding them.
+    bool dimsByFilter() const;
+    bool hidesByFilter() const;
     // The flow's files that are not trashed.
     QList<const FlowFile *> liveFiles() const;
     // An edge is drawn when both ends are; a file link when its file is
@@ -203,6 +206,8 @@ private:
     void invalidateVisible();
     // Only the colour filter or its mode changed.
     void invalidateFiltered();
+    // The colour filter or whether it hides changed.
+    void filterChanged();
     void pruneSelection();
     void firstFraming();
     void serveAddTaskRequest();
@@ -220,6 +225,8 @@ private:
     CanvasInteraction &m_interaction;
 
     mutable bool m_visibleValid = false;
+    // The visible list was made while a filter hid cards.
+    mutable bool m_visibleHidden = false;
     // The tasks no fold hides, in order, before the filter.
     mutable bool m_unfoldedValid = false;
     mutable QList<const FlowNode *> m_unfolded;
