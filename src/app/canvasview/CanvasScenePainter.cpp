@@ -54,12 +54,18 @@ void CanvasScenePainter::invalidate(const StoreChange &change)
 
 void CanvasScenePainter::invalidateAll()
 {
+    flowChanged();
+    m_cardChromes.clear();
+    m_cardChromeBytes = 0;
+    m_ports.clear();
+    m_pillTexts.clear();
+}
+
+void CanvasScenePainter::flowChanged()
+{
     ++m_version;
     m_contents.invalidate();
     m_cardImages.clear();
-    m_cardChromes.clear();
-    m_ports.clear();
-    m_pillTexts.clear();
     m_fadedCards.clear();
     // A file's bytes never change under its id; only gone files leave.
     if (m_thumbnails.size() > 256)

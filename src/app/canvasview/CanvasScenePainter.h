@@ -63,6 +63,8 @@ public:
     static constexpr double cardImageMargin = 8;
     // What the images of cards may take, in KiB.
     static constexpr int cardImageBudget = 96 * 1024;
+    // What the chrome shared by cards of one look may take, in bytes.
+    static constexpr qsizetype cardChromeBudget = 24 * 1024 * 1024;
 
     explicit CanvasScenePainter(CanvasCardContents &contents);
 
@@ -77,6 +79,10 @@ public:
     void filterChanged() { ++m_linesVersion; }
     // Everything is drawn anew: the filter, the sizes or the language changed.
     void invalidateAll();
+    // Another flow is shown: its cards and lines are drawn anew, but the
+    // pictures every flow's cards share (chrome, ports, shortened pill
+    // texts) are kept.
+    void flowChanged();
 
     QFont titleFont() const { return m_titleFont; }
     // Where a card's title stands, relative to the card's top left corner.
@@ -124,7 +130,6 @@ private:
     // A card's shadow, rings, surface and border: the same for every card
     // of one size, state and colour tag, so drawn once and copied.
     struct CardChromeKey {
-        quint64 version = 0;
         NodeSize size;
         double devicePixelsPerUnit = 1;
         bool done = false;
@@ -236,6 +241,7 @@ private:
     QHash<QUuid, QImage> m_thumbnails;
     QCache<QUuid, CardImage> m_cardImages{cardImageBudget};
     QList<std::pair<CardChromeKey, QImage>> m_cardChromes;
+    qsizetype m_cardChromeBytes = 0;
     // A port's circle, by how it looks.
     struct PortKey {
         bool hovered = false;

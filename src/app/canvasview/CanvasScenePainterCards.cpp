@@ -76,6 +76,9 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
             const std::pair<QString, double> fitting(pill.text, std::max(0.0, textRoom));
             auto measured = m_pillTexts.constFind(fitting);
             if (measured == m_pillTexts.cend()) {
+                // Kept across flows; names of people and places could make it grow without end.
+                if (m_pillTexts.size() >= 8192)
+                    m_pillTexts.clear();
                 const QString shortened = pillMetrics.elidedText(fitting.first, Qt::ElideRight, fitting.second);
                 measured = m_pillTexts.insert(fitting, {shortened, pillMetrics.horizontalAdvance(shortened)});
             }
@@ -256,10 +259,14 @@ const QImage &CanvasScenePainter::cardChrome(const CardChromeKey &key, const Car
     for (const auto &[kept, image] : m_cardChromes)
         if (kept == key)
             return image;
-    // A handful of sizes, states and tags meet in a flow; anything past
-    // that is a change of scale or colours, and the old ones are done with.
-    if (m_cardChromes.size() >= 64)
-        m_cardChromes.clear();
+    // Sizes, states and tags meet in a hundred or so looks in a view of a
+    // large flow, and they are kept across flows; past the budget, the
+    // oldest, most likely of another scale or flow, are done with.
+    const qsizetype bytes = qsizetype(pixels.width()) * pixels.height() * 4;
+    while (!m_cardChromes.isEmpty() && m_cardChromeBytes + bytes > cardChromeBudget) {
+        m_cardChromeBytes -= m_cardChromes.first().second.sizeInBytes();
+        m_cardChromes.removeFirst();
+    }
     QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     {
@@ -270,6 +277,7 @@ const QImage &CanvasScenePainter::cardChrome(const CardChromeKey &key, const Car
         paintCardChrome(into, content, node, key.size, look, colors);
     }
     m_cardChromes.append({key, image});
+    m_cardChromeBytes += image.sizeInBytes();
     return m_cardChromes.last().second;
 }
 
@@ -291,7 +299,6 @@ QImage CanvasScenePainter::cardImage(const FlowNode &node, const CardContent &co
                              .toSize()
                              .expandedTo(QSize(1, 1));
     CardChromeKey chromeKey;
-    chromeKey.version = m_version;
     chromeKey.size = size;
     chromeKey.devicePixelsPerUnit = device;
     chromeKey.done = node.isDone;

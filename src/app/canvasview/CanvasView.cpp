@@ -140,7 +140,7 @@ void CanvasView::setEditor(CanvasEditor *editor)
     m_titleEditor->hide();
     m_titleEditorNode.reset();
     m_contents.invalidate();
-    m_scene.invalidateAll();
+    m_scene.flowChanged();
     if (editor) {
         m_pointer = std::make_unique<CanvasPointer>(*editor);
         CanvasInteraction &interaction = editor->interaction();
