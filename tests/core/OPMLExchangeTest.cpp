@@ -185,6 +185,18 @@ TEST_F(OPMLExchange, EdgesFromTheFileObeyTheGraphRules)
         store->importOPML({}, {outline("p", "1", {}, {outline("k", "2", {"1"})})}, QStringLiteral("N"));
     EXPECT_FALSE(nested.hasDependencies);
     EXPECT_EQ(graphOf(*nested.flow), QStringList{"p > k"});
+
+    // Ids in this program's own form are matched as numbers: every digit
+    // counts, and only upper case is that form.
+    const QString x = QStringLiteral("0A1B2C3D-4E5F-6A7B-8C9D-0E1F2A3B4C5D");
+    const QString y = QStringLiteral("0A1B2C3D-4E5F-6A7B-8C9D-0E1F2A3B4C5E");
+    const QString z = QStringLiteral("1A1B2C3D-4E5F-6A7B-8C9D-0E1F2A3B4C5D");
+    const FenrowStore::ImportedFlow uuids = store->importOPML(
+        {},
+        {outline("x", x), outline("y", y), outline("z", z), outline("after x", "", {x}), outline("after y", "", {y}),
+         outline("after z", "", {z}), outline("after x, lower case", "", {x.toLower()})},
+        QStringLiteral("U"));
+    EXPECT_EQ(graphOf(*uuids.flow), (QStringList{"x -> after x", "y -> after y", "z -> after z"}));
 }
 
 // A chain of subtasks far deeper than any outline may be, as edits or a

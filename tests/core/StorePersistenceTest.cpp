@@ -61,7 +61,8 @@ TEST(StorePersistence, SingleRowEditsReachTheFile)
     store->insertRecords(std::move(bundle));
     const TaskFlow &flow = *store->flow(flowID);
     const FlowNode &edited = *flow.orderedItems()[0];
-    store->setTitle(edited, QStringLiteral("Rewrite copy"));
+    // ASCII before and after other text, as text is written in runs.
+    store->setTitle(edited, QStringLiteral("Rewrite copy – für 😀 Zoë, then plain"));
     store->setPriority(NodePriority::low, edited);
     store->moveNode(edited, -40, 75.5);
     store->setStatus(NodeStatus::done, edited);

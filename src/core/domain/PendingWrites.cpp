@@ -8,6 +8,42 @@
 
 namespace fenrow {
 
+namespace {
+
+// An id as two numbers that order as its stored bytes (big-endian fields)
+// do, so that rows sort in the order of the file's id index.
+struct StoredKey {
+    quint64 high;
+    quint64 low;
+
+    explicit StoredKey(const QUuid &id) : high(quint64(id.data1) << 32 | quint64(id.data2) << 16 | id.data3), low(0)
+    {
+        for (uchar byte : id.data4)
+            low = low << 8 | byte;
+    }
+
+    bool operator<(const StoredKey &other) const { return high != other.high ? high < other.high : low < other.low; }
+};
+
+// Sorts on keys laid out side by side: comparing through the records'
+// pointers, with QUuid's comparison out of line, was about a tenth of a
+// large import.
+template <typename Record>
+void sortByStoredID(std::vector<const Record *> &rows)
+{
+    if (rows.size() < 2)
+        return;
+    std::vector<std::pair<StoredKey, const Record *>> keyed;
+    keyed.reserve(rows.size());
+    for (const Record *row : rows)
+        keyed.emplace_back(StoredKey(row->id), row);
+    std::sort(keyed.begin(), keyed.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i] = keyed[i].second;
+}
+
+} // namespace
+
 template <typename Record>
 void PendingWrites::drop(QSet<Record *> &set, std::vector<QUuid> &deleted, Record *record, bool rowExists)
 {
@@ -93,9 +129,7 @@ StoreChangeSet PendingWrites::changeSet() const
     changes.templates.assign(m_templates.begin(), m_templates.end());
     // In key order, a large write fills SQLite's B-trees front to back
     // instead of splitting pages all over them.
-    const auto byID = [](auto &rows) {
-        std::sort(rows.begin(), rows.end(), [](const auto *a, const auto *b) { return a->id < b->id; });
-    };
+    const auto byID = [](auto &rows) { sortByStoredID(rows); };
     byID(changes.flows);
     byID(changes.nodes);
     byID(changes.edges);

@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <cstring>
+
 namespace fenrow {
 
 SqliteStatement::SqliteStatement(sqlite3 *db, const char *sql)
@@ -63,9 +65,48 @@ void SqliteStatement::bind(int position, const QString &value)
         sqlite3_bind_text(m_statement, position, "", 0, SQLITE_STATIC);
         return;
     }
-    char *utf8 = m_arena.take(std::size_t(m_utf8.requiredSpace(value.size())));
-    const char *end = m_utf8.appendToBuffer(utf8, value);
+    // Most texts bound are short and ASCII (titles, raw enumeration
+    // values): narrowed in place, they skip the encoder's call and set-up.
+    // The rest of a text is encoded from its first code unit that is not
+    // ASCII on.
+    const qsizetype size = value.size();
+    char *utf8 = m_arena.take(std::size_t(m_utf8.requiredSpace(size)));
+    const auto *units = reinterpret_cast<const char16_t *>(value.constData());
+    qsizetype ascii = 0;
+    for (; ascii + 8 <= size; ascii += 8) {
+        quint64 first;
+        quint64 second;
+        std::memcpy(&first, units + ascii, sizeof first);
+        std::memcpy(&second, units + ascii + 4, sizeof second);
+        if ((first | second) & 0xFF80FF80FF80FF80ULL)
+            break;
+        for (int i = 0; i < 8; ++i)
+            utf8[ascii + i] = char(units[ascii + i]);
+    }
+    while (ascii < size && units[ascii] < 0x80) {
+        utf8[ascii] = char(units[ascii]);
+        ++ascii;
+    }
+    const char *end = utf8 + ascii;
+    if (ascii < size)
+        end = m_utf8.appendToBuffer(utf8 + ascii, QStringView(units + ascii, size - ascii));
     sqlite3_bind_text(m_statement, position, utf8, int(end - utf8), SQLITE_STATIC);
+}
+
+void SqliteStatement::bind(int position, QLatin1StringView value)
+{
+    auto *utf8 = reinterpret_cast<unsigned char *>(m_arena.take(std::size_t(value.size()) * 2 + 1));
+    std::size_t size = 0;
+    for (const char c : value) {
+        const auto unit = static_cast<unsigned char>(c);
+        if (unit < 0x80) {
+            utf8[size++] = unit;
+        } else {
+            utf8[size++] = static_cast<unsigned char>(0xC0 | unit >> 6);
+            utf8[size++] = static_cast<unsigned char>(0x80 | (unit & 0x3F));
+        }
+    }
+    sqlite3_bind_text(m_statement, position, reinterpret_cast<const char *>(utf8), int(size), SQLITE_STATIC);
 }
 
 void SqliteStatement::bind(int position, const QByteArray &value)

@@ -30,6 +30,9 @@ public:
 
     void bind(int position, const QUuid &value);
     void bind(int position, const QString &value);
+    // A Latin-1 text, such as an enumeration's raw name, without making a
+    // QString of it first.
+    void bind(int position, QLatin1StringView value);
     void bind(int position, const QByteArray &value);
     void bind(int position, qint64 value);
     void bind(int position, double value);

@@ -30,9 +30,17 @@ std::optional<QUuid> idOf(const Record *record)
     return record ? std::optional(record->id) : std::nullopt;
 }
 
-std::optional<QString> kindText(const DependencyEdge &edge)
+// Raw names bound as they are declared: a QString made for each of them
+// was two allocations per edge of a large import.
+template <typename E>
+QLatin1StringView rawName(E value)
 {
-    return edge.kind ? std::optional(rawString(*edge.kind)) : std::nullopt;
+    return QLatin1StringView(RawNames<E>::names[static_cast<std::size_t>(value)]);
+}
+
+std::optional<QLatin1StringView> kindText(const DependencyEdge &edge)
+{
+    return edge.kind ? std::optional(rawName(*edge.kind)) : std::nullopt;
 }
 
 const TableColumns flowColumns{"task_flow",
@@ -156,7 +164,7 @@ void bindRow(RowBinder &row, const FlowFile *record)
 void bindRow(RowBinder &row, const DependencyEdge *record)
 {
     row << record->id << idOf(record->flow()) << idOf(record->fromItem()) << idOf(record->toItem())
-        << rawString(record->source) << kindText(*record) << record->createdAt;
+        << rawName(record->source) << kindText(*record) << record->createdAt;
 }
 
 void bindRow(RowBinder &row, const FileLink *record)
@@ -173,6 +181,39 @@ void bindRow(RowBinder &row, const CompletionRecord *record)
 void bindRow(RowBinder &row, const FlowTemplate *record)
 {
     row << record->id << record->name << record->createdAt << record->payload;
+}
+
+// The records of a large save lie all over the heap and are bound in id
+// order: asking for the rows ahead keeps the binding from waiting on memory
+// at every row, which was a quarter of the binding of a large import.
+constexpr std::size_t recordsAhead = 16;
+constexpr std::size_t valuesAhead = 8;
+
+template <typename Record>
+void prefetchRecord(const Record *record)
+{
+    const char *bytes = reinterpret_cast<const char *>(record);
+    for (std::size_t offset = 0; offset < sizeof(Record); offset += 64)
+        __builtin_prefetch(bytes + offset);
+}
+
+// What a row's values point to, once its record has come in.
+template <typename Record>
+void prefetchValues(const Record *)
+{
+}
+
+void prefetchValues(const FlowNode *record)
+{
+    __builtin_prefetch(record->title.constData());
+    __builtin_prefetch(record->notes.constData());
+    __builtin_prefetch(record->checklistData.constData());
+}
+
+void prefetchValues(const DependencyEdge *record)
+{
+    __builtin_prefetch(record->fromItem());
+    __builtin_prefetch(record->toItem());
 }
 
 } // namespace
@@ -246,6 +287,11 @@ bool StoreDatabase::upsertRows(const TableColumns &table, const std::vector<Reco
         SqliteStatement &batch = rowStatement(table, RowStatement::upsertBatch);
         for (; next + rowsPerBatch <= records.size(); next += rowsPerBatch) {
             for (std::size_t row = 0; row < rowsPerBatch; ++row) {
+                const std::size_t index = next + row;
+                if (index + recordsAhead < records.size())
+                    prefetchRecord(records[index + recordsAhead]);
+                if (index + valuesAhead < records.size())
+                    prefetchValues(records[index + valuesAhead]);
                 RowBinder binder(batch, int(row) * columns + 1);
                 bindRow(binder, records[next + row]);
             }
