@@ -607,26 +607,19 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         batches.draw(painter);
         return;
     }
-    if (dimming == LineDimming::undimmedOnly) {
-        // The few lines a filter leaves whole, over the ground's strips
-        // (begun before they were gathered): they touch few pixels.
-        drawGround(painter, *layer, layerClip.top(), middle, 0, false);
-        if (helper.joinable())
-            helper.join();
-        painter.resetTransform();
-        painter.setClipRect(layerClip);
-        painter.setTransform(scene);
-        batches.drawLines(painter, layer, layerClip);
-    } else {
-        if (split)
-            helper = std::thread([&] { drawLower(true); });
-        drawGround(painter, *layer, layerClip.top(), middle, 0, true);
-        if (helper.joinable())
-            helper.join();
-    }
+    // Over every line dimmed, the lines go on after the ground of both
+    // halves (begun before they were gathered): they touch few pixels.
+    const bool inStrips = dimming != LineDimming::undimmedOnly;
+    if (split && inStrips)
+        helper = std::thread([&] { drawLower(true); });
+    drawGround(painter, *layer, layerClip.top(), middle, 0, inStrips);
+    if (helper.joinable())
+        helper.join();
     painter.resetTransform();
     painter.setClipRect(layerClip);
     painter.setTransform(scene);
+    if (!inStrips)
+        batches.drawLines(painter, layer, layerClip);
     batches.drawHeads(painter);
 }
 
