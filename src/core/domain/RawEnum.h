@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLatin1StringView>
 #include <QString>
 #include <QStringView>
 
@@ -15,9 +16,15 @@ template <typename E>
 struct RawNames;
 
 template <typename E>
+QLatin1StringView rawName(E value)
+{
+    return QLatin1StringView(RawNames<E>::names[static_cast<std::size_t>(value)]);
+}
+
+template <typename E>
 QString rawString(E value)
 {
-    return QString::fromLatin1(RawNames<E>::names[static_cast<std::size_t>(value)]);
+    return rawName(value).toString();
 }
 
 template <typename E>

@@ -30,14 +30,8 @@ std::optional<QUuid> idOf(const Record *record)
     return record ? std::optional(record->id) : std::nullopt;
 }
 
-// Raw names bound as they are declared: a QString made for each of them
-// was two allocations per edge of a large import.
-template <typename E>
-QLatin1StringView rawName(E value)
-{
-    return QLatin1StringView(RawNames<E>::names[static_cast<std::size_t>(value)]);
-}
-
+// Raw names are bound as they are declared (`rawName`): a QString made for
+// each of them was two allocations per edge of a large import.
 std::optional<QLatin1StringView> kindText(const DependencyEdge &edge)
 {
     return edge.kind ? std::optional(rawName(*edge.kind)) : std::nullopt;
