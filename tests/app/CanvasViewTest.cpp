@@ -612,8 +612,12 @@ TEST_F(CanvasLookTest, GesturesInProgressFilesAndFolds)
     preferences->setGridEnabled(true);
     const TaskFlow &flow = sample();
     const QList<const FlowNode *> tasks = flow.orderedItems();
-    // A parent with two subtasks, folded away.
-    const FlowNode &parent = *store->addNode(QStringLiteral("Collect quotes"), flow);
+    // A parent with two subtasks, folded away; its title wraps and is
+    // shortened on its last line.
+    const FlowNode &parent = *store->addNode(
+        QStringLiteral(
+            "Collect quotes from three printers and two hosts, then weigh their prices, terms and delivery dates"),
+        flow);
     store->moveNode(parent, tasks[0]->posX, tasks[0]->posY + 260);
     for (const char *title : {"Printer", "Hosting"})
         store->addEdge(parent, *store->addNode(QString::fromUtf8(title), flow), EdgeSource::manual, EdgeKind::subtask);

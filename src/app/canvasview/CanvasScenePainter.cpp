@@ -59,6 +59,7 @@ void CanvasScenePainter::invalidateAll()
     m_cardChromeBytes = 0;
     m_ports.clear();
     m_pillTexts.clear();
+    m_stamps.clear();
 }
 
 void CanvasScenePainter::flowChanged()

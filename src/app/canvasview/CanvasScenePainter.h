@@ -7,8 +7,10 @@
 
 #include <QCache>
 #include <QFont>
+#include <QGlyphRun>
 #include <QHash>
 #include <QImage>
+#include <QLineF>
 #include <QList>
 #include <QPointF>
 #include <QRectF>
@@ -101,7 +103,11 @@ private:
         quint64 serial = 0;
         NodeSize size;
         QString title;
-        QStringList titleLines;
+        // The title's lines as shaped for the layout, each with the start of
+        // its baseline on the card: drawing them shapes nothing again.
+        QList<std::pair<QPointF, QGlyphRun>> titleRuns;
+        // Where a done task's title is struck through, line by line.
+        QList<QLineF> titleStrikes;
         QRectF titleRect;
         QList<PlacedPill> pills;
     };
@@ -211,6 +217,26 @@ private:
                              const CardLook &look, const QSize &pixels, const CanvasColors &colors);
     void paintCardBody(QPainter &painter, const CardLayout &text, const CardContent &content, const FlowNode &node,
                        NodeSize size, const CardLook &look, const CanvasColors &colors) const;
+    // A pill or a mark, by how it looks at one scale.
+    struct StampKey {
+        enum class Kind : quint8 { pill, mark } kind = Kind::pill;
+        QString text;
+        CanvasGlyphs::Glyph glyph = CanvasGlyphs::Glyph::notes;
+        QRgb ink = 0;
+        QRgb fill = 0;
+        double width = 0;
+        double height = 0;
+        double devicePixelsPerUnit = 1;
+        friend bool operator==(const StampKey &, const StampKey &) = default;
+        friend size_t qHash(const StampKey &key, size_t seed = 0)
+        {
+            return qHashMulti(seed, int(key.kind), key.text, int(key.glyph), key.ink, key.fill, key.width, key.height,
+                              key.devicePixelsPerUnit);
+        }
+    };
+    // Draws `key`'s look at `corner` of the painter's units, which only
+    // scale and move: drawn once with `draw` and copied onto whole pixels.
+    void stamp(QPainter &painter, QPointF corner, StampKey key, const std::function<void(QPainter &)> &draw) const;
     QImage cardImage(const FlowNode &node, const CardContent &content, const CardLayout &text, NodeSize size,
                      const CardLook &look, double scale, double pixelRatio, const CanvasColors &colors,
                      bool anyScale);
@@ -238,6 +264,8 @@ private:
     // A pill's text shortened to the room it has, and its width: the same
     // few priorities, estimates and days recur across a flow's cards.
     mutable QHash<std::pair<QString, double>, std::pair<QString, double>> m_pillTexts;
+    // Pills and notes marks: the same few recur on every card of every flow.
+    mutable QHash<StampKey, QImage> m_stamps;
     QHash<QUuid, QImage> m_thumbnails;
     QCache<QUuid, CardImage> m_cardImages{cardImageBudget};
     QList<std::pair<CardChromeKey, QImage>> m_cardChromes;

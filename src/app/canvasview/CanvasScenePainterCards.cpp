@@ -108,26 +108,68 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
 
     const double titleWidth = innerWidth - (content.hasNotes ? notesMarkSide + 6 : 0);
     const QString title = node.title.simplified();
+    // The glyphs of a laid out line of `text`, without the spaces it ends
+    // with, moved so that the line starts at the title's left on its row.
+    int titleRows = 0;
+    const auto place = [&](const QTextLine &line, const QString &text) {
+        qsizetype end = line.textStart() + line.textLength();
+        while (end > line.textStart() && text.at(end - 1).isSpace())
+            --end;
+        // Each run is kept from its leftmost glyph on the baseline, where a
+        // strike through is drawn from (right-to-left text lists its glyphs
+        // rightmost first).
+        const double baseline = paddingY + titleMetrics.ascent() + titleRows * lineHeight;
+        const QPointF shift = QPointF(paddingX, baseline) - QPointF(line.x(), line.y() + line.ascent());
+        for (QGlyphRun run : line.glyphRuns(line.textStart(), int(end - line.textStart()))) {
+            QList<QPointF> positions = run.positions();
+            if (positions.isEmpty())
+                continue;
+            const QPointF first = *std::min_element(positions.cbegin(), positions.cend(),
+                                                    [](QPointF a, QPointF b) { return a.x() < b.x(); });
+            for (QPointF &position : positions)
+                position -= first;
+            run.setPositions(positions);
+            result.titleRuns.append({first + shift, run});
+        }
+        const double strike = baseline - titleMetrics.strikeOutPos();
+        result.titleStrikes.append(QLineF(paddingX, strike, paddingX + line.naturalTextWidth(), strike));
+        ++titleRows;
+    };
     QTextLayout text(title, m_titleFont);
+    // Shaped glyphs are otherwise dropped at the end of the layout, and
+    // taking the runs would shape the title again.
+    text.setCacheEnabled(true);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     text.setTextOption(option);
     text.beginLayout();
+    QList<QTextLine> whole;
+    std::optional<QString> rest;
     for (;;) {
         QTextLine line = text.createLine();
         if (!line.isValid())
             break;
         line.setLineWidth(titleWidth);
-        if (result.titleLines.size() == lines - 1) {
+        if (whole.size() == lines - 1) {
             // The last line takes the rest of the title, shortened.
-            result.titleLines.append(
-                titleMetrics.elidedText(title.mid(line.textStart()), Qt::ElideRight, titleWidth));
+            rest = titleMetrics.elidedText(title.mid(line.textStart()), Qt::ElideRight, titleWidth);
             break;
         }
-        result.titleLines.append(title.mid(line.textStart(), line.textLength()).trimmed());
+        whole.append(line);
     }
     text.endLayout();
-    result.titleRect = QRectF(paddingX, paddingY, titleWidth, std::max<qsizetype>(1, result.titleLines.size()) * lineHeight);
+    for (const QTextLine &line : std::as_const(whole))
+        place(line, title);
+    if (rest) {
+        QTextLayout shortened(*rest, m_titleFont);
+        shortened.setCacheEnabled(true);
+        shortened.beginLayout();
+        QTextLine line = shortened.createLine();
+        line.setNumColumns(int(rest->size()));
+        shortened.endLayout();
+        place(line, *rest);
+    }
+    result.titleRect = QRectF(paddingX, paddingY, titleWidth, std::max(1, titleRows) * lineHeight);
     return result;
 }
 
@@ -225,32 +267,77 @@ void CanvasScenePainter::paintCardBody(QPainter &painter, const CardLayout &text
                                        const CanvasColors &colors) const
 {
     if (!look.editing) {
-        QFont font = m_titleFont;
-        font.setStrikeOut(node.isDone);
-        painter.setFont(font);
         painter.setPen(node.isDone ? colors.secondaryText : colors.text);
-        const QFontMetricsF metrics(m_titleFont);
-        double baseline = text.titleRect.top() + metrics.ascent();
-        for (const QString &line : text.titleLines) {
-            painter.drawText(QPointF(text.titleRect.left(), baseline), line);
-            baseline += metrics.lineSpacing();
+        for (const auto &[start, run] : text.titleRuns)
+            painter.drawGlyphRun(start, run);
+        if (node.isDone) {
+            painter.setPen(
+                QPen(painter.pen().color(), QFontMetricsF(m_titleFont).lineWidth(), Qt::SolidLine, Qt::FlatCap));
+            painter.drawLines(text.titleStrikes);
         }
     }
     if (content.hasNotes) {
         const QRectF mark(size.width - paddingX - notesMarkSide, paddingY + 2, notesMarkSide, notesMarkSide);
-        CanvasGlyphs::paint(painter, mark, CanvasGlyphs::Glyph::notes, colors.secondaryText);
+        StampKey key;
+        key.kind = StampKey::Kind::mark;
+        key.glyph = CanvasGlyphs::Glyph::notes;
+        key.ink = colors.secondaryText.rgba();
+        key.width = key.height = notesMarkSide;
+        stamp(painter, mark.topLeft(), key, [&](QPainter &into) {
+            CanvasGlyphs::paint(into, QRectF(0, 0, notesMarkSide, notesMarkSide), key.glyph, colors.secondaryText);
+        });
     }
-    painter.setFont(m_pillFont);
-    const QFontMetricsF pillMetrics(m_pillFont);
     for (const PlacedPill &pill : text.pills) {
-        const auto [ink, fill] = pillColors(pill.pill.tint, colors);
-        painter.fillPath(roundedRect(pill.rect, pillHeight / 2), fill);
-        const QRectF glyph(pill.rect.left() + pillPaddingX, pill.rect.center().y() - pillGlyph / 2, pillGlyph, pillGlyph);
-        CanvasGlyphs::paint(painter, glyph, pill.pill.glyph, ink);
-        painter.setPen(ink);
-        const double baseline = pill.rect.center().y() + (pillMetrics.ascent() - pillMetrics.descent()) / 2;
-        painter.drawText(QPointF(glyph.right() + pillGlyphGap, baseline), pill.shownText);
+        const std::pair<QColor, QColor> tones = pillColors(pill.pill.tint, colors);
+        const QColor ink = tones.first;
+        const QColor fill = tones.second;
+        StampKey key;
+        key.text = pill.shownText;
+        key.glyph = pill.pill.glyph;
+        key.ink = ink.rgba();
+        key.fill = fill.rgba();
+        key.width = pill.rect.width();
+        key.height = pill.rect.height();
+        stamp(painter, pill.rect.topLeft(), key, [&](QPainter &into) {
+            const QRectF rect(0, 0, key.width, key.height);
+            into.fillPath(roundedRect(rect, pillHeight / 2), fill);
+            const QRectF glyph(pillPaddingX, rect.center().y() - pillGlyph / 2, pillGlyph, pillGlyph);
+            CanvasGlyphs::paint(into, glyph, key.glyph, ink);
+            into.setFont(m_pillFont);
+            into.setPen(ink);
+            const QFontMetricsF metrics(m_pillFont);
+            const double baseline = rect.center().y() + (metrics.ascent() - metrics.descent()) / 2;
+            into.drawText(QPointF(glyph.right() + pillGlyphGap, baseline), key.text);
+        });
     }
+}
+
+void CanvasScenePainter::stamp(QPainter &painter, QPointF corner, StampKey key,
+                               const std::function<void(QPainter &)> &draw) const
+{
+    const QTransform kept = painter.transform();
+    key.devicePixelsPerUnit = kept.m11();
+    auto found = m_stamps.constFind(key);
+    if (found == m_stamps.cend()) {
+        // A theme changed its colours many times over.
+        if (m_stamps.size() >= 1024)
+            m_stamps.clear();
+        const double device = key.devicePixelsPerUnit;
+        QImage image(std::max(1, int(std::ceil(key.width * device))), std::max(1, int(std::ceil(key.height * device))),
+                     QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        {
+            QPainter into(&image);
+            into.setRenderHints(painter.renderHints());
+            into.scale(device, device);
+            draw(into);
+        }
+        found = m_stamps.insert(key, image);
+    }
+    const QPointF onDevice = kept.map(corner);
+    painter.resetTransform();
+    painter.drawImage(QPoint(int(std::round(onDevice.x())), int(std::round(onDevice.y()))), *found);
+    painter.setTransform(kept);
 }
 
 const QImage &CanvasScenePainter::cardChrome(const CardChromeKey &key, const CardContent &content, const FlowNode &node,
