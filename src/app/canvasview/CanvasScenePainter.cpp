@@ -123,7 +123,16 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     // The ground and lines first: those of cards that move are drawn live,
     // the rest come from the layer.
     const QSet<QUuid> moving = movingCards(interaction);
+    // Should the lines be drawn anew, the cards' pictures are made while
+    // the second thread draws them.
+    const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
+    m_whileLinesDraw = [&] {
+        for (const FlowNode *node : editor.visibleNodes())
+            if (interaction.frame(*node).intersects(visible))
+                cardPicture(editor, *flow, *node, colors, view, pixelRatio);
+    };
     paintLineLayer(painter, editor, colors, view, moving, exposed);
+    m_whileLinesDraw = nullptr;
     painter.setTransform(toScreen);
     if (!moving.isEmpty())
         paintLines(painter, editor, colors, visible, moving, true, LineDimming::asFiltered);

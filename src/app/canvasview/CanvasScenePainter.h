@@ -240,6 +240,10 @@ private:
     QImage cardImage(const FlowNode &node, const CardContent &content, const CardLayout &text, NodeSize size,
                      const CardLook &look, double scale, double pixelRatio, const CanvasColors &colors,
                      bool anyScale);
+    static CardLook lookOf(const CanvasEditor &editor, const FlowNode &node, const ViewState &view);
+    // The card's picture as the view shows it now, made if not kept.
+    QImage cardPicture(const CanvasEditor &editor, const TaskFlow &flow, const FlowNode &node,
+                       const CanvasColors &colors, const ViewState &view, double pixelRatio);
     // A card's picture faded to `opacity`, kept while the picture stays:
     // copying it is the raster engine's fast path, drawing the picture with
     // the painter's opacity is not.
@@ -288,6 +292,9 @@ private:
         QImage image;
     };
     QCache<QUuid, FadedCard> m_fadedCards{cardImageBudget};
+    // Work for this thread while the second draws a line layer's strips;
+    // taken by the first layer drawn in two threads, if any.
+    mutable std::function<void()> m_whileLinesDraw;
     LineLayer m_lines;
     // The layer before the last change of its key: a filter taken off, a
     // selection undone or a drag let go without a move finds it again.

@@ -429,6 +429,24 @@ QImage CanvasScenePainter::fadedCardImage(const QUuid &cardID, const QImage &ima
     return faded;
 }
 
+CanvasScenePainter::CardLook CanvasScenePainter::lookOf(const CanvasEditor &editor, const FlowNode &node,
+                                                        const ViewState &view)
+{
+    CardLook look;
+    look.selected = editor.interaction().selectedItemIDs().contains(node.id);
+    look.hovered = view.hoveredCard == node.id;
+    look.editing = view.editing == node.id;
+    return look;
+}
+
+QImage CanvasScenePainter::cardPicture(const CanvasEditor &editor, const TaskFlow &flow, const FlowNode &node,
+                                       const CanvasColors &colors, const ViewState &view, double pixelRatio)
+{
+    const NodeSize size = editor.interaction().effectiveSize(node);
+    return cardImage(node, m_contents.of(flow, node), layout(flow, node, size), size, lookOf(editor, node, view),
+                     view.scale > 0 ? view.scale : 1, pixelRatio, colors, view.zooming);
+}
+
 void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor, const TaskFlow &flow,
                                    const FlowNode &node, const CanvasColors &colors, const ViewState &view)
 {
@@ -437,17 +455,13 @@ void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor
     const NodeSize size = interaction.effectiveSize(node);
     const QRectF rect = interaction.frame(node);
     const double scale = view.scale > 0 ? view.scale : 1;
-    CardLook look;
-    look.selected = interaction.selectedItemIDs().contains(node.id);
-    look.hovered = view.hoveredCard == node.id;
-    look.editing = view.editing == node.id;
+    const CardLook look = lookOf(editor, node, view);
     const double opacity = editor.isDimmed(node) ? 0.25 : 1;
 
     // The card is drawn once into an image at this scale and then only
     // copied while it stays the same; a pan or a drag elsewhere costs a copy.
     const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
-    const QImage image =
-        cardImage(node, content, layout(flow, node, size), size, look, scale, pixelRatio, colors, view.zooming);
+    const QImage image = cardPicture(editor, flow, node, colors, view, pixelRatio);
     const QPointF corner = screenPoint(rect.topLeft() - QPointF(cardImageMargin, cardImageMargin), view);
     // Whole device pixels keep the text as crisp as it was drawn.
     const QPointF snapped(std::round(corner.x() * pixelRatio) / pixelRatio, std::round(corner.y() * pixelRatio) / pixelRatio);

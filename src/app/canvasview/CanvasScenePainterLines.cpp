@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <functional>
 #include <optional>
@@ -610,9 +611,28 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
     // Over every line dimmed, the lines go on after the ground of both
     // halves (begun before they were gathered): they touch few pixels.
     const bool inStrips = dimming != LineDimming::undimmedOnly;
-    if (split && inStrips)
-        helper = std::thread([&] { drawLower(true); });
-    drawGround(painter, *layer, layerClip.top(), middle, 0, inStrips);
+    if (split && inStrips) {
+        // Both threads take strips in turn; this one first does the work
+        // handed to it for meanwhile, the cards' pictures of a new view.
+        std::atomic<int> next{0};
+        const auto takeStrips = [&] {
+            for (int strip = next++; strip < strips; strip = next++) {
+                const int from = layerClip.top() + strip * stripRows;
+                const int to = std::min(from + stripRows, end);
+                QImage rows(bits + qsizetype(from) * layer->bytesPerLine(), layer->width(), to - from,
+                            layer->bytesPerLine(), layer->format());
+                QPainter on(&rows);
+                on.setRenderHints(hints);
+                drawGround(on, rows, from, to, from, true);
+            }
+        };
+        helper = std::thread(takeStrips);
+        if (m_whileLinesDraw)
+            std::exchange(m_whileLinesDraw, {})();
+        takeStrips();
+    } else {
+        drawGround(painter, *layer, layerClip.top(), middle, 0, inStrips);
+    }
     if (helper.joinable())
         helper.join();
     painter.resetTransform();
