@@ -18,6 +18,7 @@
 #include <atomic>
 #include <cmath>
 #include <functional>
+#include <latch>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -499,7 +500,7 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
     // Into a layer, a strip of rows at a time, its ground drawn just before
     // its lines, so that the pixels are still in the cache when the lines
     // are blended into them: from memory, reading them cost more than the
-    // blending. The lower half goes on a second thread, into an image over
+    // blending. Strips are drawn on two threads, each into an image over
     // the same pixels: a new flow or a filter draws the whole view's lines.
     constexpr int stripRows = 64;
     const QTransform scene = painter.transform();
@@ -535,86 +536,88 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         on.setRenderHints(hints);
         drawGround(on, lower, middle, end, middle, lines);
     };
-    // Over every line dimmed at once, the few a filter leaves whole are
-    // drawn last: the lower half's ground begins now, while they are gathered.
-    std::thread helper;
-    if (split && dimming == LineDimming::undimmedOnly)
-        helper = std::thread([&] { drawLower(false); });
+    const auto gather = [&] {
+        for (const FileLink *link : flow.fileLinks()) {
+            if (!editor.isDrawn(*link) || !wanted(link->file()->id, link->node()->id))
+                continue;
+            const FlowFile &file = *link->file();
+            const FlowNode &node = *link->node();
+            if (skipped(isDimmed(node)))
+                continue;
+            const EdgeLine line = EdgeLine::between(fileCenter(file), interaction.effectiveFileSize(file), center(node),
+                                                    interaction.effectiveSize(node));
+            if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-1, -1, 1, 1)))
+                continue;
+            const bool selected = interaction.selectedFileLinkID() == link->id;
+            const QColor color = selected ? colors.ramp.brand : withAlpha(colors.secondaryText, 0.6);
+            batches.add(QPen(dimmed(color, isDimmed(node) ? dimmedLineStrength : 1), fileLinkStroke, Qt::SolidLine,
+                             Qt::FlatCap),
+                        line.start, line.end, visible, linkDashes);
+        }
 
-    for (const FileLink *link : flow.fileLinks()) {
-        if (!editor.isDrawn(*link) || !wanted(link->file()->id, link->node()->id))
-            continue;
-        const FlowFile &file = *link->file();
-        const FlowNode &node = *link->node();
-        if (skipped(isDimmed(node)))
-            continue;
-        const EdgeLine line =
-            EdgeLine::between(fileCenter(file), interaction.effectiveFileSize(file), center(node), interaction.effectiveSize(node));
-        if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-1, -1, 1, 1)))
-            continue;
-        const bool selected = interaction.selectedFileLinkID() == link->id;
-        const QColor color = selected ? colors.ramp.brand : withAlpha(colors.secondaryText, 0.6);
-        batches.add(
-            QPen(dimmed(color, isDimmed(node) ? dimmedLineStrength : 1), fileLinkStroke, Qt::SolidLine, Qt::FlatCap),
-            line.start, line.end, visible, linkDashes);
-    }
-
-    const std::optional<EdgeReconnect> &reconnect = interaction.edgeReconnect();
-    for (const DependencyEdge *edge : flow.edges()) {
-        if (!edge->fromItem() || !edge->toItem())
-            continue;
-        const FlowNode &from = *edge->fromItem();
-        const FlowNode &to = *edge->toItem();
-        if (!wanted(from.id, to.id))
-            continue;
-        // A line runs between its cards' centres, past them by at most half
-        // a card where cards overlap: most of a large flow's lines are passed
-        // over here, before the look-ups and the cut at the cards.
-        const QPointF fromCenter = center(from);
-        const QPointF toCenter = center(to);
-        const NodeSize fromSize = interaction.effectiveSize(from);
-        const NodeSize toSize = interaction.effectiveSize(to);
-        const double reach = std::max({fromSize.width, fromSize.height, toSize.width, toSize.height}) / 2 + 10;
-        if (!visible.intersects(QRectF(fromCenter, toCenter).normalized().adjusted(-reach, -reach, reach, reach)))
-            continue;
-        if (!editor.isDrawn(*edge))
-            continue;
-        const bool dimmedEdge = isDimmed(from) || isDimmed(to);
-        if (skipped(dimmedEdge))
-            continue;
-        const EdgeLine line = EdgeLine::between(fromCenter, fromSize, toCenter, toSize);
-        if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-10, -10, 10, 10)))
-            continue;
-        const bool selected = interaction.selectedEdgeID() == edge->id;
-        double opacity = dimmedEdge ? dimmedLineStrength : 1;
-        if (reconnect && reconnect->edgeID == edge->id)
-            opacity = 0.3;
-        // Faded through the colour: a painter's opacity takes every line
-        // off the raster engine's fast path.
-        const QColor color = dimmed(selected ? colors.ramp.brand : colors.edge, opacity);
-        // Flat caps keep plain lines on the raster engine's fast path.
-        const double width = selected ? selectedEdgeStroke : edgeStroke;
-        // The line stops at the arrowhead's base, so it does not poke out.
-        const QPointF d = line.end - line.start;
-        const double length = std::max(std::hypot(d.x(), d.y()), degenerateLength);
-        const QPointF base = line.end - d / length * std::min(arrowheadLength * 0.8, length);
-        // A subtask line reads as belonging rather than following.
-        batches.add(QPen(color, width, Qt::SolidLine, Qt::FlatCap), line.start, base, visible,
-                    edge->isSubtask() ? std::span<const double>(subtaskDashes) : std::span<const double>());
-        if (visible.contains(line.end))
-            addArrowhead(batches.heads(color), line.end, line.start);
-    }
+        const std::optional<EdgeReconnect> &reconnect = interaction.edgeReconnect();
+        for (const DependencyEdge *edge : flow.edges()) {
+            if (!edge->fromItem() || !edge->toItem())
+                continue;
+            const FlowNode &from = *edge->fromItem();
+            const FlowNode &to = *edge->toItem();
+            if (!wanted(from.id, to.id))
+                continue;
+            // A line runs between its cards' centres, past them by at most half
+            // a card where cards overlap: most of a large flow's lines are passed
+            // over here, before the look-ups and the cut at the cards.
+            const QPointF fromCenter = center(from);
+            const QPointF toCenter = center(to);
+            const NodeSize fromSize = interaction.effectiveSize(from);
+            const NodeSize toSize = interaction.effectiveSize(to);
+            const double reach = std::max({fromSize.width, fromSize.height, toSize.width, toSize.height}) / 2 + 10;
+            if (!visible.intersects(QRectF(fromCenter, toCenter).normalized().adjusted(-reach, -reach, reach, reach)))
+                continue;
+            if (!editor.isDrawn(*edge))
+                continue;
+            const bool dimmedEdge = isDimmed(from) || isDimmed(to);
+            if (skipped(dimmedEdge))
+                continue;
+            const EdgeLine line = EdgeLine::between(fromCenter, fromSize, toCenter, toSize);
+            if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-10, -10, 10, 10)))
+                continue;
+            const bool selected = interaction.selectedEdgeID() == edge->id;
+            double opacity = dimmedEdge ? dimmedLineStrength : 1;
+            if (reconnect && reconnect->edgeID == edge->id)
+                opacity = 0.3;
+            // Faded through the colour: a painter's opacity takes every line
+            // off the raster engine's fast path.
+            const QColor color = dimmed(selected ? colors.ramp.brand : colors.edge, opacity);
+            // Flat caps keep plain lines on the raster engine's fast path.
+            const double width = selected ? selectedEdgeStroke : edgeStroke;
+            // The line stops at the arrowhead's base, so it does not poke out.
+            const QPointF d = line.end - line.start;
+            const double length = std::max(std::hypot(d.x(), d.y()), degenerateLength);
+            const QPointF base = line.end - d / length * std::min(arrowheadLength * 0.8, length);
+            // A subtask line reads as belonging rather than following.
+            batches.add(QPen(color, width, Qt::SolidLine, Qt::FlatCap), line.start, base, visible,
+                        edge->isSubtask() ? std::span<const double>(subtaskDashes) : std::span<const double>());
+            if (visible.contains(line.end))
+                addArrowhead(batches.heads(color), line.end, line.start);
+        }
+    };
     if (!layer) {
+        gather();
         batches.draw(painter);
         return;
     }
     // Over every line dimmed, the lines go on after the ground of both
-    // halves (begun before they were gathered): they touch few pixels.
+    // halves: they touch few pixels.
     const bool inStrips = dimming != LineDimming::undimmedOnly;
+    std::thread helper;
     if (split && inStrips) {
-        // Both threads take strips in turn; this one first does the work
-        // handed to it for meanwhile, the cards' pictures of a new view.
+        // The second thread gathers the lines while this one does the work
+        // handed to it for meanwhile, a new view's card pictures; then both
+        // take strips in turn.
+        std::latch gathered(1);
         std::atomic<int> next{0};
+        // Worked out here first, so that both threads only read it.
+        editor.visibleNodes();
         const auto takeStrips = [&] {
             for (int strip = next++; strip < strips; strip = next++) {
                 const int from = layerClip.top() + strip * stripRows;
@@ -626,11 +629,21 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
                 drawGround(on, rows, from, to, from, true);
             }
         };
-        helper = std::thread(takeStrips);
+        helper = std::thread([&] {
+            gather();
+            gathered.count_down();
+            takeStrips();
+        });
         if (m_whileLinesDraw)
             std::exchange(m_whileLinesDraw, {})();
+        gathered.wait();
         takeStrips();
     } else {
+        // The few lines a filter leaves whole are drawn over the rest dimmed
+        // at once: the lower half's ground begins while they are gathered.
+        if (split)
+            helper = std::thread([&] { drawLower(false); });
+        gather();
         drawGround(painter, *layer, layerClip.top(), middle, 0, inStrips);
     }
     if (helper.joinable())
