@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numeric>
 
 namespace fenrow::CardSpacing {
@@ -37,14 +38,47 @@ bool overlaps(QPointF a, NodeSize sa, QPointF b, NodeSize sb)
 
 class Spacer {
 public:
-    Spacer(const std::vector<Card> &cards, const std::vector<std::pair<int, int>> &subtaskEdges)
-        : m_cards(cards), m_positions(cards.size()), m_siblings(cards.size())
+    explicit Spacer(const std::vector<Card> &cards) : m_cards(cards), m_positions(cards.size())
     {
         for (std::size_t i = 0; i < cards.size(); ++i)
             m_positions[i] = cards[i].center;
-        std::vector<std::vector<int>> children(cards.size());
+    }
+
+    // `subtaskEdges()` is asked for only when some card has to move.
+    template <typename Edges>
+    std::vector<QPointF> run(Edges subtaskEdges)
+    {
+        if (!anyCardGrew())
+            return m_positions;
+        bool overlapping = anyNewOverlap();
+        if (overlapping)
+            linkSiblings(subtaskEdges());
+        for (int round = 0; round < 3 && overlapping; ++round) {
+            sweep(Axis::x, false);
+            sweep(Axis::y, false);
+            overlapping = anyNewOverlap();
+        }
+        if (overlapping)
+            sweep(Axis::y, true);
+        for (QPointF &point : m_positions)
+            point = {CanvasBounds::clampCoordinate(point.x()), CanvasBounds::clampCoordinate(point.y())};
+        return m_positions;
+    }
+
+private:
+    const Card &card(int i) const { return m_cards[std::size_t(i)]; }
+
+    static bool grew(const Card &c) { return c.after.width > c.before.width || c.after.height > c.before.height; }
+
+    bool anyCardGrew() const { return std::any_of(m_cards.begin(), m_cards.end(), grew); }
+
+    void linkSiblings(const std::vector<std::pair<int, int>> &subtaskEdges)
+    {
+        const std::size_t count = m_cards.size();
+        m_siblings.assign(count, {});
+        std::vector<std::vector<int>> children(count);
         for (const auto &[parent, child] : subtaskEdges) {
-            if (parent >= 0 && child >= 0 && std::size_t(parent) < cards.size() && std::size_t(child) < cards.size())
+            if (parent >= 0 && child >= 0 && std::size_t(parent) < count && std::size_t(child) < count)
                 children[std::size_t(parent)].push_back(child);
         }
         for (const std::vector<int> &group : children) {
@@ -55,31 +89,6 @@ public:
                 }
             }
         }
-    }
-
-    std::vector<QPointF> run()
-    {
-        if (!anyCardGrew())
-            return m_positions;
-        for (int round = 0; round < 3 && anyNewOverlap(); ++round) {
-            sweep(Axis::x, false);
-            sweep(Axis::y, false);
-        }
-        if (anyNewOverlap())
-            sweep(Axis::y, true);
-        for (QPointF &point : m_positions)
-            point = {CanvasBounds::clampCoordinate(point.x()), CanvasBounds::clampCoordinate(point.y())};
-        return m_positions;
-    }
-
-private:
-    const Card &card(int i) const { return m_cards[std::size_t(i)]; }
-
-    bool anyCardGrew() const
-    {
-        return std::any_of(m_cards.begin(), m_cards.end(), [](const Card &c) {
-            return c.after.width > c.before.width || c.after.height > c.before.height;
-        });
     }
 
     // They stood apart before; whatever they do now is the sizes' doing.
@@ -103,22 +112,69 @@ private:
         return overlaps(m_positions[std::size_t(i)], card(i).after, m_positions[std::size_t(j)], card(j).after);
     }
 
-    // Sort and sweep along x over the current frames.
+    // A pair that neither grew nor moved overlaps now only if it did
+    // before, so only cards that did either are looked at, each against
+    // the cards in its own and the neighbouring cells of a grid whose
+    // cells are wider and taller than any two half cards together.
     bool anyNewOverlap() const
     {
-        std::vector<int> byLeft(m_cards.size());
-        std::iota(byLeft.begin(), byLeft.end(), 0);
-        auto left = [&](int i) { return m_positions[std::size_t(i)].x() - card(i).after.width / 2; };
-        auto right = [&](int i) { return m_positions[std::size_t(i)].x() + card(i).after.width / 2; };
-        std::sort(byLeft.begin(), byLeft.end(), [&](int a, int b) { return left(a) < left(b); });
-        std::vector<int> open;
-        for (int i : byLeft) {
-            std::erase_if(open, [&](int j) { return right(j) <= left(i); });
-            for (int j : open) {
-                if (overlapNow(i, j) && !exempt(i, j))
-                    return true;
+        const std::size_t count = m_cards.size();
+        std::vector<int> changed;
+        double widest = 0;
+        double tallest = 0;
+        double minX = std::numeric_limits<double>::max();
+        double minY = minX;
+        double maxX = std::numeric_limits<double>::lowest();
+        double maxY = maxX;
+        for (std::size_t i = 0; i < count; ++i) {
+            const QPointF at = m_positions[i];
+            if (grew(m_cards[i]) || at != m_cards[i].center)
+                changed.push_back(int(i));
+            widest = std::max(widest, m_cards[i].after.width);
+            tallest = std::max(tallest, m_cards[i].after.height);
+            minX = std::min(minX, at.x());
+            maxX = std::max(maxX, at.x());
+            minY = std::min(minY, at.y());
+            maxY = std::max(maxY, at.y());
+        }
+        if (changed.empty())
+            return false;
+
+        // About as many cells as cards; the margin of 1 absorbs rounding.
+        const double side = std::ceil(std::sqrt(double(count)));
+        const double cellWidth = std::max(widest + 1, (maxX - minX) / side);
+        const double cellHeight = std::max(tallest + 1, (maxY - minY) / side);
+        const int columns = int((maxX - minX) / cellWidth) + 1;
+        const int rows = int((maxY - minY) / cellHeight) + 1;
+        const auto column = [&](int i) { return int((m_positions[std::size_t(i)].x() - minX) / cellWidth); };
+        const auto row = [&](int i) { return int((m_positions[std::size_t(i)].y() - minY) / cellHeight); };
+        // The cards by cell, each cell's run starting at `starts[cell]`.
+        std::vector<int> starts(std::size_t(columns) * std::size_t(rows) + 1, 0);
+        std::vector<int> cellOf(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            cellOf[i] = row(int(i)) * columns + column(int(i));
+            ++starts[std::size_t(cellOf[i]) + 1];
+        }
+        for (std::size_t c = 1; c < starts.size(); ++c)
+            starts[c] += starts[c - 1];
+        std::vector<int> byCell(count);
+        std::vector<int> filled(starts.begin(), starts.end() - 1);
+        for (std::size_t i = 0; i < count; ++i)
+            byCell[std::size_t(filled[std::size_t(cellOf[i])]++)] = int(i);
+
+        for (int i : changed) {
+            const int x = column(i);
+            const int y = row(i);
+            for (int r = std::max(y - 1, 0); r <= std::min(y + 1, rows - 1); ++r) {
+                for (int c = std::max(x - 1, 0); c <= std::min(x + 1, columns - 1); ++c) {
+                    const std::size_t cell = std::size_t(r * columns + c);
+                    for (int k = starts[cell]; k < starts[cell + 1]; ++k) {
+                        const int j = byCell[std::size_t(k)];
+                        if (j != i && overlapNow(i, j) && !exempt(i, j))
+                            return true;
+                    }
+                }
             }
-            open.push_back(i);
         }
         return false;
     }
@@ -186,24 +242,29 @@ private:
 
 std::vector<QPointF> separate(const std::vector<Card> &cards, const std::vector<std::pair<int, int>> &subtaskEdges)
 {
-    return Spacer(cards, subtaskEdges).run();
+    return Spacer(cards).run([&] { return subtaskEdges; });
 }
 
 QHash<QUuid, QPointF> separate(const TaskFlow &flow, const NodeSizeResolver &before, const NodeSizeResolver &after)
 {
     std::vector<Card> cards;
-    QHash<const FlowNode *, int> index;
     cards.reserve(flow.items().size());
-    for (const FlowNode *node : flow.items()) {
-        index.insert(node, int(cards.size()));
+    for (const FlowNode *node : flow.items())
         cards.push_back({node->id, node->order, {node->posX, node->posY}, before.resolve(*node), after.resolve(*node)});
-    }
-    std::vector<std::pair<int, int>> edges;
-    for (const DependencyEdge *edge : flow.edges()) {
-        if (edge->isSubtask() && edge->fromItem() && edge->toItem())
-            edges.emplace_back(index.value(edge->fromItem()), index.value(edge->toItem()));
-    }
-    const std::vector<QPointF> placed = separate(cards, edges);
+    // The subtask edges matter only when cards move, which they seldom do.
+    const auto edges = [&] {
+        QHash<const FlowNode *, int> index;
+        index.reserve(flow.items().size());
+        for (const FlowNode *node : flow.items())
+            index.insert(node, int(index.size()));
+        std::vector<std::pair<int, int>> subtasks;
+        for (const DependencyEdge *edge : flow.edges()) {
+            if (edge->isSubtask() && edge->fromItem() && edge->toItem())
+                subtasks.emplace_back(index.value(edge->fromItem()), index.value(edge->toItem()));
+        }
+        return subtasks;
+    };
+    const std::vector<QPointF> placed = Spacer(cards).run(edges);
     QHash<QUuid, QPointF> moved;
     for (std::size_t i = 0; i < cards.size(); ++i) {
         if (placed[i] != cards[i].center)
