@@ -371,10 +371,11 @@ TEST_F(Gestures, RequestsAreTakenOnlyByTheirOwnFlow)
 {
     place("a", 100, 100);
     const FlowNode &child = place("child", 3000, 2000);
-    link("a", "child", EdgeKind::subtask);
+    const DependencyEdge &down = link("a", "child", EdgeKind::subtask);
     store->setCollapsed((*this)["a"], true);
     open();
     ASSERT_FALSE(editor.isVisible(child.id));
+    EXPECT_FALSE(editor.isDrawn(down)) << "no line into a fold";
 
     const QUuid elsewhere = QUuid::createUuid();
     zooms.post(CanvasZoom::Kind::zoomIn, elsewhere);
@@ -400,6 +401,7 @@ TEST_F(Gestures, AMoveReachesThePointerAndAColourTheFilterAtOnce)
 {
     const FlowNode &a = place("a", 100, 100);
     place("b", 600, 100);
+    const DependencyEdge &ab = link("a", "b");
     store->setColor(NodeColor::blue, a);
     preferences.setFilterMode(FilterMode::hide);
     open();
@@ -408,6 +410,7 @@ TEST_F(Gestures, AMoveReachesThePointerAndAColourTheFilterAtOnce)
     interaction.setColorFilter(blue);
     ASSERT_TRUE(editor.isVisible(a.id));
     ASSERT_FALSE(editor.isVisible((*this)["b"].id));
+    EXPECT_FALSE(editor.isDrawn(ab)) << "a line to a hidden card";
 
     store->setTitle(a, QStringLiteral("renamed"));
     EXPECT_TRUE(editor.isVisible(a.id));
@@ -419,6 +422,9 @@ TEST_F(Gestures, AMoveReachesThePointerAndAColourTheFilterAtOnce)
     EXPECT_FALSE(editor.isVisible(a.id)) << "a colour the filter hides";
     store->setColor(NodeColor::blue, (*this)["b"]);
     EXPECT_TRUE(editor.isVisible((*this)["b"].id));
+    EXPECT_FALSE(editor.isDrawn(ab)) << "its other end now hidden";
+    store->setColor(NodeColor::blue, a);
+    EXPECT_TRUE(editor.isDrawn(ab));
 }
 
 } // namespace

@@ -179,15 +179,21 @@ const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
             m_shapes.reserve(current->items().size());
             for (const FlowNode *candidate : current->items())
                 m_shapes.insert(candidate->id, shapeOf(*candidate));
-            m_unfolded = FlowGraph::visibleItems(*current);
+            m_folded = FlowGraph::hiddenNodeIDs(*current);
+            m_unfolded = current->orderedItems();
+            if (!m_folded.isEmpty())
+                m_unfolded.removeIf([&](const FlowNode *node) { return m_folded.contains(node->id); });
             m_unfoldedValid = true;
         }
+        m_hiddenIDs = m_folded;
         const CanvasColorFilter filter = m_interaction.colorFilter();
         const bool hides = hidesByFilter();
         m_visibleHidden = hides;
         for (const FlowNode *candidate : std::as_const(m_unfolded)) {
-            if (hides && !filter.contains(candidate->color()))
+            if (hides && !filter.contains(candidate->color())) {
+                m_hiddenIDs.insert(candidate->id);
                 continue;
+            }
             m_visible.append(candidate);
             m_visibleIDs.insert(candidate->id);
         }
@@ -274,15 +280,19 @@ QList<const FlowFile *> CanvasEditor::liveFiles() const
     return current ? FenrowStore::liveFiles(*current) : QList<const FlowFile *>();
 }
 
+// A line's ends are tasks of this flow: asking the few hidden ones is
+// quicker than the whole flow's visible set, for each of thousands of lines.
 bool CanvasEditor::isDrawn(const DependencyEdge &candidate) const
 {
-    return candidate.fromItem() && candidate.toItem() && isVisible(candidate.fromItem()->id)
-        && isVisible(candidate.toItem()->id);
+    visibleNodes();
+    return candidate.fromItem() && candidate.toItem() && !m_hiddenIDs.contains(candidate.fromItem()->id) &&
+           !m_hiddenIDs.contains(candidate.toItem()->id);
 }
 
 bool CanvasEditor::isDrawn(const FileLink &link) const
 {
-    return link.file() && !link.file()->isTrashed && link.node() && isVisible(link.node()->id);
+    visibleNodes();
+    return link.file() && !link.file()->isTrashed && link.node() && !m_hiddenIDs.contains(link.node()->id);
 }
 
 std::vector<QRectF> CanvasEditor::cardFrames() const

@@ -230,6 +230,9 @@ private:
     // The tasks no fold hides, in order, before the filter.
     mutable bool m_unfoldedValid = false;
     mutable QList<const FlowNode *> m_unfolded;
+    // The flow's tasks a fold hides, and those with the ones the filter hides.
+    mutable QSet<QUuid> m_folded;
+    mutable QSet<QUuid> m_hiddenIDs;
     mutable QList<const FlowNode *> m_visible;
     mutable QSet<QUuid> m_visibleIDs;
     mutable bool m_sceneValid = false;
