@@ -2,6 +2,7 @@
 
 #include "TaskFlow.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace fenrow::FlowGraph {
@@ -44,7 +45,8 @@ struct EveryNode {
 template <typename Visit, typename GoesOn = EveryNode>
 void walk(const QList<const FlowNode *> &starts, const Adjacency &next, Visit visit, GoesOn goesOn = {})
 {
-    std::vector<const FlowNode *> stack(starts.begin(), starts.end());
+    std::vector<const FlowNode *> stack;
+    stack.insert(stack.end(), starts.begin(), starts.end());
     QSet<const FlowNode *> visited;
     while (!stack.empty()) {
         const FlowNode *node = stack.back();
@@ -67,6 +69,12 @@ void walk(const QList<const FlowNode *> &starts, const Adjacency &next, Visit vi
 BlockerMaps blockerMaps(const TaskFlow &flow)
 {
     BlockerMaps maps;
+    // Sized once: grown edge by edge, the tables of a large flow would be
+    // rehashed several times over.
+    const auto subtaskEdges = std::count_if(flow.edges().begin(), flow.edges().end(),
+                                            [](const DependencyEdge *edge) { return edge->isSubtask(); });
+    maps.subtasks.reserve(qsizetype(subtaskEdges));
+    maps.prerequisites.reserve(qsizetype(flow.edges().size()) - qsizetype(subtaskEdges));
     for (const DependencyEdge *edge : flow.edges()) {
         if (!edge->fromItem() || !edge->toItem())
             continue;
@@ -180,6 +188,14 @@ bool hasSubtasks(const FlowNode &node)
 
 QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow)
 {
+    const auto &items = flow.items();
+    if (std::none_of(items.begin(), items.end(), [](const FlowNode *node) { return node->isCollapsed; }))
+        return {};
+    return hiddenNodeIDs(flow, childrenOf(flow));
+}
+
+QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow, const Adjacency &children)
+{
     QList<const FlowNode *> collapsed;
     for (const FlowNode *node : flow.items()) {
         if (node->isCollapsed)
@@ -188,7 +204,6 @@ QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow)
     if (collapsed.isEmpty())
         return {};
 
-    const Adjacency children = childrenOf(flow);
     // One walk from every fold's children, so that folds within folds do
     // not walk the same tasks again. The folds themselves stay in view.
     QList<const FlowNode *> below;

@@ -44,6 +44,9 @@ bool hasSubtasks(const FlowNode &node);
 // Nodes folded away: reachable from a collapsed node and not reachable
 // from a root without passing a collapsed one.
 QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow);
+// The same, for a caller that has the flow's tail -> heads lists at hand
+// already (edges of both kinds with both ends, in the edges' order).
+QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow, const QHash<const FlowNode *, QList<const FlowNode *>> &children);
 QList<const FlowNode *> visibleItems(const TaskFlow &flow);
 
 } // namespace FlowGraph
