@@ -13,6 +13,8 @@
 
 #include <QLocale>
 
+#include <algorithm>
+
 namespace fenrow {
 
 using Glyph = CanvasGlyphs::Glyph;
@@ -205,9 +207,22 @@ quint64 CanvasCardContents::geometrySerial(const TaskFlow &flow)
     return m_geometrySerial;
 }
 
+void CanvasCardContents::setNow()
+{
+    m_now = m_store.clock().now();
+    const LocalCalendar &calendar = m_store.calendar();
+    m_tomorrow = calendar.startOfDay(calendar.dayOf(m_now).addDays(1));
+}
+
+// One instant compared instead of two days worked out in the calendar's zone.
+bool CanvasCardContents::isDeferred(const FlowNode &node) const
+{
+    return !node.isDone && node.startDate && *node.startDate >= m_tomorrow;
+}
+
 bool CanvasCardContents::isActionable(const FlowNode &node) const
 {
-    return !node.isDone && !Readiness::hasOpenBlocker(node, m_maps) && !node.isDeferred(m_now, m_store.calendar());
+    return !node.isDone && !Readiness::hasOpenBlocker(node, m_maps) && !isDeferred(node);
 }
 
 size_t CanvasCardContents::geometryOf(const FlowNode &node)
@@ -226,16 +241,15 @@ void CanvasCardContents::setGeometry(size_t hash)
 
 void CanvasCardContents::prepare(const TaskFlow &flow)
 {
-    if (m_flowID != flow.id) {
-        m_contents.clear();
+    const bool sameFlow = m_flowID == flow.id;
+    if (!sameFlow)
         m_checklists.clear();
-    }
     m_flowID = flow.id;
     m_valid = true;
     // Every card is worked out again when next asked for; those that show
     // the same keep their serials.
     ++m_generation;
-    m_now = m_store.clock().now();
+    setNow();
     m_maps = FlowGraph::blockerMaps(flow);
     m_hidden.clear();
     m_collapsed.clear();
@@ -244,33 +258,47 @@ void CanvasCardContents::prepare(const TaskFlow &flow)
         if (node->isCollapsed)
             m_collapsed.insert(node->id);
     if (!m_collapsed.isEmpty()) {
-        m_hidden = FlowGraph::hiddenNodeIDs(flow);
         for (const DependencyEdge *edge : flow.edges())
             if (edge->fromItem() && edge->toItem())
                 m_below[edge->fromItem()].append(edge->toItem());
+        m_hidden = FlowGraph::hiddenNodeIDs(flow, m_below);
     }
 
     // Entries are made for every task now, so that later answers never
     // move them and a reference handed out stays good until the next change.
-    QHash<QUuid, Entry> earlier = std::move(m_contents);
-    m_contents.clear();
-    m_contents.reserve(flow.items().size());
-    m_actionable.clear();
-    m_actionable.reserve(flow.items().size());
-    m_nodeGeometry.clear();
-    m_nodeGeometry.reserve(flow.items().size());
+    QHash<QUuid, Entry> earlier;
+    if (sameFlow)
+        earlier = std::move(m_contents);
+    m_contents = {};
+    m_contents.reserve(qsizetype(flow.items().size()));
     m_readyCount = 0;
     size_t geometry = 0;
     for (const FlowNode *node : flow.items()) {
-        const bool actionable = isActionable(*node);
-        m_actionable.insert(node->id, actionable);
-        m_readyCount += actionable ? 1 : 0;
-        const size_t own = geometryOf(*node);
-        m_nodeGeometry.insert(node->id, own);
-        geometry ^= own;
-        const auto found = earlier.find(node->id);
-        m_contents.insert(node->id, found != earlier.end() ? std::move(*found) : Entry());
+        Entry &entry = m_contents[node->id];
+        if (!earlier.isEmpty()) {
+            const auto found = earlier.find(node->id);
+            if (found != earlier.end())
+                entry = std::move(*found);
+        }
+        // Blockers are taken off below, from the maps.
+        entry.actionable = !node->isDone && !isDeferred(*node);
+        m_readyCount += entry.actionable ? 1 : 0;
+        entry.geometry = geometryOf(*node);
+        geometry ^= entry.geometry;
     }
+    const auto holdUp = [&](const QHash<QUuid, QList<const FlowNode *>> &blockers) {
+        for (auto held = blockers.cbegin(); held != blockers.cend(); ++held) {
+            if (std::none_of(held->cbegin(), held->cend(), [](const FlowNode *blocker) { return !blocker->isDone; }))
+                continue;
+            const auto entry = m_contents.find(held.key());
+            if (entry != m_contents.end() && entry->actionable) {
+                entry->actionable = false;
+                --m_readyCount;
+            }
+        }
+    };
+    holdUp(m_maps.prerequisites);
+    holdUp(m_maps.subtasks);
     // Places, sizes, folds and lines: what the drawing of lines depends on.
     size_t lines = qHashMulti(0, flow.edges().size(), flow.fileLinks().size());
     for (const DependencyEdge *edge : flow.edges())
@@ -308,17 +336,16 @@ void CanvasCardContents::invalidate(const StoreChange &change)
         }
         changedNodes[count++] = node;
     }
-    m_now = m_store.clock().now();
+    setNow();
     size_t geometry = m_geometryHash;
     const auto redo = [&](const FlowNode &node) {
         const auto entry = m_contents.find(node.id);
         if (entry == m_contents.end())
             return;
         entry->generation = 0;
-        bool &actionable = m_actionable[node.id];
-        m_readyCount -= actionable ? 1 : 0;
-        actionable = isActionable(node);
-        m_readyCount += actionable ? 1 : 0;
+        m_readyCount -= entry->actionable ? 1 : 0;
+        entry->actionable = isActionable(node);
+        m_readyCount += entry->actionable ? 1 : 0;
     };
     for (int i = 0; i < count; ++i) {
         const FlowNode &node = *changedNodes[i];
@@ -326,7 +353,7 @@ void CanvasCardContents::invalidate(const StoreChange &change)
         // A task done or open again changes what it holds up.
         for (const FlowNode *dependent : FlowGraph::dependentsOf(node))
             redo(*dependent);
-        size_t &own = m_nodeGeometry[node.id];
+        size_t &own = m_contents.find(node.id)->geometry;
         geometry ^= own;
         own = geometryOf(node);
         geometry ^= own;
@@ -339,7 +366,7 @@ CardContent CanvasCardContents::make(const FlowNode &node) const
     CardContent content;
     const LocalCalendar &calendar = m_store.calendar();
     const qsizetype blockers = Readiness::openBlockers(node, m_maps).size();
-    const bool deferred = node.isDeferred(m_now, calendar);
+    const bool deferred = isDeferred(node);
     content.state = Readiness::cardState(node, blockers, m_now, calendar);
     content.actionable = !node.isDone && blockers == 0 && !deferred;
     content.dashed = deferred && !node.isDone;

@@ -87,6 +87,10 @@ private:
         CardContent content;
         // Current while it equals m_generation.
         quint64 generation = 0;
+        // Known for every task at once: the ready count needs them all.
+        bool actionable = false;
+        // The card's share of the lines' hash.
+        size_t geometry = 0;
     };
 
     // Reads what the flow as a whole decides: blockers, folds, the count
@@ -94,6 +98,8 @@ private:
     void prepare(const TaskFlow &flow);
     void ensure(const TaskFlow &flow);
     CardContent make(const FlowNode &node) const;
+    void setNow();
+    bool isDeferred(const FlowNode &node) const;
     bool isActionable(const FlowNode &node) const;
     static size_t geometryOf(const FlowNode &node);
     void setGeometry(size_t hash);
@@ -102,6 +108,8 @@ private:
     bool m_valid = false;
     QUuid m_flowID;
     QDateTime m_now;
+    // A start at or after it lies on a later day than m_now.
+    QDateTime m_tomorrow;
     BlockerMaps m_maps;
     QSet<QUuid> m_hidden;
     QSet<QUuid> m_collapsed;
@@ -109,7 +117,6 @@ private:
     QHash<const FlowNode *, QList<const FlowNode *>> m_below;
     quint64 m_generation = 1;
     QHash<QUuid, Entry> m_contents;
-    QHash<QUuid, bool> m_actionable;
     int m_readyCount = 0;
     quint64 m_lastSerial = 0;
     struct StepCount {
@@ -120,7 +127,6 @@ private:
     mutable QHash<QUuid, StepCount> m_checklists;
     // The lines' hash is the lines' own part and each card's, combined so
     // that one card's share can be taken out and put back.
-    QHash<QUuid, size_t> m_nodeGeometry;
     size_t m_linesGeometry = 0;
     size_t m_geometryHash = 0;
     quint64 m_geometrySerial = 0;
