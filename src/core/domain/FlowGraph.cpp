@@ -42,18 +42,21 @@ struct EveryNode {
 // Depth-first walk with an explicit stack: pops the last pushed node and
 // pushes its heads in edge order. `visit` returns false to stop early;
 // `goesOn` says whether the walk passes a visited node's heads.
+// The nodes visited are added to `visited`, for a caller that wants them.
 template <typename Visit, typename GoesOn = EveryNode>
-void walk(const QList<const FlowNode *> &starts, const Adjacency &next, Visit visit, GoesOn goesOn = {})
+void walk(const QList<const FlowNode *> &starts, const Adjacency &next, QSet<const FlowNode *> &visited, Visit visit,
+          GoesOn goesOn = {})
 {
     std::vector<const FlowNode *> stack;
     stack.insert(stack.end(), starts.begin(), starts.end());
-    QSet<const FlowNode *> visited;
     while (!stack.empty()) {
         const FlowNode *node = stack.back();
         stack.pop_back();
-        if (visited.contains(node))
-            continue;
+        // One lookup: the set grows only for a node not visited yet.
+        const qsizetype seen = visited.size();
         visited.insert(node);
+        if (visited.size() == seen)
+            continue;
         if (!visit(node))
             return;
         if (!goesOn(node))
@@ -62,6 +65,13 @@ void walk(const QList<const FlowNode *> &starts, const Adjacency &next, Visit vi
         if (found != next.constEnd())
             stack.insert(stack.end(), found->begin(), found->end());
     }
+}
+
+template <typename Visit, typename GoesOn = EveryNode>
+void walk(const QList<const FlowNode *> &starts, const Adjacency &next, Visit visit, GoesOn goesOn = {})
+{
+    QSet<const FlowNode *> visited;
+    walk(starts, next, visited, visit, goesOn);
 }
 
 } // namespace
@@ -212,10 +222,7 @@ QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow, const Adjacency &children)
             for (const FlowNode *head : *heads)
                 below.append(head);
     QSet<const FlowNode *> candidates;
-    walk(below, children, [&](const FlowNode *node) {
-        candidates.insert(node);
-        return true;
-    });
+    walk(below, children, candidates, [](const FlowNode *) { return true; });
     if (candidates.isEmpty())
         return {};
 
@@ -233,11 +240,7 @@ QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow, const Adjacency &children)
     }
     QSet<const FlowNode *> shown;
     walk(
-        inView, children,
-        [&](const FlowNode *node) {
-            shown.insert(node);
-            return true;
-        },
+        inView, children, shown, [](const FlowNode *) { return true; },
         [](const FlowNode *node) { return !node->isCollapsed; });
     QSet<QUuid> hidden;
     hidden.reserve(candidates.size() - shown.size());
