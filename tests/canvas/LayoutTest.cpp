@@ -81,6 +81,14 @@ TEST(CardSpacing, GrowingCardsPushTheirNeighboursOnAndKeepTheirGaps)
     const std::vector<Card> shrinking{{{}, 0, {0, 0}, large, small}, {{}, 1, {400, 0}, large, small}};
     EXPECT_EQ(CardSpacing::separate(shrinking, {}), (std::vector<QPointF>{{0, 0}, {400, 0}}));
 
+    // A card pushed into one that neither grew nor moved moves that one on
+    // in turn.
+    const std::vector<Card> chain{{{}, 0, {40, 120}, small, large},
+                                  {{}, 1, {320, 120}, small, card},
+                                  {{}, 2, {240, 210}, small, small},
+                                  {{}, 3, {440, 300}, card, small}};
+    EXPECT_EQ(CardSpacing::separate(chain, {}), (std::vector<QPointF>{{40, 120}, {320, 120}, {315, 225}, {500, 300}}));
+
     // s1 is pushed below its sibling s2 by a card above it; s2 follows, so
     // the siblings do not swap.
     const std::vector<Card> siblings{{{}, 0, {0, 0}, card, large},
