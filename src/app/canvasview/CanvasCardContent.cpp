@@ -258,6 +258,7 @@ void CanvasCardContents::prepare(const TaskFlow &flow)
         if (node->isCollapsed)
             m_collapsed.insert(node->id);
     if (!m_collapsed.isEmpty()) {
+        m_below.reserve(qsizetype(flow.edges().size()));
         for (const DependencyEdge *edge : flow.edges())
             if (edge->fromItem() && edge->toItem())
                 m_below[edge->fromItem()].append(edge->toItem());
