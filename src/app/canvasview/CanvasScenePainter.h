@@ -292,8 +292,8 @@ private:
         QImage image;
     };
     QCache<QUuid, FadedCard> m_fadedCards{cardImageBudget};
-    // Work for this thread while the second draws a line layer's strips;
-    // taken by the first layer drawn in two threads, if any.
+    // Work for the window's thread while the second gathers and draws a
+    // new line layer; taken by the first layer drawn in two threads, if any.
     mutable std::function<void()> m_whileLinesDraw;
     LineLayer m_lines;
     // The layer before the last change of its key: a filter taken off, a

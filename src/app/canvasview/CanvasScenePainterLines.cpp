@@ -529,12 +529,12 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             batches.drawLines(on, &target, strip.translated(0, -first));
         }
     };
-    const auto drawLower = [&](bool lines) {
+    const auto drawLowerGround = [&] {
         QImage lower(bits + qsizetype(middle) * layer->bytesPerLine(), layer->width(), end - middle,
                      layer->bytesPerLine(), layer->format());
         QPainter on(&lower);
         on.setRenderHints(hints);
-        drawGround(on, lower, middle, end, middle, lines);
+        drawGround(on, lower, middle, end, middle, false);
     };
     const auto gather = [&] {
         for (const FileLink *link : flow.fileLinks()) {
@@ -642,7 +642,7 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         // The few lines a filter leaves whole are drawn over the rest dimmed
         // at once: the lower half's ground begins while they are gathered.
         if (split)
-            helper = std::thread([&] { drawLower(false); });
+            helper = std::thread(drawLowerGround);
         gather();
         drawGround(painter, *layer, layerClip.top(), middle, 0, inStrips);
     }
