@@ -180,9 +180,7 @@ const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
             for (const FlowNode *candidate : current->items())
                 m_shapes.insert(candidate->id, shapeOf(*candidate));
             m_folded = FlowGraph::hiddenNodeIDs(*current);
-            m_unfolded = current->orderedItems();
-            if (!m_folded.isEmpty())
-                m_unfolded.removeIf([&](const FlowNode *node) { return m_folded.contains(node->id); });
+            m_unfolded = FlowGraph::visibleItems(*current, m_folded);
             m_unfoldedValid = true;
         }
         m_hiddenIDs = m_folded;

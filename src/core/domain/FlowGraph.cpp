@@ -252,8 +252,12 @@ QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow, const Adjacency &children)
 
 QList<const FlowNode *> visibleItems(const TaskFlow &flow)
 {
+    return visibleItems(flow, hiddenNodeIDs(flow));
+}
+
+QList<const FlowNode *> visibleItems(const TaskFlow &flow, const QSet<QUuid> &hidden)
+{
     QList<const FlowNode *> items = flow.orderedItems();
-    const QSet<QUuid> hidden = hiddenNodeIDs(flow);
     if (!hidden.isEmpty())
         items.removeIf([&](const FlowNode *node) { return hidden.contains(node->id); });
     return items;

@@ -48,6 +48,8 @@ QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow);
 // already (edges of both kinds with both ends, in the edges' order).
 QSet<QUuid> hiddenNodeIDs(const TaskFlow &flow, const QHash<const FlowNode *, QList<const FlowNode *>> &children);
 QList<const FlowNode *> visibleItems(const TaskFlow &flow);
+// The same, for a caller that keeps the hidden set too.
+QList<const FlowNode *> visibleItems(const TaskFlow &flow, const QSet<QUuid> &hidden);
 
 } // namespace FlowGraph
 
