@@ -5,8 +5,6 @@
 
 #include <QByteArrayList>
 
-#include <sqlite3.h>
-
 namespace fenrow::testing {
 namespace {
 
@@ -65,23 +63,6 @@ TEST_F(DispatcherTest, HelpAndVersionWorkWithoutTheStore)
 
     EXPECT_EQ(run({"--version"}).out, "fenrow 9.8.7\n");
     EXPECT_EQ(storeOpenings, 0);
-}
-
-TEST_F(DispatcherTest, ChangesThatCannotBeSavedFailTheCommand)
-{
-    addFlows({"Tax"});
-    // Another writer holds the file: the store's save fails and keeps the
-    // change pending, and the command must not claim success.
-    sqlite3 *other = nullptr;
-    ASSERT_EQ(sqlite3_open(folder.filePath("default.store").toUtf8().constData(), &other), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    const CommandResult result = run({"flow", "add", "Garden"});
-    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
-    sqlite3_close(other);
-
-    EXPECT_EQ(result.status, exitFailure);
-    EXPECT_TRUE(result.err.contains("could not be saved")) << result.err.toStdString();
-    EXPECT_EQ(flowNames(), QStringList{"Tax"});
 }
 
 TEST(SubcommandDetectionTest, TellsSubcommandsFromDesktopLaunches)

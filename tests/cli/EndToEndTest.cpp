@@ -8,7 +8,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -74,8 +73,6 @@ TEST_F(EndToEndTest, FlowsPersistAcrossRunsWithoutADisplay)
     ASSERT_EQ(added.status, 0) << added.err.toStdString();
     EXPECT_EQ(added.err, QString());
     const QString id = added.json().object()["id"].toString();
-    const QRegularExpression upperCaseUuid("^[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}$");
-    EXPECT_TRUE(upperCaseUuid.match(id).hasMatch()) << id.toStdString();
     EXPECT_EQ(added.json().object()["createdAt"].toString(), "2026-06-10T09:00:00+02:00");
     EXPECT_TRUE(QFile::exists(home.filePath("data/fenrow/default.store")));
 

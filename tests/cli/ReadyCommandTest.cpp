@@ -139,7 +139,6 @@ TEST_F(ReadyCommandTest, AnEmptyListSaysWhy)
     auto reason = [&] { return run({"ready", "--sort", "flow", "--now", now}).out; };
     EXPECT_TRUE(reason().startsWith("Nothing is ready: there are no tasks yet.")) << reason().toStdString();
     addFlows({"Empty", "Chores"});
-    EXPECT_TRUE(reason().startsWith("Nothing is ready: there are no tasks yet."));
 
     addTasks("Chores", {NodeStatus::done, NodeStatus::done});
     EXPECT_TRUE(reason().startsWith("Nothing is ready: every task is done."));
