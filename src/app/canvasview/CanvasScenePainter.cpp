@@ -126,13 +126,13 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     // Should the lines be drawn anew, the cards' pictures are made while
     // the second thread draws them.
     const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
-    m_whileLinesDraw = [&] {
+    m_whileLinesDraw.then = [&] {
         for (const FlowNode *node : editor.visibleNodes())
             if (interaction.frame(*node).intersects(visible))
                 cardPicture(editor, *flow, *node, colors, view, pixelRatio);
     };
     paintLineLayer(painter, editor, colors, view, moving, exposed);
-    m_whileLinesDraw = nullptr;
+    m_whileLinesDraw = {};
     painter.setTransform(toScreen);
     if (!moving.isEmpty())
         paintLines(painter, editor, colors, visible, moving, true, LineDimming::asFiltered);

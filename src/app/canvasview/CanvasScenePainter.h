@@ -294,7 +294,13 @@ private:
     QCache<QUuid, FadedCard> m_fadedCards{cardImageBudget};
     // Work for the window's thread while the second gathers and draws a
     // new line layer; taken by the first layer drawn in two threads, if any.
-    mutable std::function<void()> m_whileLinesDraw;
+    // Meanwhile the second thread works out the editor's visible cards:
+    // `first` must not read the editor, `then` runs once they are known.
+    struct LinesMeanwhile {
+        std::function<void()> first;
+        std::function<void()> then;
+    };
+    mutable LinesMeanwhile m_whileLinesDraw;
     LineLayer m_lines;
     // The layer before the last change of its key: a filter taken off, a
     // selection undone or a drag let go without a move finds it again.

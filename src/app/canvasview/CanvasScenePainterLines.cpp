@@ -12,6 +12,7 @@
 #include <QList>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <array>
@@ -612,12 +613,11 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
     std::thread helper;
     if (split && inStrips) {
         // The second thread gathers the lines while this one does the work
-        // handed to it for meanwhile, a new view's card pictures; then both
-        // take strips in turn.
+        // handed to it for meanwhile, a new view's card contents and
+        // pictures; then both take strips in turn.
+        std::latch known(1);
         std::latch gathered(1);
         std::atomic<int> next{0};
-        // Worked out here first, so that both threads only read it.
-        editor.visibleNodes();
         const auto takeStrips = [&] {
             for (int strip = next++; strip < strips; strip = next++) {
                 const int from = layerClip.top() + strip * stripRows;
@@ -630,12 +630,19 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             }
         };
         helper = std::thread([&] {
+            // Worked out first, so that both threads only read it then.
+            editor.visibleNodes();
+            known.count_down();
             gather();
             gathered.count_down();
             takeStrips();
         });
-        if (m_whileLinesDraw)
-            std::exchange(m_whileLinesDraw, {})();
+        const LinesMeanwhile meanwhile = std::exchange(m_whileLinesDraw, {});
+        if (meanwhile.first)
+            meanwhile.first();
+        known.wait();
+        if (meanwhile.then)
+            meanwhile.then();
         gathered.wait();
         takeStrips();
     } else {
@@ -662,11 +669,29 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
     const CanvasInteraction &interaction = editor.interaction();
     const double scale = view.scale > 0 ? view.scale : 1;
     const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
+    // While a filter dims, the layer kept aside is the one without it,
+    // which the dimmed layer is made from.
+    const bool dims = editor.dimsByFilter();
+    // A version neither layer was drawn at is drawn anew whatever the
+    // cards' places: their hash comes from the cards' contents, worked out
+    // while the second thread gathers the lines, and is put in the key then.
+    bool geometryLater = !dims && m_version != m_lines.key.version && m_version != m_spareLines.key.version;
+    const TaskFlow &flow = *editor.flow();
+    const auto settleGeometry = [&] {
+        if (std::exchange(geometryLater, false))
+            m_lines.key.geometry = m_contents.geometrySerial(flow);
+    };
+    const auto settled = qScopeGuard([&] {
+        m_whileLinesDraw.first = nullptr;
+        settleGeometry();
+    });
+    if (geometryLater)
+        m_whileLinesDraw.first = settleGeometry;
     LineLayer::Key key;
     key.version = m_version;
     key.linesVersion = m_linesVersion;
     key.colorFilter = interaction.colorFilter().colors;
-    key.geometry = m_contents.geometrySerial(*editor.flow());
+    key.geometry = geometryLater ? 0 : m_contents.geometrySerial(flow);
     key.selectedEdge = interaction.selectedEdgeID();
     key.selectedLink = interaction.selectedFileLinkID();
     key.reconnecting = interaction.edgeReconnect() ? std::optional(interaction.edgeReconnect()->edgeID) : std::nullopt;
@@ -682,9 +707,6 @@ void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &e
         return layer.key == key && !layer.image.isNull() &&
                (view.zooming || (std::abs(layer.scale - scale) < 1e-9 && layer.area.contains(viewArea)));
     };
-    // While a filter dims, the layer kept aside is the one without it,
-    // which the dimmed layer is made from.
-    const bool dims = editor.dimsByFilter();
     LineLayer::Key undimmedKey = key;
     undimmedKey.colorFilter = 0;
     bool reusable = fits(m_lines);
