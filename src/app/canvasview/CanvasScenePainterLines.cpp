@@ -286,6 +286,32 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
     const qsizetype stride = image.bytesPerLine();
     const int alpha = int(std::lround(std::clamp(color.alphaF() * strength, 0.0, 1.0) * 256));
     const uint source = color.rgb();
+    // A pixel moved towards the colour by f of 256.
+    const auto towards = [source](QRgb d, int f) -> QRgb {
+        const uint rb = ((source & 0xff00ff) * uint(f) + (d & 0xff00ff) * uint(256 - f)) >> 8;
+        const uint ag = ((source >> 8) & 0xff00ff) * uint(f) + ((d >> 8) & 0xff00ff) * uint(256 - f);
+        return (rb & 0xff00ff) | (ag & 0xff00ff00);
+    };
+    // Two at once, each channel in sixteen bits: the same bytes.
+#ifdef __SSE2__
+    const __m128i ink16 = _mm_unpacklo_epi8(_mm_set1_epi32(int(source)), _mm_setzero_si128());
+#endif
+    const auto towardsPair = [&](QRgb &first, QRgb &second, int f, int g) {
+#ifdef __SSE2__
+        const __m128i both = _mm_unpacklo_epi32(_mm_cvtsi32_si128(int(first)), _mm_cvtsi32_si128(int(second)));
+        const __m128i pixels = _mm_unpacklo_epi8(both, _mm_setzero_si128());
+        const __m128i shares = _mm_unpacklo_epi64(_mm_set1_epi16(short(f)), _mm_set1_epi16(short(g)));
+        const __m128i rest = _mm_sub_epi16(_mm_set1_epi16(256), shares);
+        const __m128i mixed =
+            _mm_srli_epi16(_mm_add_epi16(_mm_mullo_epi16(ink16, shares), _mm_mullo_epi16(pixels, rest)), 8);
+        const __m128i packed = _mm_packus_epi16(mixed, mixed);
+        first = QRgb(_mm_cvtsi128_si32(packed));
+        second = QRgb(_mm_cvtsi128_si32(_mm_srli_si128(packed, 4)));
+#else
+        first = towards(first, f);
+        second = towards(second, g);
+#endif
+    };
     const double toPixelLength = std::abs(toPixels.m11());
     const double dash = dashes ? dashes->dash * toPixelLength : 0;
     const double period = dashes ? dashes->period * toPixelLength : 0;
@@ -295,10 +321,14 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
         return periods * dash + std::min(s - periods * period, dash);
     };
     // The same between two distances less than a period from [0, period).
+    // A part left of zero counts none: (v + |v|) / 2 is max(0, v) exactly,
+    // without the branch a column of dashes mispredicts half the time.
     const auto inkBetween = [&](double from, double to) {
         double ink = 0;
-        for (const double start : {-period, 0.0, period})
-            ink += std::max(0.0, std::min(to, start + dash) - std::max(from, start));
+        for (const double start : {-period, 0.0, period}) {
+            const double part = std::min(to, start + dash) - std::max(from, start);
+            ink += (part + std::abs(part)) * 0.5;
+        }
         return ink;
     };
 
@@ -366,10 +396,32 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
             if (restore)
                 f = restored[std::size_t(std::min(f, 256))];
             QRgb &pixel = reinterpret_cast<QRgb *>(bits + y * stride)[x];
-            const QRgb d = pixel;
-            const uint rb = ((source & 0xff00ff) * f + (d & 0xff00ff) * (256 - f)) >> 8;
-            const uint ag = ((source >> 8) & 0xff00ff) * f + ((d >> 8) & 0xff00ff) * (256 - f);
-            pixel = (rb & 0xff00ff) | (ag & 0xff00ff00);
+            pixel = towards(pixel, f);
+        };
+        // The two pixels a column of a line shares between, `near` and the
+        // one after it across the line, moved by f and g of 256: no bounds
+        // are checked along the line, whose columns lie within the band.
+        const auto plotPair = [&](bool steep, int along, int near, int f, int g) {
+            const int acrossEnd = steep ? right : rowTo;
+            if (near < (steep ? left : rowFrom) || near + 1 >= acrossEnd) {
+                if (steep) {
+                    plot(near, along, f);
+                    plot(near + 1, along, g);
+                } else {
+                    plot(along, near, f);
+                    plot(along, near + 1, g);
+                }
+                return;
+            }
+            if (restore) {
+                f = restored[std::size_t(std::clamp(f, 0, 256))];
+                g = restored[std::size_t(std::clamp(g, 0, 256))];
+            }
+            QRgb *const first = steep ? reinterpret_cast<QRgb *>(bits + along * stride) + near
+                                      : reinterpret_cast<QRgb *>(bits + near * stride) + along;
+            QRgb *const second =
+                steep ? first + 1 : reinterpret_cast<QRgb *>(reinterpret_cast<uchar *>(first) + stride);
+            towardsPair(*first, *second, f, g);
         };
         for (const int index : bands[band]) {
             const Run &line = runs[std::size_t(index)];
@@ -421,13 +473,7 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
                             ink = int(inked(i, 1) * alpha + 0.5);
                         }
                         const int below = (int((across >> 8) & 255) * ink) >> 8;
-                        if (line.steep) {
-                            plot(int(across >> 16), i, ink - below);
-                            plot(int(across >> 16) + 1, i, below);
-                        } else {
-                            plot(i, int(across >> 16), ink - below);
-                            plot(i, int(across >> 16) + 1, below);
-                        }
+                        plotPair(line.steep, i, int(across >> 16), ink - below, below);
                     }
                     continue;
                 }
