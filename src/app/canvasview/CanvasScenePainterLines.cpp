@@ -656,7 +656,6 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
     // Over every line dimmed, the lines go on after the ground of both
     // halves: they touch few pixels.
     const bool inStrips = dimming != LineDimming::undimmedOnly;
-    std::thread helper;
     if (split && inStrips) {
         // The second thread gathers the lines while this one does the work
         // handed to it for meanwhile, a new view's card contents and
@@ -675,7 +674,7 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
                 drawGround(on, rows, from, to, from, true);
             }
         };
-        helper = std::thread([&] {
+        std::thread helper([&] {
             // Worked out first, so that both threads only read it then.
             editor.visibleNodes();
             known.count_down();
@@ -691,16 +690,19 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             meanwhile.then();
         gathered.wait();
         takeStrips();
+        // Before what it shares with this block goes.
+        helper.join();
     } else {
         // The few lines a filter leaves whole are drawn over the rest dimmed
         // at once: the lower half's ground begins while they are gathered.
+        std::thread helper;
         if (split)
             helper = std::thread(drawLowerGround);
         gather();
         drawGround(painter, *layer, layerClip.top(), middle, 0, inStrips);
+        if (helper.joinable())
+            helper.join();
     }
-    if (helper.joinable())
-        helper.join();
     painter.resetTransform();
     painter.setClipRect(layerClip);
     painter.setTransform(scene);
