@@ -121,6 +121,22 @@ TEST_F(History, EntriesShareTheRowsTheirActionsLeftAlone)
     const FlowNode &c = (*this)["c"];
     EXPECT_EQ(QPointF(c.posX, c.posY), cAt);
     EXPECT_EQ(c.title, QStringLiteral("renamed quietly"));
+    // So is a line drawn outside any action, though no task changed since
+    // the last action's "after".
+    act("Move", [&] { store->moveNode((*this)["c"], 60, 60); });
+    store->addEdge((*this)["a"], (*this)["c"], EdgeSource::manual, EdgeKind::dependency);
+    act("Move", [&] { store->moveNode((*this)["c"], 70, 70); });
+    ASSERT_TRUE(history.undoFlow(flow->id));
+    EXPECT_EQ(QPointF((*this)["c"].posX, (*this)["c"].posY), QPointF(60, 60));
+    EXPECT_EQ(flow->edges().size(), 1);
+    // And one taken away in an action is gone from its "after".
+    act("Disconnect", [&] { store->removeEdge(*flow->edges()[0]); });
+    ASSERT_TRUE(history.undoFlow(flow->id));
+    EXPECT_EQ(flow->edges().size(), 1);
+    ASSERT_TRUE(history.redoFlow(flow->id));
+    EXPECT_EQ(flow->edges().size(), 0);
+    ASSERT_TRUE(history.undoFlow(flow->id));
+    ASSERT_TRUE(history.undoFlow(flow->id));
 
     // Undo through shared rows brings each card back in turn.
     const QPointF bMoved((*this)["b"].posX, (*this)["b"].posY);

@@ -25,8 +25,12 @@ FenrowHistory::Recording FenrowHistory::begin(const QString &name, const TaskFlo
 FlowSnapshot FenrowHistory::capture(const TaskFlow &flow)
 {
     const auto latest = m_latest.constFind(flow.id);
-    FlowSnapshot snapshot = m_store.captureSnapshot(flow, latest != m_latest.constEnd() ? &*latest : nullptr);
+    const bool known = latest != m_latest.constEnd();
+    const auto tasks = m_latestTasks.constFind(flow.id);
+    const bool sameTasks = known && tasks != m_latestTasks.constEnd() && *tasks == flow.nodesVersion();
+    FlowSnapshot snapshot = m_store.captureSnapshot(flow, known ? &*latest : nullptr, sameTasks);
     m_latest.insert(flow.id, snapshot);
+    m_latestTasks.insert(flow.id, flow.nodesVersion());
     return snapshot;
 }
 
@@ -101,6 +105,7 @@ void FenrowHistory::forgetFlow(const QUuid &flowID)
     m_redoStacks.remove(flowID);
     m_selections.remove(flowID);
     m_latest.remove(flowID);
+    m_latestTasks.remove(flowID);
     m_borrowedUndo.removeAll(flowID);
     m_borrowedRedo.removeAll(flowID);
     emit stacksChanged();
@@ -136,6 +141,7 @@ void FenrowHistory::restore(const QUuid &flowID, const std::optional<FlowSnapsho
         if (const TaskFlow *flow = m_store.flow(flowID)) {
             m_store.applySnapshot(*snapshot, *flow);
             m_latest.insert(flowID, *snapshot);
+            m_latestTasks.remove(flowID);
         }
     }
     m_selections.insert(flowID, selection);

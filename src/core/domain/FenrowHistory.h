@@ -125,6 +125,11 @@ private:
     // The latest snapshot taken or written back per flow: the next capture
     // shares its unchanged rows, so an entry costs what its action changed.
     QHash<QUuid, FlowSnapshot> m_latest;
+    // The flow's `nodesVersion` when the latest snapshot's task rows were
+    // read from it; none when they were written back (undo may leave the
+    // tasks in another order). While it holds, an action's "before" takes
+    // those rows whole instead of reading every task again.
+    QHash<QUuid, quint64> m_latestTasks;
     QHash<QUuid, SelectionBridge> m_bridges;
     bool m_isPerforming = false;
     // Every entry ever pushed, so that an action knows it made one.

@@ -189,8 +189,12 @@ public:
 
     // --- undo snapshots (StoreSnapshots.cpp)
     // Rows equal to those of `sharingWith` (an earlier snapshot of the
-    // flow) are shared with it rather than copied.
-    FlowSnapshot captureSnapshot(const TaskFlow &flow, const FlowSnapshot *sharingWith = nullptr) const;
+    // flow) are shared with it rather than copied. With `sameTasks`, the
+    // caller knows the flow's tasks were not written since `sharingWith`
+    // was taken of it (its `nodesVersion` is the same): their rows are
+    // taken whole, without reading 5,000 tasks again.
+    FlowSnapshot captureSnapshot(const TaskFlow &flow, const FlowSnapshot *sharingWith = nullptr,
+                                 bool sameTasks = false) const;
     // Writes the snapshot back over the flow's rows, keeping every row that
     // exists on both sides as the same object.
     void applySnapshot(const FlowSnapshot &snapshot, const TaskFlow &flow);

@@ -6,6 +6,8 @@
 
 #include <QHash>
 
+#include <optional>
+
 namespace fenrow {
 
 namespace {
@@ -19,16 +21,13 @@ FlowSnapshot::Item itemOf(const FlowNode &node)
             node.createdAt};
 }
 
-} // namespace
-
-FlowSnapshot FenrowStore::captureSnapshot(const TaskFlow &flow, const FlowSnapshot *sharingWith) const
+// The task rows of `flow`, each shared with `earlier`'s where equal.
+SharedRows<FlowSnapshot::Item> itemsOf(const TaskFlow &flow, const SharedRows<FlowSnapshot::Item> *earlier)
 {
-    FlowSnapshot snapshot;
-    snapshot.flowID = flow.id;
-    snapshot.items.reserve(qsizetype(flow.items().size()));
+    SharedRows<FlowSnapshot::Item> items;
+    items.reserve(qsizetype(flow.items().size()));
     // Rows are looked for at the same position first, which is where they
     // are unless nodes were added or removed; by id otherwise.
-    const SharedRows<FlowSnapshot::Item> *earlier = sharingWith ? &sharingWith->items : nullptr;
     QHash<QUuid, qsizetype> earlierByID;
     qsizetype position = 0;
     for (const FlowNode *node : flow.items()) {
@@ -47,35 +46,75 @@ FlowSnapshot FenrowStore::captureSnapshot(const TaskFlow &flow, const FlowSnapsh
             }
         }
         if (found >= 0 && earlier->at(found) == item)
-            snapshot.items.append(earlier->handle(found));
+            items.append(earlier->handle(found));
         else
-            snapshot.items.append(std::move(item));
+            items.append(std::move(item));
         ++position;
     }
     if (earlier)
-        snapshot.items.shareChunksWith(*earlier);
-    for (const DependencyEdge *edge : flow.edges()) {
-        if (edge->fromItem() && edge->toItem())
-            snapshot.edges.append(
-                {edge->id, edge->fromItem()->id, edge->toItem()->id, edge->source, edge->kind, edge->createdAt});
+        items.shareChunksWith(*earlier);
+    return items;
+}
+
+// The rows `rowOf` makes of `records` (of those it makes one for), or the
+// list `earlier` itself when they are the same: compared as they are made,
+// so that an unchanged list, the usual case, is not built to be thrown away.
+template <typename Row, typename Records, typename Make>
+QList<Row> rowsOf(const Records &records, const QList<Row> *earlier, Make rowOf)
+{
+    if (earlier) {
+        qsizetype matched = 0;
+        bool same = true;
+        for (const auto *record : records) {
+            const std::optional<Row> row = rowOf(*record);
+            if (!row)
+                continue;
+            if (matched == earlier->size() || !(earlier->at(matched) == *row)) {
+                same = false;
+                break;
+            }
+            ++matched;
+        }
+        if (same && matched == earlier->size())
+            return *earlier;
     }
-    for (const FlowFile *file : flow.files())
-        snapshot.files.append(
-            {file->id, file->isTrashed, file->posX, file->posY, file->manualWidth, file->manualHeight, file->order});
-    for (const FileLink *link : flow.fileLinks()) {
-        if (link->file() && link->node())
-            snapshot.links.append({link->id, link->file()->id, link->node()->id});
-    }
+    QList<Row> rows;
+    for (const auto *record : records)
+        if (std::optional<Row> row = rowOf(*record))
+            rows.append(std::move(*row));
+    return rows;
+}
+
+} // namespace
+
+FlowSnapshot FenrowStore::captureSnapshot(const TaskFlow &flow, const FlowSnapshot *sharingWith, bool sameTasks) const
+{
+    FlowSnapshot snapshot;
+    snapshot.flowID = flow.id;
+    if (sameTasks && sharingWith)
+        snapshot.items = sharingWith->items;
+    else
+        snapshot.items = itemsOf(flow, sharingWith ? &sharingWith->items : nullptr);
     // Edges, files and links change less often than tasks: an unchanged
     // list is shared whole.
-    if (sharingWith) {
-        if (snapshot.edges == sharingWith->edges)
-            snapshot.edges = sharingWith->edges;
-        if (snapshot.files == sharingWith->files)
-            snapshot.files = sharingWith->files;
-        if (snapshot.links == sharingWith->links)
-            snapshot.links = sharingWith->links;
-    }
+    snapshot.edges = rowsOf(flow.edges(), sharingWith ? &sharingWith->edges : nullptr,
+                            [](const DependencyEdge &edge) -> std::optional<FlowSnapshot::Edge> {
+                                if (!edge.fromItem() || !edge.toItem())
+                                    return std::nullopt;
+                                return FlowSnapshot::Edge{edge.id,     edge.fromItem()->id, edge.toItem()->id,
+                                                          edge.source, edge.kind,           edge.createdAt};
+                            });
+    snapshot.files = rowsOf(flow.files(), sharingWith ? &sharingWith->files : nullptr,
+                            [](const FlowFile &file) -> std::optional<FlowSnapshot::File> {
+                                return FlowSnapshot::File{file.id,          file.isTrashed,    file.posX, file.posY,
+                                                          file.manualWidth, file.manualHeight, file.order};
+                            });
+    snapshot.links = rowsOf(flow.fileLinks(), sharingWith ? &sharingWith->links : nullptr,
+                            [](const FileLink &link) -> std::optional<FlowSnapshot::Link> {
+                                if (!link.file() || !link.node())
+                                    return std::nullopt;
+                                return FlowSnapshot::Link{link.id, link.file()->id, link.node()->id};
+                            });
     return snapshot;
 }
 
