@@ -463,10 +463,16 @@ QString Refusal::text() const
 
 Reading read(const QByteArray &bytes, const LocalCalendar &calendar)
 {
+    // The direct reader gives up at an element's attribute past the limit,
+    // so a file it reads whole holds no crowded element; any other is
+    // scanned for one before its verdict or the full reader's.
+    OutlineBuilder builder(calendar);
+    const OPMLDirectReader::Result direct = OPMLDirectReader::read(bytes, builder);
+    if (direct == OPMLDirectReader::Result::read)
+        return builder.result();
     if (std::optional<Refusal> crowded = crowdedElement(bytes))
         return *crowded;
-    OutlineBuilder builder(calendar);
-    if (OPMLDirectReader::read(bytes, builder) != OPMLDirectReader::Result::unsure)
+    if (direct == OPMLDirectReader::Result::refused)
         return builder.result();
     // The full reader has the last word on everything the direct one was
     // not sure of: other encodings, declarations, CDATA, broken markup.
