@@ -362,6 +362,25 @@ TEST(OPMLCodec, TheDirectReaderReadsAsTheXmlReaderDoesOrStepsAside)
         EXPECT_FALSE(takenDirectly(bytes));
         EXPECT_EQ(decode(bytes), OPMLCodec::decodeWithXmlReader(bytes, berlin));
     }
+
+    // One byte of note at every place of a long value, which the direct
+    // reader passes over in blocks: it reads it alike, or steps aside.
+    const QList<std::pair<QByteArray, bool>> bytesOfNote{{"&amp;", true}, {"\t", true}, {"\n", true},
+                                                         {"é", true},     {"<", false}, {"\x01", false}};
+    for (const auto &[unusual, taken] : bytesOfNote) {
+        for (int at = 0; at <= 40; ++at) {
+            const QByteArray value = QByteArray(40, 'x').insert(at, unusual);
+            // Alone, after a character outside ASCII, and after a reference,
+            // which the reader copies around.
+            for (const QByteArray &bytes :
+                 {document("<outline text=\"" + value + "\"/>"), document("<outline text=\"é" + value + "\"/>"),
+                  document("<outline text=\"&lt;" + value + "\"/>")}) {
+                SCOPED_TRACE(bytes.toStdString());
+                EXPECT_EQ(takenDirectly(bytes), taken);
+                EXPECT_EQ(decode(bytes), OPMLCodec::decodeWithXmlReader(bytes, berlin));
+            }
+        }
+    }
 }
 
 

@@ -6,12 +6,17 @@
 #include <QStringDecoder>
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace fenrow::OPMLCodec::OPMLDirectReader {
 
@@ -56,6 +61,39 @@ void appendUtf8(std::string &out, char32_t c)
         out.push_back(char(0x80 | ((c >> 6) & 0x3F)));
         out.push_back(char(0x80 | (c & 0x3F)));
     }
+}
+
+// How many bytes from `p` on a value keeps as they are, which is nearly
+// all of them: printable ASCII other than "&" and "<", and with
+// `passNonAscii` the bytes of other characters too. Sixteen at a time
+// where the processor has the instructions.
+std::size_t plainRun(const char *p, std::size_t size, bool passNonAscii)
+{
+    std::size_t i = 0;
+#if defined(__SSE2__)
+    const __m128i ampersand = _mm_set1_epi8('&');
+    const __m128i less = _mm_set1_epi8('<');
+    const __m128i space = _mm_set1_epi8(0x20);
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i passed = passNonAscii ? _mm_set1_epi8(-1) : zero;
+    for (; i + 16 <= size; i += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(p + i));
+        // Compared as signed, bytes from 0x80 up are below the space too.
+        const __m128i nonAscii = _mm_cmplt_epi8(bytes, zero);
+        const __m128i low = _mm_andnot_si128(_mm_and_si128(nonAscii, passed), _mm_cmplt_epi8(bytes, space));
+        const __m128i stop =
+            _mm_or_si128(low, _mm_or_si128(_mm_cmpeq_epi8(bytes, ampersand), _mm_cmpeq_epi8(bytes, less)));
+        if (const int found = _mm_movemask_epi8(stop))
+            return i + std::size_t(std::countr_zero(unsigned(found)));
+    }
+#endif
+    while (i < size) {
+        const auto byte = static_cast<unsigned char>(p[i]);
+        if (byte < 0x20 || (byte >= 0x80 && !passNonAscii) || byte == '&' || byte == '<')
+            break;
+        ++i;
+    }
+    return i;
 }
 
 // Text from UTF-8 that was not ASCII throughout: malformed bytes come back
@@ -374,7 +412,8 @@ bool Reader::decodeValue(std::string_view raw, bool isAttribute, QString *out)
 {
     bool plain = true;
     bool ascii = true;
-    for (const char c : raw) {
+    for (std::size_t i = 0; (i += plainRun(raw.data() + i, raw.size() - i, !ascii)) < raw.size(); ++i) {
+        const char c = raw[i];
         const auto byte = static_cast<unsigned char>(c);
         if (byte >= 0x80) {
             ascii = false;
@@ -384,7 +423,8 @@ bool Reader::decodeValue(std::string_view raw, bool isAttribute, QString *out)
             if (c != '\t' && c != '\n')
                 return false;
             plain = plain && !isAttribute;
-        } else if (c == '<') {
+        } else {
+            // "<", the one byte left that stops a run.
             return false;
         }
     }
@@ -405,6 +445,7 @@ bool Reader::decodeValue(std::string_view raw, bool isAttribute, QString *out)
         const char *end = p + raw.size();
         while (p < end) {
             const char *run = p;
+            p += plainRun(p, std::size_t(end - p), true);
             while (p < end && *p != '&' && !(isAttribute && (*p == '\t' || *p == '\n')))
                 ++p;
             m_scratch.append(run, std::size_t(p - run));
