@@ -27,8 +27,9 @@ FlowSnapshot FenrowHistory::capture(const TaskFlow &flow)
     const auto latest = m_latest.constFind(flow.id);
     const bool known = latest != m_latest.constEnd();
     const auto tasks = m_latestTasks.constFind(flow.id);
-    const bool sameTasks = known && tasks != m_latestTasks.constEnd() && *tasks == flow.nodesVersion();
-    FlowSnapshot snapshot = m_store.captureSnapshot(flow, known ? &*latest : nullptr, sameTasks);
+    const std::optional<quint64> tasksReadAt =
+        known && tasks != m_latestTasks.constEnd() ? std::optional(*tasks) : std::nullopt;
+    FlowSnapshot snapshot = m_store.captureSnapshot(flow, known ? &*latest : nullptr, tasksReadAt);
     m_latest.insert(flow.id, snapshot);
     m_latestTasks.insert(flow.id, flow.nodesVersion());
     return snapshot;

@@ -128,7 +128,8 @@ private:
     // The flow's `nodesVersion` when the latest snapshot's task rows were
     // read from it; none when they were written back (undo may leave the
     // tasks in another order). While it holds, an action's "before" takes
-    // those rows whole instead of reading every task again.
+    // those rows whole instead of reading every task again; after the
+    // action, the rows of the tasks it did not write are taken as they are.
     QHash<QUuid, quint64> m_latestTasks;
     QHash<QUuid, SelectionBridge> m_bridges;
     bool m_isPerforming = false;

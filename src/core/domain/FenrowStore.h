@@ -189,12 +189,13 @@ public:
 
     // --- undo snapshots (StoreSnapshots.cpp)
     // Rows equal to those of `sharingWith` (an earlier snapshot of the
-    // flow) are shared with it rather than copied. With `sameTasks`, the
-    // caller knows the flow's tasks were not written since `sharingWith`
-    // was taken of it (its `nodesVersion` is the same): their rows are
-    // taken whole, without reading 5,000 tasks again.
+    // flow) are shared with it rather than copied. `tasksReadAt` is the
+    // flow's `nodesVersion` when `sharingWith`'s task rows were read from
+    // it, where the caller knows it: the rows of tasks not written since
+    // are taken without reading the tasks again, and all of them when the
+    // version is still the flow's.
     FlowSnapshot captureSnapshot(const TaskFlow &flow, const FlowSnapshot *sharingWith = nullptr,
-                                 bool sameTasks = false) const;
+                                 std::optional<quint64> tasksReadAt = std::nullopt) const;
     // Writes the snapshot back over the flow's rows, keeping every row that
     // exists on both sides as the same object.
     void applySnapshot(const FlowSnapshot &snapshot, const TaskFlow &flow);

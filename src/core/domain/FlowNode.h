@@ -56,6 +56,12 @@ public:
     const QList<FileLink *> &fileLinks() const { return m_fileLinks; }
     QList<FileLink *> &fileLinks() { return m_fileLinks; }
 
+    // The flow's `nodesVersion` at the node's latest write (0 for a node as
+    // it was read from the file; the largest number when it was written
+    // without a flow): a reader that kept what it read of the node at a
+    // version from this one on may keep using it.
+    quint64 writtenVersion() const { return m_writtenVersion; }
+
     NodeStatus status() const;
     // Writes `isDone`, and `statusRaw` only for a not-done status: assigning
     // done leaves the earlier not-done state in place.
@@ -71,7 +77,10 @@ public:
     bool hasManualSize() const { return manualWidth.has_value() && manualHeight.has_value(); }
 
 private:
+    friend class PendingWrites;
+
     TaskFlow *m_flow = nullptr;
+    quint64 m_writtenVersion = 0;
     QList<FileLink *> m_fileLinks;
 };
 

@@ -5,6 +5,7 @@
 #include "TaskFlow.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace fenrow {
 
@@ -60,8 +61,12 @@ void PendingWrites::remove(TaskFlow *flow)
 void PendingWrites::write(FlowNode *node)
 {
     m_nodes.insert(node);
-    if (TaskFlow *flow = node->flow())
+    if (TaskFlow *flow = node->flow()) {
         flow->nodesChanged();
+        node->m_writtenVersion = flow->nodesVersion();
+    } else {
+        node->m_writtenVersion = std::numeric_limits<quint64>::max();
+    }
 }
 
 void PendingWrites::remove(FlowNode *node, bool rowExists)

@@ -21,8 +21,10 @@ FlowSnapshot::Item itemOf(const FlowNode &node)
             node.createdAt};
 }
 
-// The task rows of `flow`, each shared with `earlier`'s where equal.
-SharedRows<FlowSnapshot::Item> itemsOf(const TaskFlow &flow, const SharedRows<FlowSnapshot::Item> *earlier)
+// The task rows of `flow`, each shared with `earlier`'s where equal, or
+// where its task was not written since `readAt`, when `earlier` was read.
+SharedRows<FlowSnapshot::Item> itemsOf(const TaskFlow &flow, const SharedRows<FlowSnapshot::Item> *earlier,
+                                       std::optional<quint64> readAt)
 {
     SharedRows<FlowSnapshot::Item> items;
     items.reserve(qsizetype(flow.items().size()));
@@ -30,11 +32,13 @@ SharedRows<FlowSnapshot::Item> itemsOf(const TaskFlow &flow, const SharedRows<Fl
     // are unless nodes were added or removed; by id otherwise.
     QHash<QUuid, qsizetype> earlierByID;
     qsizetype position = 0;
+    const bool readAtKnown = readAt.has_value();
+    const quint64 read = readAt.value_or(0);
+    const auto unwrittenSinceRead = [&](const FlowNode &node) { return readAtKnown && node.writtenVersion() <= read; };
     for (const FlowNode *node : flow.items()) {
-        FlowSnapshot::Item item = itemOf(*node);
         qsizetype found = -1;
         if (earlier) {
-            if (position < earlier->size() && earlier->at(position).id == item.id) {
+            if (position < earlier->size() && earlier->at(position).id == node->id) {
                 found = position;
             } else {
                 if (earlierByID.isEmpty()) {
@@ -42,14 +46,19 @@ SharedRows<FlowSnapshot::Item> itemsOf(const TaskFlow &flow, const SharedRows<Fl
                     for (qsizetype i = 0; i < earlier->size(); ++i)
                         earlierByID.insert(earlier->at(i).id, i);
                 }
-                found = earlierByID.value(item.id, -1);
+                found = earlierByID.value(node->id, -1);
             }
         }
+        ++position;
+        if (found >= 0 && unwrittenSinceRead(*node)) {
+            items.append(earlier->handle(found));
+            continue;
+        }
+        FlowSnapshot::Item item = itemOf(*node);
         if (found >= 0 && earlier->at(found) == item)
             items.append(earlier->handle(found));
         else
             items.append(std::move(item));
-        ++position;
     }
     if (earlier)
         items.shareChunksWith(*earlier);
@@ -87,14 +96,17 @@ QList<Row> rowsOf(const Records &records, const QList<Row> *earlier, Make rowOf)
 
 } // namespace
 
-FlowSnapshot FenrowStore::captureSnapshot(const TaskFlow &flow, const FlowSnapshot *sharingWith, bool sameTasks) const
+FlowSnapshot FenrowStore::captureSnapshot(const TaskFlow &flow, const FlowSnapshot *sharingWith,
+                                          std::optional<quint64> tasksReadAt) const
 {
     FlowSnapshot snapshot;
     snapshot.flowID = flow.id;
-    if (sameTasks && sharingWith)
+    if (!sharingWith)
+        tasksReadAt.reset();
+    if (tasksReadAt && *tasksReadAt == flow.nodesVersion())
         snapshot.items = sharingWith->items;
     else
-        snapshot.items = itemsOf(flow, sharingWith ? &sharingWith->items : nullptr);
+        snapshot.items = itemsOf(flow, sharingWith ? &sharingWith->items : nullptr, tasksReadAt);
     // Edges, files and links change less often than tasks: an unchanged
     // list is shared whole.
     snapshot.edges = rowsOf(flow.edges(), sharingWith ? &sharingWith->edges : nullptr,
