@@ -158,6 +158,16 @@ TEST_F(AccessibilityTest, CanvasCardsSayTheirTitleStatePlaceAndAct)
     window->undoAction()->trigger();
     EXPECT_FALSE(van.isDone);
 
+    // A subtask still open holds its parent up as a prerequisite does.
+    const FlowNode &photos = *store->addNode(QStringLiteral("Photograph the sofa"), flow);
+    store->moveNode(photos, 800, 400);
+    store->addEdge(sofa, photos, EdgeSource::manual, EdgeKind::subtask);
+    QApplication::processEvents();
+    EXPECT_EQ(card("Sell the sofa")->text(QAccessible::Value), "Waiting on 2");
+    store->setStatus(NodeStatus::done, photos);
+    QApplication::processEvents();
+    EXPECT_EQ(card("Sell the sofa")->text(QAccessible::Value), "Waiting on 1");
+
     // Open: selected, and its title field open as a double click leaves it.
     card("Pack books")->actionInterface()->doAction(QStringLiteral("open"));
     EXPECT_EQ(canvas().editor()->interaction().editingItemID(), books.id);

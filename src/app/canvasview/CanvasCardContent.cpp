@@ -179,7 +179,7 @@ const CardContent &CanvasCardContents::of(const TaskFlow &flow, const FlowNode &
     if (found == m_contents.end())
         return m_empty;
     if (found->generation != m_generation) {
-        CardContent content = make(node);
+        CardContent content = make(node, *found);
         // A picture of the card drawn earlier stays good while it shows the same.
         content.serial =
             found->content.serial != 0 && found->content.sameAs(content) ? found->content.serial : ++m_lastSerial;
@@ -220,9 +220,16 @@ bool CanvasCardContents::isDeferred(const FlowNode &node) const
     return !node.isDone && node.startDate && *node.startDate >= m_tomorrow;
 }
 
-bool CanvasCardContents::isActionable(const FlowNode &node) const
+template <typename EntryOf>
+void CanvasCardContents::countBlockers(const TaskFlow &flow, EntryOf entryOf)
 {
-    return !node.isDone && !Readiness::hasOpenBlocker(node, m_maps) && !isDeferred(node);
+    FlowGraph::forEachHold(flow, [&](const FlowNode &held, const FlowNode &blocker, bool bySubtask) {
+        Entry *entry = entryOf(&held);
+        if (!entry)
+            return;
+        entry->hasSubtasks = entry->hasSubtasks || bySubtask;
+        entry->openBlockers += blocker.isDone ? 0 : 1;
+    });
 }
 
 size_t CanvasCardContents::geometryOf(const FlowNode &node)
@@ -250,7 +257,6 @@ void CanvasCardContents::prepare(const TaskFlow &flow)
     // the same keep their serials.
     ++m_generation;
     setNow();
-    m_maps = FlowGraph::blockerMaps(flow);
     m_hidden.clear();
     m_collapsed.clear();
     m_below.clear();
@@ -281,25 +287,22 @@ void CanvasCardContents::prepare(const TaskFlow &flow)
             if (found != earlier.end())
                 entry = std::move(*found);
         }
-        // Blockers are taken off below, from the maps.
-        entry.actionable = !node->isDone && !isDeferred(*node);
-        m_readyCount += entry.actionable ? 1 : 0;
+        entry.openBlockers = 0;
+        entry.hasSubtasks = false;
         entry.geometry = geometryOf(*node);
         geometry ^= entry.geometry;
     }
-    const auto holdUp = [&](const QHash<QUuid, QList<const FlowNode *>> &blockers) {
-        for (auto held = blockers.cbegin(); held != blockers.cend(); ++held) {
-            if (std::none_of(held->cbegin(), held->cend(), [](const FlowNode *blocker) { return !blocker->isDone; }))
-                continue;
-            const auto entry = m_contents.find(held.key());
-            if (entry != m_contents.end() && entry->actionable) {
-                entry->actionable = false;
-                --m_readyCount;
-            }
-        }
-    };
-    holdUp(m_maps.prerequisites);
-    holdUp(m_maps.subtasks);
+    // Counted straight from the edges: a table of each task's blockers
+    // cost a list per task, made and thrown away with every new flow.
+    countBlockers(flow, [&](const FlowNode *node) {
+        const auto entry = m_contents.find(node->id);
+        return entry != m_contents.end() ? &*entry : nullptr;
+    });
+    for (const FlowNode *node : flow.items()) {
+        Entry &entry = *m_contents.find(node->id);
+        entry.actionable = !node->isDone && entry.openBlockers == 0 && !isDeferred(*node);
+        m_readyCount += entry.actionable ? 1 : 0;
+    }
     // Places, sizes, folds and lines: what the drawing of lines depends on.
     size_t lines = qHashMulti(0, flow.edges().size(), flow.fileLinks().size());
     for (const DependencyEdge *edge : flow.edges())
@@ -338,42 +341,54 @@ void CanvasCardContents::invalidate(const StoreChange &change)
         changedNodes[count++] = node;
     }
     setNow();
+    if (count == 0)
+        return;
     size_t geometry = m_geometryHash;
-    const auto redo = [&](const FlowNode &node) {
-        const auto entry = m_contents.find(node.id);
-        if (entry == m_contents.end())
-            return;
-        entry->generation = 0;
-        m_readyCount -= entry->actionable ? 1 : 0;
-        entry->actionable = isActionable(node);
-        m_readyCount += entry->actionable ? 1 : 0;
+    // The tasks written and those they hold up, whose open blockers a task
+    // done or open again changes.
+    QHash<const FlowNode *, Entry *> redone;
+    const auto redo = [&](const FlowNode *node) {
+        const auto entry = m_contents.find(node->id);
+        if (entry != m_contents.end())
+            redone.insert(node, &*entry);
     };
     for (int i = 0; i < count; ++i) {
         const FlowNode &node = *changedNodes[i];
-        redo(node);
-        // A task done or open again changes what it holds up.
+        redo(&node);
         for (const FlowNode *dependent : FlowGraph::dependentsOf(node))
-            redo(*dependent);
+            redo(dependent);
         size_t &own = m_contents.find(node.id)->geometry;
         geometry ^= own;
         own = geometryOf(node);
         geometry ^= own;
     }
+    for (Entry *entry : std::as_const(redone)) {
+        entry->openBlockers = 0;
+        entry->hasSubtasks = false;
+    }
+    countBlockers(*changedNodes[0]->flow(), [&](const FlowNode *node) { return redone.value(node); });
+    for (auto entry = redone.cbegin(); entry != redone.cend(); ++entry) {
+        const FlowNode &node = *entry.key();
+        Entry &counted = **entry;
+        counted.generation = 0;
+        m_readyCount -= counted.actionable ? 1 : 0;
+        counted.actionable = !node.isDone && counted.openBlockers == 0 && !isDeferred(node);
+        m_readyCount += counted.actionable ? 1 : 0;
+    }
     setGeometry(geometry);
 }
 
-CardContent CanvasCardContents::make(const FlowNode &node) const
+CardContent CanvasCardContents::make(const FlowNode &node, const Entry &entry) const
 {
     CardContent content;
     const LocalCalendar &calendar = m_store.calendar();
-    const qsizetype blockers = Readiness::openBlockers(node, m_maps).size();
+    const qsizetype blockers = entry.openBlockers;
     const bool deferred = isDeferred(node);
     content.state = Readiness::cardState(node, blockers, m_now, calendar);
     content.actionable = !node.isDone && blockers == 0 && !deferred;
     content.dashed = deferred && !node.isDone;
     content.hasNotes = node.hasNotes();
-    const auto subtasks = m_maps.subtasks.constFind(node.id);
-    content.canCollapse = subtasks != m_maps.subtasks.cend() && !subtasks->isEmpty();
+    content.canCollapse = entry.hasSubtasks;
     content.folded = content.canCollapse && node.isCollapsed;
     if (content.folded) {
         // What the fold hides: walked through hidden tasks only, which are few.

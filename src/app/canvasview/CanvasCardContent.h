@@ -89,6 +89,9 @@ private:
         quint64 generation = 0;
         // Known for every task at once: the ready count needs them all.
         bool actionable = false;
+        // Prerequisites and subtasks not done yet.
+        int openBlockers = 0;
+        bool hasSubtasks = false;
         // The card's share of the lines' hash.
         size_t geometry = 0;
     };
@@ -97,10 +100,14 @@ private:
     // of ready tasks and the lines' hash.
     void prepare(const TaskFlow &flow);
     void ensure(const TaskFlow &flow);
-    CardContent make(const FlowNode &node) const;
+    CardContent make(const FlowNode &node, const Entry &entry) const;
     void setNow();
     bool isDeferred(const FlowNode &node) const;
-    bool isActionable(const FlowNode &node) const;
+    // Counts each entry's open blockers and notes its subtasks in one pass
+    // over the flow's edges; `entryOf` gives the entry of a task counted,
+    // or none for a task left as it is.
+    template <typename EntryOf>
+    static void countBlockers(const TaskFlow &flow, EntryOf entryOf);
     static size_t geometryOf(const FlowNode &node);
     void setGeometry(size_t hash);
 
@@ -110,7 +117,6 @@ private:
     QDateTime m_now;
     // A start at or after it lies on a later day than m_now.
     QDateTime m_tomorrow;
-    BlockerMaps m_maps;
     QSet<QUuid> m_hidden;
     QSet<QUuid> m_collapsed;
     // What each fold hides is walked through these edges.

@@ -85,15 +85,23 @@ BlockerMaps blockerMaps(const TaskFlow &flow)
                                             [](const DependencyEdge *edge) { return edge->isSubtask(); });
     maps.subtasks.reserve(qsizetype(subtaskEdges));
     maps.prerequisites.reserve(qsizetype(flow.edges().size()) - qsizetype(subtaskEdges));
+    forEachHold(flow, [&](const FlowNode &held, const FlowNode &blocker, bool bySubtask) {
+        (bySubtask ? maps.subtasks : maps.prerequisites)[held.id].append(&blocker);
+    });
+    return maps;
+}
+
+void forEachHold(const TaskFlow &flow,
+                 const std::function<void(const FlowNode &held, const FlowNode &blocker, bool bySubtask)> &hold)
+{
     for (const DependencyEdge *edge : flow.edges()) {
         if (!edge->fromItem() || !edge->toItem())
             continue;
         if (edge->isSubtask())
-            maps.subtasks[edge->fromItem()->id].append(edge->toItem());
+            hold(*edge->fromItem(), *edge->toItem(), true);
         else
-            maps.prerequisites[edge->toItem()->id].append(edge->fromItem());
+            hold(*edge->toItem(), *edge->fromItem(), false);
     }
-    return maps;
 }
 
 QList<const FlowNode *> dependentsOf(const FlowNode &node)

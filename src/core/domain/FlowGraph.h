@@ -5,6 +5,8 @@
 #include <QSet>
 #include <QUuid>
 
+#include <functional>
+
 namespace fenrow {
 
 class DependencyEdge;
@@ -26,6 +28,10 @@ struct BlockerMaps {
 namespace FlowGraph {
 
 BlockerMaps blockerMaps(const TaskFlow &flow);
+// Calls `hold` for each edge by which a task holds another up, done or
+// not: a dependency's tail holds its head, a subtask its parent.
+void forEachHold(const TaskFlow &flow,
+                 const std::function<void(const FlowNode &held, const FlowNode &blocker, bool bySubtask)> &hold);
 // The nodes this one holds up: dependents of its outgoing dependency edges,
 // then the parents it is a subtask of.
 QList<const FlowNode *> dependentsOf(const FlowNode &node);
