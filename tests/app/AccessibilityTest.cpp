@@ -157,6 +157,12 @@ TEST_F(AccessibilityTest, CanvasCardsSayTheirTitleStatePlaceAndAct)
     EXPECT_TRUE(sent(QAccessible::DescriptionChanged, "Sell the sofa"));
     window->undoAction()->trigger();
     EXPECT_FALSE(van.isDone);
+    EXPECT_EQ(card("Sell the sofa")->text(QAccessible::Value), "Waiting on 1");
+    // A task done before the flow was shown, open again.
+    store->setStatus(NodeStatus::pending, books);
+    QApplication::processEvents();
+    EXPECT_EQ(card("Book the van")->text(QAccessible::Value), "Waiting on 1");
+    store->setStatus(NodeStatus::done, books);
 
     // A subtask still open holds its parent up as a prerequisite does.
     const FlowNode &photos = *store->addNode(QStringLiteral("Photograph the sofa"), flow);

@@ -220,18 +220,6 @@ bool CanvasCardContents::isDeferred(const FlowNode &node) const
     return !node.isDone && node.startDate && *node.startDate >= m_tomorrow;
 }
 
-template <typename EntryOf>
-void CanvasCardContents::countBlockers(const TaskFlow &flow, EntryOf entryOf)
-{
-    FlowGraph::forEachHold(flow, [&](const FlowNode &held, const FlowNode &blocker, bool bySubtask) {
-        Entry *entry = entryOf(&held);
-        if (!entry)
-            return;
-        entry->hasSubtasks = entry->hasSubtasks || bySubtask;
-        entry->openBlockers += blocker.isDone ? 0 : 1;
-    });
-}
-
 size_t CanvasCardContents::geometryOf(const FlowNode &node)
 {
     return qHashMulti(0, node.id, node.posX, node.posY, node.manualWidth.value_or(-1), node.manualHeight.value_or(-1),
@@ -289,14 +277,18 @@ void CanvasCardContents::prepare(const TaskFlow &flow)
         }
         entry.openBlockers = 0;
         entry.hasSubtasks = false;
+        entry.countedDone = node->isDone;
         entry.geometry = geometryOf(*node);
         geometry ^= entry.geometry;
     }
     // Counted straight from the edges: a table of each task's blockers
     // cost a list per task, made and thrown away with every new flow.
-    countBlockers(flow, [&](const FlowNode *node) {
-        const auto entry = m_contents.find(node->id);
-        return entry != m_contents.end() ? &*entry : nullptr;
+    FlowGraph::forEachHold(flow, [&](const FlowNode &held, const FlowNode &blocker, bool bySubtask) {
+        const auto entry = m_contents.find(held.id);
+        if (entry == m_contents.end())
+            return;
+        entry->hasSubtasks = entry->hasSubtasks || bySubtask;
+        entry->openBlockers += blocker.isDone ? 0 : 1;
     });
     for (const FlowNode *node : flow.items()) {
         Entry &entry = *m_contents.find(node->id);
@@ -344,36 +336,30 @@ void CanvasCardContents::invalidate(const StoreChange &change)
     if (count == 0)
         return;
     size_t geometry = m_geometryHash;
-    // The tasks written and those they hold up, whose open blockers a task
-    // done or open again changes.
-    QHash<const FlowNode *, Entry *> redone;
-    const auto redo = [&](const FlowNode *node) {
-        const auto entry = m_contents.find(node->id);
-        if (entry != m_contents.end())
-            redone.insert(node, &*entry);
+    const auto redo = [&](const FlowNode &node, Entry &entry) {
+        entry.generation = 0;
+        m_readyCount -= entry.actionable ? 1 : 0;
+        entry.actionable = !node.isDone && entry.openBlockers == 0 && !isDeferred(node);
+        m_readyCount += entry.actionable ? 1 : 0;
     };
     for (int i = 0; i < count; ++i) {
         const FlowNode &node = *changedNodes[i];
-        redo(&node);
-        for (const FlowNode *dependent : FlowGraph::dependentsOf(node))
-            redo(dependent);
-        size_t &own = m_contents.find(node.id)->geometry;
-        geometry ^= own;
-        own = geometryOf(node);
-        geometry ^= own;
-    }
-    for (Entry *entry : std::as_const(redone)) {
-        entry->openBlockers = 0;
-        entry->hasSubtasks = false;
-    }
-    countBlockers(*changedNodes[0]->flow(), [&](const FlowNode *node) { return redone.value(node); });
-    for (auto entry = redone.cbegin(); entry != redone.cend(); ++entry) {
-        const FlowNode &node = *entry.key();
-        Entry &counted = **entry;
-        counted.generation = 0;
-        m_readyCount -= counted.actionable ? 1 : 0;
-        counted.actionable = !node.isDone && counted.openBlockers == 0 && !isDeferred(node);
-        m_readyCount += counted.actionable ? 1 : 0;
+        Entry &own = *m_contents.find(node.id);
+        // A task done or open again is one blocker fewer or more for each
+        // task it holds up; the edges themselves have not changed.
+        const int opened = node.isDone == own.countedDone ? 0 : node.isDone ? -1 : 1;
+        own.countedDone = node.isDone;
+        redo(node, own);
+        for (const FlowNode *dependent : FlowGraph::dependentsOf(node)) {
+            const auto entry = m_contents.find(dependent->id);
+            if (entry == m_contents.end())
+                continue;
+            entry->openBlockers += opened;
+            redo(*dependent, *entry);
+        }
+        geometry ^= own.geometry;
+        own.geometry = geometryOf(node);
+        geometry ^= own.geometry;
     }
     setGeometry(geometry);
 }

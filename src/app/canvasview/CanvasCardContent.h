@@ -92,6 +92,8 @@ private:
         // Prerequisites and subtasks not done yet.
         int openBlockers = 0;
         bool hasSubtasks = false;
+        // Whether the task was done when the tasks it holds up were counted.
+        bool countedDone = false;
         // The card's share of the lines' hash.
         size_t geometry = 0;
     };
@@ -103,11 +105,6 @@ private:
     CardContent make(const FlowNode &node, const Entry &entry) const;
     void setNow();
     bool isDeferred(const FlowNode &node) const;
-    // Counts each entry's open blockers and notes its subtasks in one pass
-    // over the flow's edges; `entryOf` gives the entry of a task counted,
-    // or none for a task left as it is.
-    template <typename EntryOf>
-    static void countBlockers(const TaskFlow &flow, EntryOf entryOf);
     static size_t geometryOf(const FlowNode &node);
     void setGeometry(size_t hash);
 
