@@ -8,6 +8,7 @@
 
 #include <QSet>
 
+#include <algorithm>
 #include <thread>
 
 namespace fenrow {
@@ -94,13 +95,17 @@ TEST(DomainRecords, ChecklistEncodingKeepsOrderAndEmptyIsBlank)
     EXPECT_TRUE(node.checklist().isEmpty());
 }
 
-// The quick answer must be decode's answer, text by text, whichever way it
-// gets there.
-TEST(DomainRecords, ChecklistHasEntriesAgreesWithDecoding)
+// The quick answers must be decode's answers, text by text, whichever way
+// they get there.
+TEST(DomainRecords, ChecklistProgressAgreesWithDecoding)
 {
     const QString id = QStringLiteral("C41621DA-61B2-4614-82E0-D3B5FFB4634A");
     const QStringList texts{
         ChecklistCodec::encode({{QUuid::createUuid(), QStringLiteral("Book \"room\" ✓"), true}}),
+        ChecklistCodec::encode({{QUuid::createUuid(), QStringLiteral("a"), false},
+                                {QUuid::createUuid(), QStringLiteral("b"), true},
+                                {QUuid::createUuid(), QStringLiteral("c"), true}}),
+        QStringLiteral("[{\"id\":\"%1\",\"title\":\"x\",\"isDone\":false,\"isDone\":true}]").arg(id),
         QString(),
         QStringLiteral("[]"),
         QStringLiteral(" [ {\"isDone\":false, \"title\":\"x\", \"id\":\"%1\", \"extra\":{\"a\":[1,null]}} ] ").arg(id),
@@ -116,8 +121,14 @@ TEST(DomainRecords, ChecklistHasEntriesAgreesWithDecoding)
         QStringLiteral("[1,2]"),
         QStringLiteral("{\"id\":1}"),
     };
-    for (const QString &text : texts)
-        EXPECT_EQ(ChecklistCodec::hasEntries(text), !ChecklistCodec::decode(text).isEmpty()) << text.toStdString();
+    for (const QString &text : texts) {
+        const Checklist entries = ChecklistCodec::decode(text);
+        const ChecklistCodec::Progress expected{
+            std::count_if(entries.cbegin(), entries.cend(), [](const ChecklistEntry &entry) { return entry.isDone; }),
+            entries.size()};
+        EXPECT_EQ(ChecklistCodec::progress(text), expected) << text.toStdString();
+        EXPECT_EQ(ChecklistCodec::hasEntries(text), !entries.isEmpty()) << text.toStdString();
+    }
 }
 
 TEST(DomainRecords, DeferredAndOverdueFollowTheLocalDay)

@@ -424,11 +424,8 @@ CardContent CanvasCardContents::make(const FlowNode &node, const Entry &entry) c
         // The steps are kept as JSON; they are read again only when changed.
         auto counted = m_checklists.find(node.id);
         if (counted == m_checklists.end() || counted->data != node.checklistData) {
-            const Checklist steps = node.checklist();
-            qsizetype done = 0;
-            for (const ChecklistEntry &step : steps)
-                done += step.isDone ? 1 : 0;
-            counted = m_checklists.insert(node.id, {node.checklistData, done, steps.size()});
+            const ChecklistCodec::Progress steps = ChecklistCodec::progress(node.checklistData);
+            counted = m_checklists.insert(node.id, {node.checklistData, steps.done, steps.total});
         }
         if (counted->total > 0) {
             MetaPill checklist;

@@ -13,9 +13,10 @@ namespace fenrow::ChecklistCodec {
 
 namespace {
 
-// True or false where the strict parser is certain; it accepts nothing
-// QJsonDocument refuses, and a key twice over is left to `decode`.
-std::optional<bool> strictHasEntries(const QString &data)
+// The entries and those done, where the strict parser is certain; it
+// accepts nothing QJsonDocument refuses, and a key twice over is left to
+// `decode`.
+std::optional<Progress> strictProgress(const QString &data)
 {
     QByteArray utf8 = data.toUtf8();
     const std::size_t size = std::size_t(utf8.size());
@@ -28,7 +29,7 @@ std::optional<bool> strictHasEntries(const QString &data)
     simdjson::dom::array entries;
     if (parser.parse(utf8.constData(), size, false).get_array().get(entries))
         return std::nullopt;
-    bool any = false;
+    Progress counted;
     for (const simdjson::dom::element entry : entries) {
         simdjson::dom::object fields;
         if (entry.get_object().get(fields))
@@ -47,8 +48,10 @@ std::optional<bool> strictHasEntries(const QString &data)
                 return std::nullopt;
             *seen = true;
             if (seen == &isDone) {
-                if (!field.value.is_bool())
+                bool done = false;
+                if (field.value.get_bool().get(done))
                     return std::nullopt;
+                counted.done += done ? 1 : 0;
                 continue;
             }
             std::string_view text;
@@ -58,20 +61,30 @@ std::optional<bool> strictHasEntries(const QString &data)
         }
         if (!id || !title || !isDone)
             return std::nullopt;
-        any = true;
+        ++counted.total;
     }
-    return any;
+    return counted;
 }
 
 } // namespace
 
-bool hasEntries(const QString &data)
+Progress progress(const QString &data)
 {
     if (data.isEmpty())
-        return false;
-    if (const std::optional<bool> certain = strictHasEntries(data))
+        return {};
+    if (const std::optional<Progress> certain = strictProgress(data))
         return *certain;
-    return !decode(data).isEmpty();
+    Progress counted;
+    for (const ChecklistEntry &entry : decode(data)) {
+        counted.done += entry.isDone ? 1 : 0;
+        ++counted.total;
+    }
+    return counted;
+}
+
+bool hasEntries(const QString &data)
+{
+    return progress(data).total > 0;
 }
 
 QString encode(const Checklist &entries)

@@ -22,9 +22,17 @@ using Checklist = QList<ChecklistEntry>;
 namespace ChecklistCodec {
 QString encode(const Checklist &entries);
 Checklist decode(const QString &data);
-// Whether `data` decodes to at least one entry, as `decode` would say,
-// without building the entries: a strict reader settles the usual text at
-// once, and whatever it is unsure of goes through `decode` itself.
+struct Progress {
+    qsizetype done = 0;
+    qsizetype total = 0;
+    friend bool operator==(const Progress &, const Progress &) = default;
+};
+// How many entries `data` decodes to and how many of them are done, as
+// `decode` would say, without building the entries: a strict reader
+// settles the usual text at once, and whatever it is unsure of goes
+// through `decode` itself.
+Progress progress(const QString &data);
+// Whether `data` decodes to at least one entry.
 bool hasEntries(const QString &data);
 } // namespace ChecklistCodec
 
