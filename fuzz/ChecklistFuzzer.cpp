@@ -1,6 +1,6 @@
-// Any text as a task's checklist. `hasEntries` answers from a quick strict
-// reader where it can and must always agree with `decode`; a list that
-// decodes must survive being written and read again.
+// Any text as a task's checklist. `progress` and `hasEntries` answer from
+// a quick strict reader where they can and must always agree with
+// `decode`; a list that decodes must survive being written and read again.
 
 #include "FuzzSupport.h"
 
@@ -29,6 +29,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const Checklist entries = ChecklistCodec::decode(text);
     fuzz::require(ChecklistCodec::hasEntries(text) == !entries.isEmpty(), "hasEntries and decode disagree",
                   [&] { return QStringLiteral("decode gave:\n") + described(entries); });
+    ChecklistCodec::Progress decoded;
+    for (const ChecklistEntry &entry : entries) {
+        decoded.done += entry.isDone ? 1 : 0;
+        ++decoded.total;
+    }
+    const ChecklistCodec::Progress counted = ChecklistCodec::progress(text);
+    fuzz::require(counted == decoded, "progress and decode disagree", [&] {
+        return QStringLiteral("progress gave %1 of %2; decode gave:\n").arg(counted.done).arg(counted.total) +
+               described(entries);
+    });
     if (entries.isEmpty())
         return 0;
 
