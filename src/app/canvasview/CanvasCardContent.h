@@ -1,7 +1,6 @@
 #pragma once
 
 #include "CanvasGlyphs.h"
-#include "domain/FlowGraph.h"
 #include "domain/NodeColor.h"
 #include "domain/PendingWrites.h"
 #include "domain/Readiness.h"
