@@ -22,6 +22,7 @@
 #include <latch>
 #include <optional>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 #ifdef __SSE2__
@@ -320,17 +321,6 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
         const double periods = std::floor(s / period);
         return periods * dash + std::min(s - periods * period, dash);
     };
-    // The same between two distances less than a period from [0, period).
-    // A part left of zero counts none: (v + |v|) / 2 is max(0, v) exactly,
-    // without the branch a column of dashes mispredicts half the time.
-    const auto inkBetween = [&](double from, double to) {
-        double ink = 0;
-        for (const double start : {-period, 0.0, period}) {
-            const double part = std::min(to, start + dash) - std::max(from, start);
-            ink += (part + std::abs(part)) * 0.5;
-        }
-        return ink;
-    };
 
     // Each line along its longer axis, from its lower end; a dashed one
     // with the distance along its pattern at that end, and which way and how
@@ -423,6 +413,53 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
                 steep ? first + 1 : reinterpret_cast<QRgb *>(reinterpret_cast<uchar *>(first) + stride);
             towardsPair(*first, *second, f, g);
         };
+        // The columns from `from` to `to` that a line crosses whole, `across`
+        // where it stands in the first, in 1/65536ths of a pixel. A new
+        // layer spends most of its time here, so whether the line is steep,
+        // stepped through a dash pattern or restored is settled once for
+        // the line rather than asked again at every column.
+        const auto wholeColumns =
+            [&]<bool steep, bool stepped, bool restoring>(int from, int to, qint64 across, const qint64 step, double at,
+                                                          const double patternStep, const double inkScale) {
+                const int acrossFirst = steep ? left : rowFrom;
+                const int acrossLast = (steep ? right : rowTo) - 2;
+                // Where the pattern stands at `at`, counted in ink from the period's start.
+                double inkAt = stepped ? std::min(at, dash) : 0;
+                for (int x = from; x < to; ++x, across += step) {
+                    int ink = alpha;
+                    if constexpr (stepped) {
+                        // The ink up to the next place, whose period is this one,
+                        // the one before or the one after.
+                        const double next = at + patternStep;
+                        const double turn = double(next >= period) - double(next < 0);
+                        const double inkNext = turn * dash + std::min(next - turn * period, dash);
+                        ink = int(std::abs(inkNext - inkAt) * inkScale + 0.5);
+                        at = next - turn * period;
+                        inkAt = inkNext - turn * dash;
+                    }
+                    const int near = int(across >> 16);
+                    int g = (int((across >> 8) & 255) * ink) >> 8;
+                    int f = ink - g;
+                    if (near < acrossFirst || near > acrossLast) [[unlikely]] {
+                        plotPair(steep, x, near, f, g);
+                        continue;
+                    }
+                    if constexpr (restoring) {
+                        f = restored[std::size_t(std::clamp(f, 0, 256))];
+                        g = restored[std::size_t(std::clamp(g, 0, 256))];
+                    }
+                    QRgb *first;
+                    QRgb *second;
+                    if constexpr (steep) {
+                        first = reinterpret_cast<QRgb *>(bits + x * stride) + near;
+                        second = first + 1;
+                    } else {
+                        first = reinterpret_cast<QRgb *>(bits + near * stride) + x;
+                        second = reinterpret_cast<QRgb *>(reinterpret_cast<uchar *>(first) + stride);
+                    }
+                    towardsPair(*first, *second, f, g);
+                }
+            };
         for (const int index : bands[band]) {
             const Run &line = runs[std::size_t(index)];
             const QPointF &a = line.a;
@@ -463,18 +500,36 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
                         at = s - std::floor(s / period) * period;
                     }
                     const double inkScale = dashes ? alpha / std::abs(patternStep) : 0;
-                    for (; i < end; ++i, across += step) {
-                        int ink = alpha;
-                        if (stepped) {
-                            const double next = at + patternStep;
-                            ink = int(inkBetween(std::min(at, next), std::max(at, next)) * inkScale + 0.5);
-                            at = next >= period ? next - period : next < 0 ? next + period : next;
-                        } else if (dashes) {
-                            ink = int(inked(i, 1) * alpha + 0.5);
+                    if (dashes && !stepped) {
+                        for (; i < end; ++i, across += step) {
+                            const int ink = int(inked(i, 1) * alpha + 0.5);
+                            const int below = (int((across >> 8) & 255) * ink) >> 8;
+                            plotPair(line.steep, i, int(across >> 16), ink - below, below);
                         }
-                        const int below = (int((across >> 8) & 255) * ink) >> 8;
-                        plotPair(line.steep, i, int(across >> 16), ink - below, below);
+                        continue;
                     }
+                    const auto columns = [&](auto steepKind, auto steppedKind, auto restoreKind) {
+                        wholeColumns.template operator()<decltype(steepKind)::value, decltype(steppedKind)::value,
+                                                         decltype(restoreKind)::value>(i, end, across, step, at,
+                                                                                       patternStep, inkScale);
+                    };
+                    const auto restoring = [&](auto steepKind, auto steppedKind) {
+                        if (restore)
+                            columns(steepKind, steppedKind, std::true_type());
+                        else
+                            columns(steepKind, steppedKind, std::false_type());
+                    };
+                    const auto stepping = [&](auto steepKind) {
+                        if (stepped)
+                            restoring(steepKind, std::true_type());
+                        else
+                            restoring(steepKind, std::false_type());
+                    };
+                    if (line.steep)
+                        stepping(std::true_type());
+                    else
+                        stepping(std::false_type());
+                    i = end;
                     continue;
                 }
                 // The part of this column the line spans, and its height at the middle.
