@@ -4,12 +4,14 @@
 // the window's own canvas view, every frame that follows work: a task
 // renamed or its status changed, the viewport saved at a scroll's end, a
 // new flow shown and a filter applied, each timed with the work it
-// follows. Floors: the same number of cards copied, or drawn as plain
-// rectangles with their titles, and nothing else.
+// follows; and the lines of a new line layer blended in alone, over its
+// ground. Floors: the same number of cards copied, or drawn as plain
+// rectangles with their titles, and nothing else; the layer's ground.
 #include "BenchmarkMain.h"
 #include "GeneratedStores.h"
 #include "LiveStore.h"
 
+#include "DependencyEdge.h"
 #include "FenrowHistory.h"
 #include "NodeRecurrence.h"
 #include "TaskFlow.h"
@@ -17,6 +19,7 @@
 #include "canvasview/CanvasAppearance.h"
 #include "canvasview/CanvasCardContent.h"
 #include "canvasview/CanvasScenePainter.h"
+#include "canvasview/CanvasScenePainting.h"
 #include "canvasview/CanvasView.h"
 #include "look/BrandPalette.h"
 #include "shell/AppPreferences.h"
@@ -493,6 +496,68 @@ void paintAfterFilter(benchmark::State &state)
     window->report(state);
 }
 
+// The line layer of the zoomed-out view as a new flow or a filter of a
+// new colour draws it: a strip of rows at a time, the ground filled and
+// then every plain and every dashed line that crosses it blended in, here
+// the flow's lines between their cards' centres. Argument 0 fills the
+// ground alone, the floor the lines are drawn over.
+void blendLineLayer(benchmark::State &state)
+{
+    Scene *scene = Scene::open(state);
+    if (!scene)
+        return;
+    scene->view(CanvasZoom::minimumScale);
+    const double scale = CanvasZoom::minimumScale;
+    const QTransform toPixels =
+        QTransform::fromScale(scale, scale) *
+        QTransform::fromTranslate(scene->interaction.offset().x(), scene->interaction.offset().y());
+    QList<QLineF> plain;
+    QList<QLineF> dashed;
+    ScenePainting::ThinDashes dashes{ScenePainting::subtaskDashes[0] * CanvasGeometry::edgeStroke,
+                                     (ScenePainting::subtaskDashes[0] + ScenePainting::subtaskDashes[1]) *
+                                         CanvasGeometry::edgeStroke,
+                                     {}};
+    for (const DependencyEdge *edge : scene->flow->edges()) {
+        const FlowNode *from = edge->fromItem();
+        const FlowNode *to = edge->toItem();
+        if (!from || !to)
+            continue;
+        const QLineF line(scene->interaction.frame(*from).center(), scene->interaction.frame(*to).center());
+        (edge->isSubtask() ? dashed : plain).append(line);
+        if (edge->isSubtask())
+            dashes.phases.append(0);
+    }
+    const bool lines = state.range(0) == 1;
+    const QColor ink = scene->colors.edge;
+    const QRgb ground = scene->colors.ramp.brandSubtle.rgb();
+    QImage layer(frameSize, QImage::Format_RGB32);
+    constexpr int stripRows = 64;
+    for (auto _ : state) {
+        for (int top = 0; top < layer.height(); top += stripRows) {
+            const QRect strip(0, top, layer.width(), std::min(stripRows, layer.height() - top));
+            for (int y = strip.top(); y <= strip.bottom(); ++y)
+                std::fill_n(reinterpret_cast<QRgb *>(layer.scanLine(y)), layer.width(), ground);
+            if (!lines)
+                continue;
+            ScenePainting::blendThinLines(layer, strip, toPixels, plain, ink, CanvasGeometry::edgeStroke * scale);
+            ScenePainting::blendThinLines(layer, strip, toPixels, dashed, ink, CanvasGeometry::edgeStroke * scale,
+                                          &dashes);
+        }
+    }
+    qint64 inked = 0;
+    for (int y = 0; y < layer.height(); ++y) {
+        const QRgb *row = reinterpret_cast<const QRgb *>(layer.constScanLine(y));
+        inked += std::count_if(row, row + layer.width(),
+                               [&](QRgb pixel) { return (pixel & 0xffffff) != (ground & 0xffffff); });
+    }
+    if (lines && inked == 0) {
+        fail(state, QStringLiteral("no line crosses the view"));
+        return;
+    }
+    state.counters["lines"] = double(plain.size() + dashed.size());
+    state.counters["inkedPixels"] = double(inked);
+}
+
 // Floors for a frame of as many cards as the zoomed-out view shows: the
 // background and the cards' pictures copied (a frame drawn from what is
 // kept), or each card a plain rectangle with one line of its title (a
@@ -542,6 +607,7 @@ BENCHMARK(paintAfterStatus)->Unit(benchmark::kMillisecond);
 BENCHMARK(paintAfterScrollEnd)->Unit(benchmark::kMillisecond);
 BENCHMARK(paintNewFlow)->Unit(benchmark::kMillisecond);
 BENCHMARK(paintAfterFilter)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
+BENCHMARK(blendLineLayer)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(floorFrame)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
