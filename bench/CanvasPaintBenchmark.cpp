@@ -511,6 +511,7 @@ void blendLineLayer(benchmark::State &state)
     const QTransform toPixels =
         QTransform::fromScale(scale, scale) *
         QTransform::fromTranslate(scene->interaction.offset().x(), scene->interaction.offset().y());
+    const QRectF shown{QPointF(), QSizeF(frameSize)};
     QList<QLineF> plain;
     QList<QLineF> dashed;
     ScenePainting::ThinDashes dashes{ScenePainting::subtaskDashes[0] * CanvasGeometry::edgeStroke,
@@ -523,6 +524,9 @@ void blendLineLayer(benchmark::State &state)
         if (!from || !to)
             continue;
         const QLineF line(scene->interaction.frame(*from).center(), scene->interaction.frame(*to).center());
+        // Only lines that may cross the view are gathered for a layer.
+        if (!toPixels.mapRect(QRectF(line.p1(), line.p2()).normalized()).adjusted(-1, -1, 1, 1).intersects(shown))
+            continue;
         (edge->isSubtask() ? dashed : plain).append(line);
         if (edge->isSubtask())
             dashes.phases.append(0);
@@ -533,14 +537,17 @@ void blendLineLayer(benchmark::State &state)
     QImage layer(frameSize, QImage::Format_RGB32);
     constexpr int stripRows = 64;
     for (auto _ : state) {
+        // Mapped to the layer's pixels once, for all its strips.
+        const auto plainRuns = ScenePainting::ThinLineRuns::map(toPixels, plain, nullptr);
+        const auto dashedRuns = ScenePainting::ThinLineRuns::map(toPixels, dashed, &dashes);
         for (int top = 0; top < layer.height(); top += stripRows) {
             const QRect strip(0, top, layer.width(), std::min(stripRows, layer.height() - top));
             for (int y = strip.top(); y <= strip.bottom(); ++y)
                 std::fill_n(reinterpret_cast<QRgb *>(layer.scanLine(y)), layer.width(), ground);
             if (!lines)
                 continue;
-            ScenePainting::blendThinLines(layer, strip, toPixels, plain, ink, CanvasGeometry::edgeStroke * scale);
-            ScenePainting::blendThinLines(layer, strip, toPixels, dashed, ink, CanvasGeometry::edgeStroke * scale,
+            ScenePainting::blendThinLines(layer, strip, plainRuns, 0, ink, CanvasGeometry::edgeStroke * scale);
+            ScenePainting::blendThinLines(layer, strip, dashedRuns, 0, ink, CanvasGeometry::edgeStroke * scale,
                                           &dashes);
         }
     }

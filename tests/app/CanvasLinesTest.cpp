@@ -86,6 +86,15 @@ TEST(CanvasLinesTest, ThinLinesFallWhereAndAsStrongAsTheRasterEnginesStroke)
             for (const QRect &part : {QRect(0, 0, 40, 200), QRect(40, 0, 280, 83), QRect(40, 83, 280, 117)})
                 ScenePainting::blendThinLines(parts, part, toPixels, lines, color, 1.5 * 0.4, pattern);
             EXPECT_LE(worst(parts, ours), 1) << "in parts as whole";
+            // As a layer's strips are drawn: the lines mapped once, each
+            // strip an image over the layer's rows from its first on.
+            QImage strips = ground;
+            const auto mapped = ScenePainting::ThinLineRuns::map(toPixels, lines, pattern);
+            for (const auto &[from, to] : {std::pair(0, 61), std::pair(61, 64), std::pair(64, 200)}) {
+                QImage rows(strips.scanLine(from), strips.width(), to - from, strips.bytesPerLine(), strips.format());
+                ScenePainting::blendThinLines(rows, rows.rect(), mapped, from, color, 1.5 * 0.4, pattern);
+            }
+            EXPECT_LE(worst(strips, ours), 1) << "in strips as whole";
 
             // A filter dims every line at once from the undimmed layer:
             // as each blended faded, where lines do not cross (there a

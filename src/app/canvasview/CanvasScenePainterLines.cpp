@@ -103,10 +103,25 @@ public:
         drawHeads(painter);
     }
 
+    // The thin lines mapped once to the pixels of a layer that `toPixels`
+    // maps to, for all the strips it is drawn in.
+    void mapThinLines(const QTransform &toPixels)
+    {
+        for (Batch &batch : m_batches) {
+            if (batch.pen.style() != Qt::SolidLine || batch.dashes.size() > 2)
+                continue;
+            batch.thin = thinDashes(batch);
+            batch.mapped = ThinLineRuns::map(toPixels, batch.lines, batch.dashes.empty() ? nullptr : &batch.thin);
+        }
+        m_mappedTo = toPixels;
+    }
+
     // Into an opaque layer, lines at most a pixel wide are blended directly,
-    // within `clip`, its pixels the painter is clipped to. Only reads what
-    // was gathered, so two threads may draw two parts of a layer at once.
-    void drawLines(QPainter &painter, QImage *layer, const QRect &clip) const
+    // within `clip`, its pixels the painter is clipped to; the layer's first
+    // row is row `firstRow` of the pixels the lines were mapped to. Only
+    // reads what was gathered, so two threads may draw two parts of a layer
+    // at once.
+    void drawLines(QPainter &painter, QImage *layer, const QRect &clip, int firstRow = 0) const
     {
         const QTransform &transform = painter.transform();
         const double pixelRatio = layer ? layer->devicePixelRatio() : 1;
@@ -119,10 +134,12 @@ public:
             const double pixels = batch.pen.widthF() * toPixels.m11();
             const double width = std::max(batch.pen.widthF(), 1.0);
             if (direct && batch.pen.style() == Qt::SolidLine && pixels <= 1 && batch.dashes.size() <= 2) {
-                ThinDashes dashes;
-                if (!batch.dashes.empty())
-                    dashes =
-                        ThinDashes{batch.dashes[0] * width, (batch.dashes[0] + batch.dashes[1]) * width, batch.phases};
+                if (batch.mapped && toPixels == m_mappedTo * QTransform::fromTranslate(0, -firstRow)) {
+                    blendThinLines(*layer, clip, *batch.mapped, firstRow, batch.pen.color(), pixels,
+                                   batch.dashes.empty() ? nullptr : &batch.thin, m_restore);
+                    continue;
+                }
+                const ThinDashes dashes = thinDashes(batch);
                 blendThinLines(*layer, clip, toPixels, batch.lines, batch.pen.color(), pixels,
                                batch.dashes.empty() ? nullptr : &dashes, m_restore);
                 continue;
@@ -165,7 +182,19 @@ private:
         // Per line of a dashed batch: how far its first end is from where the pattern began.
         QList<double> phases;
         QPainterPath heads;
+        // Its pattern in the lines' units, for blending them thin.
+        ThinDashes thin;
+        std::optional<ThinLineRuns> mapped;
     };
+
+    // A dashed batch's pattern in the lines' units, for blending it thin.
+    static ThinDashes thinDashes(const Batch &batch)
+    {
+        if (batch.dashes.empty())
+            return {};
+        const double width = std::max(batch.pen.widthF(), 1.0);
+        return ThinDashes{batch.dashes[0] * width, (batch.dashes[0] + batch.dashes[1]) * width, batch.phases};
+    }
 
     Batch &find(const QPen &pen, std::span<const double> dashes)
     {
@@ -175,12 +204,13 @@ private:
         // Overlapping heads are one shape, not holes in each other.
         QPainterPath heads;
         heads.setFillRule(Qt::WindingFill);
-        m_batches.append(Batch{pen, dashes, {}, {}, heads});
+        m_batches.append(Batch{pen, dashes, {}, {}, heads, {}, {}});
         return m_batches.last();
     }
 
     QList<Batch> m_batches;
     bool m_restore = false;
+    QTransform m_mappedTo;
 };
 
 QColor dimmed(QColor color, double opacity)
@@ -275,16 +305,66 @@ void dimLines(uchar *target, const uchar *lines, qsizetype stride, const QRect &
 void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels, const QList<QLineF> &lines,
                     QColor color, double strength, const ThinDashes *dashes, bool restore)
 {
+    if (!(clip & image.rect()).isEmpty())
+        blendThinLines(image, clip, ThinLineRuns::map(toPixels, lines, dashes), 0, color, strength, dashes, restore);
+}
+
+ThinLineRuns ThinLineRuns::map(const QTransform &toPixels, const QList<QLineF> &lines, const ThinDashes *dashes)
+{
+    ThinLineRuns mapped;
+    mapped.pixelsPerUnit = std::abs(toPixels.m11());
+    mapped.runs.reserve(std::size_t(lines.size()));
+    for (qsizetype n = 0; n < lines.size(); ++n) {
+        QPointF a = toPixels.map(lines[n].p1());
+        QPointF b = toPixels.map(lines[n].p2());
+        Run line;
+        line.firstRow = int(std::floor(std::min(a.y(), b.y()))) - 1;
+        line.lastRow = int(std::ceil(std::max(a.y(), b.y()))) + 1;
+        line.leftmost = std::min(a.x(), b.x());
+        line.rightmost = std::max(a.x(), b.x());
+        line.steep = std::abs(b.y() - a.y()) > std::abs(b.x() - a.x());
+        if (line.steep) {
+            a = a.transposed();
+            b = b.transposed();
+        }
+        const bool reversed = a.x() > b.x();
+        if (reversed)
+            std::swap(a, b);
+        const double run = b.x() - a.x();
+        // A point draws nothing, as with flat caps.
+        if (run <= 0)
+            continue;
+        line.a = a;
+        line.b = b;
+        line.slope = (b.y() - a.y()) / run;
+        if (dashes) {
+            const double length = std::hypot(run, b.y() - a.y());
+            const double phase = dashes->phases[n] * mapped.pixelsPerUnit;
+            line.patternAtA = reversed ? phase + length : phase;
+            line.patternPerStep = (reversed ? -length : length) / run;
+        }
+        mapped.runs.push_back(line);
+    }
+    return mapped;
+}
+
+void blendThinLines(QImage &image, const QRect &clip, const ThinLineRuns &lines, int firstRow, QColor color,
+                    double strength, const ThinDashes *dashes, bool restore)
+{
+    using Run = ThinLineRuns::Run;
     constexpr int bandRows = 32;
-    const QRect area = clip & image.rect();
+    // In the rows of the image the lines were mapped to.
+    const QRect area = (clip & image.rect()).translated(0, firstRow);
     if (area.isEmpty())
         return;
     const int left = area.left();
     const int right = area.right() + 1;
     const int top = area.top();
     const int bottom = area.bottom() + 1;
-    uchar *bits = image.bits();
+    // Row y of the mapped image, which is this image's row y - firstRow.
+    uchar *const bits = image.bits();
     const qsizetype stride = image.bytesPerLine();
+    const auto row = [bits, stride, firstRow](int y) { return bits + qsizetype(y - firstRow) * stride; };
     const int alpha = int(std::lround(std::clamp(color.alphaF() * strength, 0.0, 1.0) * 256));
     const uint source = color.rgb();
     // A pixel moved towards the colour by f of 256.
@@ -313,7 +393,7 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
         second = towards(second, g);
 #endif
     };
-    const double toPixelLength = std::abs(toPixels.m11());
+    const double toPixelLength = lines.pixelsPerUnit;
     const double dash = dashes ? dashes->dash * toPixelLength : 0;
     const double period = dashes ? dashes->period * toPixelLength : 0;
     // How much of the pattern is ink up to a distance along the line.
@@ -322,49 +402,15 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
         return periods * dash + std::min(s - periods * period, dash);
     };
 
-    // Each line along its longer axis, from its lower end; a dashed one
-    // with the distance along its pattern at that end, and which way and how
-    // fast that distance runs per step along the axis.
-    struct Run {
-        QPointF a;
-        QPointF b;
-        bool steep;
-        double slope;
-        double patternAtA = 0;
-        double patternPerStep = 0;
-    };
-    std::vector<Run> runs;
-    runs.reserve(std::size_t(lines.size()));
-    std::vector<std::vector<int>> bands(std::size_t((bottom - top + bandRows - 1) / bandRows));
-    for (qsizetype n = 0; n < lines.size(); ++n) {
-        QPointF a = toPixels.map(lines[n].p1());
-        QPointF b = toPixels.map(lines[n].p2());
-        const int from = std::max(int(std::floor(std::min(a.y(), b.y()))) - 1, top);
-        const int to = std::min(int(std::ceil(std::max(a.y(), b.y()))) + 1, bottom - 1);
-        if (from > to || std::max(a.x(), b.x()) < left - 1 || std::min(a.x(), b.x()) > right + 1)
+    // The lines that reach this part, in the bands of rows each reaches.
+    std::vector<std::vector<const Run *>> bands(std::size_t((bottom - top + bandRows - 1) / bandRows));
+    for (const Run &line : lines.runs) {
+        const int from = std::max(line.firstRow, top);
+        const int to = std::min(line.lastRow, bottom - 1);
+        if (from > to || line.rightmost < left - 1 || line.leftmost > right + 1)
             continue;
-        const bool steep = std::abs(b.y() - a.y()) > std::abs(b.x() - a.x());
-        if (steep) {
-            a = a.transposed();
-            b = b.transposed();
-        }
-        const bool reversed = a.x() > b.x();
-        if (reversed)
-            std::swap(a, b);
-        const double run = b.x() - a.x();
-        // A point draws nothing, as with flat caps.
-        if (run <= 0)
-            continue;
-        Run line{a, b, steep, (b.y() - a.y()) / run};
-        if (dashes) {
-            const double length = std::hypot(run, b.y() - a.y());
-            const double phase = dashes->phases[n] * toPixelLength;
-            line.patternAtA = reversed ? phase + length : phase;
-            line.patternPerStep = (reversed ? -length : length) / run;
-        }
         for (int band = (from - top) / bandRows; band <= (to - top) / bandRows; ++band)
-            bands[std::size_t(band)].push_back(int(runs.size()));
-        runs.push_back(line);
+            bands[std::size_t(band)].push_back(&line);
     }
 
     // Restoring, a pixel that holds a line's share f dimmed, g + d·f·(c − g)
@@ -385,7 +431,7 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
                 return;
             if (restore)
                 f = restored[std::size_t(std::min(f, 256))];
-            QRgb &pixel = reinterpret_cast<QRgb *>(bits + y * stride)[x];
+            QRgb &pixel = reinterpret_cast<QRgb *>(row(y))[x];
             pixel = towards(pixel, f);
         };
         // The two pixels a column of a line shares between, `near` and the
@@ -407,8 +453,8 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
                 f = restored[std::size_t(std::clamp(f, 0, 256))];
                 g = restored[std::size_t(std::clamp(g, 0, 256))];
             }
-            QRgb *const first = steep ? reinterpret_cast<QRgb *>(bits + along * stride) + near
-                                      : reinterpret_cast<QRgb *>(bits + near * stride) + along;
+            QRgb *const first =
+                steep ? reinterpret_cast<QRgb *>(row(along)) + near : reinterpret_cast<QRgb *>(row(near)) + along;
             QRgb *const second =
                 steep ? first + 1 : reinterpret_cast<QRgb *>(reinterpret_cast<uchar *>(first) + stride);
             towardsPair(*first, *second, f, g);
@@ -451,17 +497,17 @@ void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels
                     QRgb *first;
                     QRgb *second;
                     if constexpr (steep) {
-                        first = reinterpret_cast<QRgb *>(bits + x * stride) + near;
+                        first = reinterpret_cast<QRgb *>(row(x)) + near;
                         second = first + 1;
                     } else {
-                        first = reinterpret_cast<QRgb *>(bits + near * stride) + x;
+                        first = reinterpret_cast<QRgb *>(row(near)) + x;
                         second = reinterpret_cast<QRgb *>(reinterpret_cast<uchar *>(first) + stride);
                     }
                     towardsPair(*first, *second, f, g);
                 }
             };
-        for (const int index : bands[band]) {
-            const Run &line = runs[std::size_t(index)];
+        for (const Run *run : bands[band]) {
+            const Run &line = *run;
             const QPointF &a = line.a;
             const QPointF &b = line.b;
             // Of the columns from x to x + share along the axis, the part in ink.
@@ -628,7 +674,7 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             if (!lines)
                 continue;
             on.setTransform(scene * down);
-            batches.drawLines(on, &target, strip.translated(0, -first));
+            batches.drawLines(on, &target, strip.translated(0, -first), first);
         }
     };
     const auto drawLowerGround = [&] {
@@ -734,6 +780,7 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             editor.visibleNodes();
             known.count_down();
             gather();
+            batches.mapThinLines(scene);
             gathered.count_down();
             takeStrips();
         });
@@ -754,6 +801,7 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         if (split)
             helper = std::thread(drawLowerGround);
         gather();
+        batches.mapThinLines(scene);
         drawGround(painter, *layer, layerClip.top(), middle, 0, inStrips);
         if (helper.joinable())
             helper.join();

@@ -14,6 +14,7 @@
 
 #include <array>
 #include <span>
+#include <vector>
 
 class QPainter;
 
@@ -68,6 +69,34 @@ struct ThinDashes {
     QList<double> phases;
 };
 
+// Lines mapped once to the pixels of an image, each along its longer axis
+// from its lower end, with the rows and columns it reaches: a layer is
+// blended a strip of rows at a time, and each strip takes only the lines
+// that reach it. `toPixels` may only scale (the same both ways) and move.
+struct ThinLineRuns {
+    struct Run {
+        // Its ends, swapped to x along its longer axis when it is steep.
+        QPointF a;
+        QPointF b;
+        bool steep = false;
+        double slope = 0;
+        // A dashed line's distance along its pattern at `a`, and which way
+        // and how fast that distance runs per step along the axis.
+        double patternAtA = 0;
+        double patternPerStep = 0;
+        // The rows it reaches, and the columns, in the image's pixels.
+        int firstRow = 0;
+        int lastRow = 0;
+        double leftmost = 0;
+        double rightmost = 0;
+    };
+    std::vector<Run> runs;
+    // Pixels per unit of the lines, for the lengths of the dash pattern.
+    double pixelsPerUnit = 1;
+
+    static ThinLineRuns map(const QTransform &toPixels, const QList<QLineF> &lines, const ThinDashes *dashes);
+};
+
 // Antialiased lines at most a pixel wide, `strength` their width in pixels,
 // blended straight into an opaque RGB32 image, only within its pixels
 // `clip`; `toPixels` maps them to its pixels and may only scale (the same
@@ -76,6 +105,10 @@ struct ThinDashes {
 // brings them back to full strength instead of blending them again.
 void blendThinLines(QImage &image, const QRect &clip, const QTransform &toPixels, const QList<QLineF> &lines,
                     QColor color, double strength, const ThinDashes *dashes = nullptr, bool restore = false);
+// The same with the lines mapped already, to the pixels of a larger image
+// whose row `firstRow` is this image's first: a strip of a layer.
+void blendThinLines(QImage &image, const QRect &clip, const ThinLineRuns &lines, int firstRow, QColor color,
+                    double strength, const ThinDashes *dashes = nullptr, bool restore = false);
 
 // Each RGB32 pixel of `target` within `rect` the same pixel of `lines`, a
 // layer of the same size and stride drawn over the opaque colour `ground`,
