@@ -66,6 +66,9 @@ void CanvasScenePainter::flowChanged()
 {
     ++m_version;
     m_contents.invalidate();
+    // Every layout is of the version before; kept, they would pile up over
+    // every flow shown.
+    m_layouts.clear();
     m_cardImages.clear();
     m_fadedCards.clear();
     // A file's bytes never change under its id; only gone files leave.
