@@ -108,7 +108,7 @@ public:
     void mapThinLines(const QTransform &toPixels)
     {
         for (Batch &batch : m_batches) {
-            if (batch.pen.style() != Qt::SolidLine || batch.dashes.size() > 2)
+            if (!blendsThin(batch, toPixels))
                 continue;
             batch.thin = thinDashes(batch);
             batch.mapped = ThinLineRuns::map(toPixels, batch.lines, batch.dashes.empty() ? nullptr : &batch.thin);
@@ -133,7 +133,7 @@ public:
                 continue;
             const double pixels = batch.pen.widthF() * toPixels.m11();
             const double width = std::max(batch.pen.widthF(), 1.0);
-            if (direct && batch.pen.style() == Qt::SolidLine && pixels <= 1 && batch.dashes.size() <= 2) {
+            if (direct && blendsThin(batch, toPixels)) {
                 if (batch.mapped && toPixels == m_mappedTo * QTransform::fromTranslate(0, -firstRow)) {
                     blendThinLines(*layer, clip, *batch.mapped, firstRow, batch.pen.color(), pixels,
                                    batch.dashes.empty() ? nullptr : &batch.thin, m_restore);
@@ -186,6 +186,14 @@ private:
         ThinDashes thin;
         std::optional<ThinLineRuns> mapped;
     };
+
+    // Whether a batch is blended by hand rather than stroked: plain or
+    // simply dashed lines at most a pixel wide.
+    static bool blendsThin(const Batch &batch, const QTransform &toPixels)
+    {
+        return batch.pen.style() == Qt::SolidLine && batch.dashes.size() <= 2 &&
+               batch.pen.widthF() * toPixels.m11() <= 1;
+    }
 
     // A dashed batch's pattern in the lines' units, for blending it thin.
     static ThinDashes thinDashes(const Batch &batch)
