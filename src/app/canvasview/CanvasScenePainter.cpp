@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace fenrow {
 
@@ -129,13 +130,25 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     // Should the lines be drawn anew, the cards' pictures are made while
     // the second thread draws them.
     const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
-    m_whileLinesDraw.then = [&] {
+    // The cards in view, found once: each frame is worked out from the
+    // task, and a flow has thousands.
+    std::vector<const FlowNode *> cardsInView;
+    bool cardsFound = false;
+    const auto findCards = [&] {
+        cardsFound = true;
         for (const FlowNode *node : editor.visibleNodes())
             if (interaction.frame(*node).intersects(visible))
-                cardPicture(editor, *flow, *node, colors, view, pixelRatio);
+                cardsInView.push_back(node);
+    };
+    m_whileLinesDraw.then = [&] {
+        findCards();
+        for (const FlowNode *node : cardsInView)
+            cardPicture(editor, *flow, *node, colors, view, pixelRatio);
     };
     paintLineLayer(painter, editor, colors, view, moving, exposed);
     m_whileLinesDraw = {};
+    if (!cardsFound)
+        findCards();
     painter.setTransform(toScreen);
     if (!moving.isEmpty())
         paintLines(painter, editor, colors, visible, moving, true, LineDimming::asFiltered);
@@ -164,10 +177,8 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
         if (interaction.fileFrame(*file).intersects(visible))
             paintFile(painter, editor, *file, colors, view);
     }
-    for (const FlowNode *node : editor.visibleNodes()) {
-        if (interaction.frame(*node).intersects(visible))
-            paintNode(painter, editor, *flow, *node, colors, view);
-    }
+    for (const FlowNode *node : cardsInView)
+        paintNode(painter, editor, *flow, *node, colors, view);
     painter.setTransform(toScreen);
     painter.setOpacity(1);
 
