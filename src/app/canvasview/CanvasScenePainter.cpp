@@ -130,8 +130,8 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     // Should the lines be drawn anew, the cards' pictures are made while
     // the second thread draws them.
     const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
-    // The cards in view, found once: each frame is worked out from the
-    // task, and a flow has thousands.
+    // The cards in view, found once: each card's rectangle is read from
+    // its task, and a flow has thousands.
     std::vector<const FlowNode *> cardsInView;
     bool cardsFound = false;
     const auto findCards = [&] {
