@@ -67,10 +67,15 @@ struct TranscriptStreams {
 class OwnerConsole : private TranscriptStreams, public Console {
 public:
     OwnerConsole(Transcript &transcript, const Request &request)
-        : TranscriptStreams(transcript), Console(outStream, errStream, nullptr, request.interactive),
-          m_answers(request.answers), m_input(request.input)
+        : TranscriptStreams(transcript),
+          Console(outStream, errStream, nullptr, request.interactive),
+          m_answers(request.answers),
+          m_input(request.input),
+          m_callerGone(request.callerGone)
     {
     }
+
+    bool isAbandoned() const override { return m_callerGone && m_callerGone->load(); }
 
     Answer confirm(const QString &question) override
     {
@@ -111,6 +116,7 @@ private:
     QStringList m_answers;
     qsizetype m_asked = 0;
     std::optional<QString> m_input;
+    std::shared_ptr<const std::atomic_bool> m_callerGone;
     Reply::Need m_need = Reply::Need::nothing;
     QString m_question;
 };

@@ -53,6 +53,10 @@ public:
 
     bool isInteractive() const { return m_interactive; }
 
+    // Whether nobody reads this console any more: a forwarded command's
+    // caller that has ended. Work that waits gives up then.
+    virtual bool isAbandoned() const { return false; }
+
     // Writes text already in UTF-8 after what `stream` holds: straight to
     // its device when it has one, without decoding and encoding it again.
     static void writeUtf8(QTextStream &stream, QByteArrayView utf8);

@@ -65,11 +65,15 @@ QString engineLine(const AppEnvironment &environment)
     return QStringLiteral("Engine: none. ") + whyNoEngine(environment);
 }
 
-void waitUntil(const std::function<bool()> &done)
+bool waitUntil(CommandContext &context, const std::function<bool()> &done)
 {
     QEventLoop loop;
-    while (!done())
+    while (!done()) {
+        if (context.console().isAbandoned())
+            return false;
         loop.processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return true;
 }
 
 QString whyNoEngine(const AppEnvironment &environment)

@@ -23,8 +23,10 @@ std::unique_ptr<AppEnvironment> environment(CommandContext &context);
 QString engineLine(const AppEnvironment &environment);
 
 // Runs the event loop until `done` holds: engine answers come back through
-// it, while the engine works on its own thread.
-void waitUntil(const std::function<bool()> &done);
+// it, while the engine works on its own thread. False when the command's
+// caller went away first (see Console::isAbandoned): the caller then gives
+// up on the engine's work.
+bool waitUntil(CommandContext &context, const std::function<bool()> &done);
 
 // Why there is no engine, as one or two sentences for the user.
 QString whyNoEngine(const AppEnvironment &environment);

@@ -18,6 +18,8 @@
 
 #include <QJsonArray>
 
+#include <memory>
+
 namespace fenrow::NewFlowCommand {
 
 namespace {
@@ -76,14 +78,31 @@ int newFlow(CommandContext &context)
                                 << Qt::endl;
     sheet.name = context.optionValue(nameOption);
     sheet.text = *prose;
-    QUuid createdID;
-    std::optional<bool> relinked;
-    sheet.onCreated = [&](const TaskFlow &flow) { createdID = flow.id; };
-    sheet.onRelinked = [&](bool ok) { relinked = ok; };
+    // Shared with the engine's turns: the connecting goes on after the flow
+    // is made, even when nobody waits for it any more.
+    struct Outcome {
+        QUuid createdID;
+        std::optional<bool> relinked;
+    };
+    const auto outcome = std::make_shared<Outcome>();
+    sheet.onCreated = [outcome](const TaskFlow &flow) { outcome->createdID = flow.id; };
+    sheet.onRelinked = [outcome](bool ok) { outcome->relinked = ok; };
     sheet.generate();
     // Done when the flow is made and connected, or when the sheet would
     // show a notice instead.
-    EngineSupport::waitUntil([&] { return relinked.has_value() || (createdID.isNull() && !sheet.isProcessing()); });
+    const bool waited = EngineSupport::waitUntil(context, [&] {
+        return outcome->relinked.has_value() || (outcome->createdID.isNull() && !sheet.isProcessing());
+    });
+    const QUuid createdID = outcome->createdID;
+    const std::optional<bool> relinked = outcome->relinked;
+    if (!waited) {
+        // A flow not made yet is not made; one made stays, as in the window.
+        sheet.stop();
+        return context.fail(createdID.isNull()
+                                ? QStringLiteral("the command's caller went away; no flow was made")
+                                : QStringLiteral("the command's caller went away; the flow was made, and the "
+                                                 "engine connects its tasks on its own"));
+    }
 
     const TaskFlow *flow = store.flow(createdID);
     if (!flow) {

@@ -156,7 +156,9 @@ int planDay(CommandContext &context)
     }
 
     model.plan();
-    EngineSupport::waitUntil([&] { return model.phase().kind != PlanDayPhase::Kind::running; });
+    if (!EngineSupport::waitUntil(context, [&] { return model.phase().kind != PlanDayPhase::Kind::running; }))
+        return context.fail(QStringLiteral("the command's caller went away before the engine answered; "
+                                           "nothing was changed"));
     if (model.phase().kind == PlanDayPhase::Kind::failed)
         return context.fail(QStringLiteral("the inference engine could not order the day, and nothing was changed"));
 

@@ -22,6 +22,8 @@
 #include <QJsonArray>
 #include <QUuid>
 
+#include <memory>
+
 namespace fenrow::TaskCommands {
 
 namespace {
@@ -106,12 +108,15 @@ int addTask(CommandContext &context)
         flowIsNew = capture.targetFlow() == nullptr;
     }
 
-    std::optional<QuickCaptureModel::AutoLink> linked;
-    const FlowNode *node = capture.save([&](QuickCaptureModel::AutoLink outcome) { linked = outcome; });
+    // Shared with the link, which lands in the store even when nobody waits for it.
+    const auto linked = std::make_shared<std::optional<QuickCaptureModel::AutoLink>>();
+    const FlowNode *node = capture.save([linked](QuickCaptureModel::AutoLink outcome) { *linked = outcome; });
     if (!node)
         return context.fail(QStringLiteral("the task could not be added"));
     const QUuid nodeID = node->id;
-    EngineSupport::waitUntil([&] { return linked.has_value(); });
+    if (!EngineSupport::waitUntil(context, [&] { return linked->has_value(); }))
+        return context.fail(QStringLiteral("the command's caller went away; the task was added, and the engine "
+                                           "connects it on its own"));
     // Looked up again: the store is the truth after the engine's turn.
     node = store.node(nodeID);
     if (!node)
@@ -127,7 +132,7 @@ int addTask(CommandContext &context)
     if (datePhrase)
         context.out() << "The due date comes from " << PlainText::quoted(PlainText::singleLine(datePhrase->phrase))
                       << "; --due none keeps the title as typed.\n";
-    printAutoLink(context, *node, *linked);
+    printAutoLink(context, *node, **linked);
     return exitSuccess;
 }
 

@@ -3,6 +3,8 @@
 // commands and second starts to this process over a private session bus.
 #include "AppTestSupport.h"
 #include "CommandOutputFile.h"
+#include "FenrowBusHandler.h"
+#include "FenrowBusService.h"
 #include "domain/FenrowModelContainer.h"
 #include "domain/FenrowStore.h"
 #include "domain/SystemClock.h"
@@ -38,6 +40,8 @@
 #include <QTimer>
 
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -423,6 +427,89 @@ TEST_F(BusCallsTest, IntentsActOnTheWindowsStoreAndBadCallsGetReadableErrors)
         EXPECT_TRUE(errorOf(reply).startsWith(expected)) << errorOf(reply).toStdString();
     EXPECT_EQ(task("Lost"), nullptr);
     EXPECT_EQ(store().flows().size(), 1);
+}
+
+// A caller that ended (Ctrl+C) before the program came to its command:
+// nobody waits for the command, and it is not carried out.
+TEST_F(BusCallsTest, ACommandWhoseCallerLeftBeforeItRanIsNotRun)
+{
+    const QString storePath = call("StorePath").arguments().value(0).toString();
+    const auto sendAdd = [&](const QString &connectionName, const QString &title) {
+        QDBusMessage message = QDBusMessage::createMethodCall("studio.tarnwick.Fenrow", "/studio/tarnwick/Fenrow",
+                                                              "studio.tarnwick.Fenrow", "RunCommand");
+        message.setArguments({QStringList{"add", title}, home.path(), QVariantMap{{"store", storePath}}});
+        QDBusConnection caller = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName);
+        caller.asyncCall(message);
+        // The bus answers in order: once it answered this, it has passed
+        // the command on. Blocking, so this program has not read it yet.
+        caller.call(QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                                   "org.freedesktop.DBus", "GetId"),
+                    QDBus::Block);
+        return caller.baseService();
+    };
+
+    sendAdd("staying", "Added while its caller waits");
+    const QString leaver = sendAdd("leaving", "Never run");
+    QDBusConnection::disconnectFromBus("leaving");
+    const QDBusMessage hasOwner = QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                                                 "org.freedesktop.DBus", "NameHasOwner");
+    // Asked without turning this program's loop, which would run the commands.
+    const auto gone = [&] {
+        QDBusMessage asked = hasOwner;
+        asked.setArguments({leaver});
+        const QDBusMessage owned = QDBusConnection::sessionBus().call(asked, QDBus::Block);
+        return owned.type() == QDBusMessage::ReplyMessage && !owned.arguments().value(0).toBool();
+    };
+    const QDeadlineTimer limit(5000);
+    while (!gone() && !limit.hasExpired()) {
+    }
+    ASSERT_TRUE(gone());
+
+    // Commands run in the order they came, so both are behind this one.
+    const QDBusMessage listed =
+        call("RunCommand", {QStringList{"flows"}, home.path(), QVariantMap{{"store", storePath}}});
+    ASSERT_EQ(listed.type(), QDBusMessage::ReplyMessage) << errorOf(listed).toStdString();
+    EXPECT_NE(task("Added while its caller waits"), nullptr);
+    EXPECT_EQ(task("Never run"), nullptr);
+    QDBusConnection::disconnectFromBus("staying");
+}
+
+// The caller leaves while its command runs: the command hears of it.
+TEST_F(BusCallsTest, ARunningCommandHearsThatItsCallerLeft)
+{
+    // Stands for the program: its command waits, as one waiting for the
+    // engine does, until it hears the caller went or ten seconds pass.
+    struct WaitingHandler : FenrowBusHandler {
+        QString storePath() const override { return QStringLiteral("/nowhere/default.store"); }
+        void activate() override {}
+        void toggleCapture() override {}
+        void openURL(const QString &) override {}
+        IntentServices &intentServices() override { throw std::logic_error("no intents here"); }
+        ForwardedCommand::Reply runCommand(const ForwardedCommand::Request &request) override
+        {
+            QDBusConnection::disconnectFromBus("leaving");
+            const QDeadlineTimer limit(10000);
+            while (!(request.callerGone && request.callerGone->load()) && !limit.hasExpired())
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+            heard = request.callerGone && request.callerGone->load();
+            finished = true;
+            return {};
+        }
+        bool heard = false;
+        bool finished = false;
+    } handler;
+    FenrowBusService service(handler);
+    QDBusConnection serving = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "serving");
+    ASSERT_TRUE(serving.registerVirtualObject("/studio/tarnwick/Fenrow", &service, QDBusConnection::SingleNode));
+    QDBusMessage message = QDBusMessage::createMethodCall(serving.baseService(), "/studio/tarnwick/Fenrow",
+                                                          "studio.tarnwick.Fenrow", "RunCommand");
+    message.setArguments({QStringList{"flows"}, home.path(), QVariantMap{{"store", handler.storePath()}}});
+    QDBusConnection::connectToBus(QDBusConnection::SessionBus, "leaving").asyncCall(message);
+
+    EXPECT_TRUE(QTest::qWaitFor([&] { return handler.finished; }, 15000));
+    EXPECT_TRUE(handler.heard);
+    serving.unregisterObject("/studio/tarnwick/Fenrow");
+    QDBusConnection::disconnectFromBus("serving");
 }
 
 TEST_F(BusCallsTest, TheServiceAnswersAsItsInterfaceFileDescribesIt)

@@ -15,8 +15,14 @@
 #include "shell/AppPreferences.h"
 #include "shell/SettingsFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QThreadPool>
+#include <QTimer>
+
+#include <atomic>
+#include <memory>
 
 namespace fenrow::testing {
 namespace {
@@ -129,6 +135,35 @@ TEST_F(ForwardingTest, QuestionsAndStandardInputAreTheCallers)
     EXPECT_EQ(drafted.status, exitSuccess) << drafted.err.toStdString();
     EXPECT_EQ(ownerFlowNames(), (QStringList{"Work", "Trip"}));
     EXPECT_FALSE(store->flows().last()->items().empty());
+}
+
+// Ctrl+C ends a caller waiting for the engine: the program stops the
+// engine's work, makes nothing, and is free for the next command.
+TEST_F(ForwardingTest, ACallerThatLeavesStopsTheEnginesWorkAndNothingIsMade)
+{
+    addFlows({"Work"});
+    startOwner();
+    const auto callerGone = std::make_shared<std::atomic_bool>(false);
+    ForwardedCommand::Request request;
+    request.arguments = {"new-flow", "--from-text", "-", "--name", "Trip", "--ui-test"};
+    request.workingDirectory = folder.path();
+    // The scripted engine holds this text until its work is cancelled.
+    request.input = QStringLiteral("((held)) Book the train. Pack the bags.");
+    request.callerGone = callerGone;
+    // Runs once the command waits for the engine.
+    QTimer::singleShot(0, [callerGone] { callerGone->store(true); });
+    const CommandWorkspace workspace{store.get(), history.get(), preferences.get(), environment.get(), &clock};
+    const ForwardedCommand::Reply reply = CommandForwarding::runInOwner(registry, workspace, request);
+
+    EXPECT_EQ(reply.status, exitFailure);
+    QByteArray err;
+    for (const ForwardedCommand::Output &part : reply.output)
+        err += part.stream == ForwardedCommand::Stream::err ? part.utf8 : QByteArray();
+    EXPECT_TRUE(err.contains("went away; no flow was made")) << err.toStdString();
+    // Held for a minute unless cancelled.
+    EXPECT_TRUE(QThreadPool::globalInstance()->waitForDone(10000));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ownerFlowNames(), QStringList{"Work"});
 }
 
 TEST_F(ForwardingTest, PathsStartFromTheCallersFolderAndTheMomentFromItsNow)

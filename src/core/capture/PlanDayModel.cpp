@@ -96,6 +96,11 @@ void PlanDayModel::showResult(QList<PlannableTask> order, bool engineOrdered)
     setPhase({PlanDayPhase::Kind::result, PlanDay::pack(m_order, budgetMinutes())});
 }
 
+PlanDayModel::~PlanDayModel()
+{
+    m_cancel.cancel();
+}
+
 void PlanDayModel::plan()
 {
     if (m_phase.kind != PlanDayPhase::Kind::setup)
@@ -106,7 +111,8 @@ void PlanDayModel::plan()
     }
     setPhase({PlanDayPhase::Kind::running, {}});
     const int run = ++m_run;
-    EngineCall::whenDone(m_environment.engine()->planDay(m_order, budgetMinutes(), contentLanguage()), this,
+    m_cancel = EngineCancel();
+    EngineCall::whenDone(m_environment.engine()->planDay(m_order, budgetMinutes(), contentLanguage(), m_cancel), this,
                          [this, run](EngineResult<QList<QUuid>> answer) {
                              if (run != m_run || m_phase.kind != PlanDayPhase::Kind::running)
                                  return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "EngineCancel.h"
 #include "PlanDay.h"
 
 #include "domain/Readiness.h"
@@ -47,6 +48,8 @@ public:
     // Without `history` the commit is not undoable (a command-line run).
     PlanDayModel(const QList<ReadyTask> &tasks, FenrowStore &store, AppEnvironment &environment,
                  AppPreferences &preferences, FenrowHistory *history = nullptr, QObject *parent = nullptr);
+    // An engine run nobody will see the end of is stopped.
+    ~PlanDayModel() override;
 
     const PlanDayPhase &phase() const { return m_phase; }
     bool usesEngine() const;
@@ -107,6 +110,7 @@ private:
     bool m_isReordered = false;
     // Counts engine runs, so an answer for an earlier run is ignored.
     int m_run = 0;
+    EngineCancel m_cancel;
 };
 
 } // namespace fenrow

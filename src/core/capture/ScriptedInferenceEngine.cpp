@@ -1,6 +1,10 @@
 #include "ScriptedInferenceEngine.h"
 
+#include <QDeadlineTimer>
+#include <QThread>
+
 #include <algorithm>
+#include <chrono>
 
 namespace fenrow {
 
@@ -23,8 +27,14 @@ EngineResult<QList<EdgeProposal>> ScriptedInferenceEngine::answerRelink(const QL
 }
 
 EngineResult<ExtractedFlow> ScriptedInferenceEngine::answerExtractFlow(const QString &text, const QString &,
-                                                                       const EngineWork &) const
+                                                                       const EngineWork &work) const
 {
+    if (text.contains(QLatin1StringView("((held))"))) {
+        const QDeadlineTimer limit(std::chrono::minutes(1));
+        while (!work.isCancelled() && !limit.hasExpired())
+            QThread::msleep(5);
+        return EngineError::generationFailed;
+    }
     if (text.trimmed().isEmpty() || text.contains(QLatin1StringView("((no tasks))")))
         return ExtractedFlow{QStringLiteral("Empty Plan"), {}};
     return ExtractedFlow{QStringLiteral("Scripted Plan"),

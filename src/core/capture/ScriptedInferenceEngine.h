@@ -5,7 +5,9 @@
 namespace fenrow {
 
 // Fixed answers for scripted runs ("--ui-test") and tests: never fails,
-// never waits, and gives the same answer for the same question.
+// and gives the same answer for the same question. It answers at once, but
+// for a text to draft a flow from that holds "((held))": that waits until
+// it is cancelled (at most a minute), as a model still thinking does.
 class ScriptedInferenceEngine : public GraphInferenceEngine {
 protected:
     EngineResult<QList<EdgeProposal>> answerLink(const ItemRef &newItem, const QList<ItemRef> &existing,

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <atomic>
 #include <memory>
 #include <optional>
 
@@ -32,6 +33,10 @@ struct Request {
     QStringList answers;
     // The caller's whole standard input, once the command asked for it.
     std::optional<QString> input;
+    // Never sent: set by the program when the caller has gone (its process
+    // ended, as on Ctrl+C) while the command waited to run or ran. Work that
+    // waits on the engine then gives up, so the program is free again.
+    std::shared_ptr<const std::atomic_bool> callerGone;
 };
 
 enum class Stream : uint {

@@ -11,6 +11,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusMetaType>
+#include <QDBusReply>
 #include <QDir>
 #include <QFile>
 #include <QLoggingCategory>
@@ -264,7 +265,16 @@ void FenrowBusService::queueCommand(const QDBusMessage &message, const QDBusConn
         }
     }
     message.setDelayedReply(true);
-    m_commands.append({message, connection, request, outputFile});
+    const auto callerGone = std::make_shared<std::atomic_bool>(false);
+    request.callerGone = callerGone;
+    std::shared_ptr<QDBusServiceWatcher> watcher;
+    if (!message.service().isEmpty()) {
+        watcher = std::make_shared<QDBusServiceWatcher>(message.service(), connection,
+                                                        QDBusServiceWatcher::WatchForUnregistration);
+        connect(watcher.get(), &QDBusServiceWatcher::serviceUnregistered, this,
+                [callerGone] { callerGone->store(true); });
+    }
+    m_commands.append({message, connection, request, outputFile, callerGone, watcher});
     if (!m_runningCommand)
         QMetaObject::invokeMethod(this, &FenrowBusService::runNextCommand, Qt::QueuedConnection);
 }
@@ -275,6 +285,23 @@ void FenrowBusService::runNextCommand()
         return;
     m_runningCommand = true;
     const PendingCommand command = m_commands.takeFirst();
+    // The watcher hears only of leaving after it was set up; one that left
+    // before is found gone here.
+    const QString caller = command.message.service();
+    QDBusConnectionInterface *bus = QDBusConnection(command.connection).interface();
+    if (!caller.isEmpty() && bus) {
+        const QDBusReply<bool> registered = bus->isServiceRegistered(caller);
+        if (registered.isValid() && !registered.value())
+            command.callerGone->store(true);
+    }
+    if (command.callerGone->load()) {
+        // Nobody waits for it, and whoever pressed Ctrl+C did not want it done.
+        qCInfo(fenrowBusLog, "A forwarded command's caller left before it ran; it was not run");
+        m_runningCommand = false;
+        if (!m_commands.isEmpty())
+            QMetaObject::invokeMethod(this, &FenrowBusService::runNextCommand, Qt::QueuedConnection);
+        return;
+    }
     QDBusMessage answer;
     try {
         const ForwardedCommand::Reply reply = m_handler.runCommand(command.request);

@@ -4,10 +4,13 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusServiceWatcher>
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVirtualObject>
 #include <QList>
 
+#include <atomic>
+#include <memory>
 #include <optional>
 
 namespace fenrow {
@@ -45,6 +48,10 @@ private:
         ForwardedCommand::Request request;
         // For RunCommandToFile: where the output goes.
         std::optional<QDBusUnixFileDescriptor> outputFile;
+        // Set once the caller has left the bus (its process ended, as on
+        // Ctrl+C): its command is then not run, or stops waiting.
+        std::shared_ptr<std::atomic_bool> callerGone;
+        std::shared_ptr<QDBusServiceWatcher> callerWatcher;
     };
 
     void answer(const QDBusMessage &message, const QDBusConnection &connection);
