@@ -88,6 +88,9 @@ TEST_F(SettingsWindowTest, OpensFromMenuSidebarAndOnItsAboutPage)
     // takes a moment to make it.
     settings->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(settings));
+    // The shortcut goes by the application's active window, which follows
+    // the window system's a little later.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == settings; }));
     QTest::keyClick(settings, Qt::Key_Escape);
     EXPECT_FALSE(settings->isVisible());
     window->findChild<QAbstractButton *>(QStringLiteral("sidebar.action.settings"))->click();
