@@ -11,7 +11,6 @@
 #include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusMetaType>
-#include <QDBusReply>
 #include <QDir>
 #include <QFile>
 #include <QLoggingCategory>
@@ -99,6 +98,7 @@ bool FenrowBusService::start(const QDBusConnection &connection, QString *problem
     }
     m_connection = bus;
     m_serving = true;
+    watchCallers(bus);
     return true;
 }
 
@@ -265,16 +265,10 @@ void FenrowBusService::queueCommand(const QDBusMessage &message, const QDBusConn
         }
     }
     message.setDelayedReply(true);
+    watchCallers(connection);
     const auto callerGone = std::make_shared<std::atomic_bool>(false);
     request.callerGone = callerGone;
-    std::shared_ptr<QDBusServiceWatcher> watcher;
-    if (!message.service().isEmpty()) {
-        watcher = std::make_shared<QDBusServiceWatcher>(message.service(), connection,
-                                                        QDBusServiceWatcher::WatchForUnregistration);
-        connect(watcher.get(), &QDBusServiceWatcher::serviceUnregistered, this,
-                [callerGone] { callerGone->store(true); });
-    }
-    m_commands.append({message, connection, request, outputFile, callerGone, watcher});
+    m_commands.append({message, connection, request, outputFile, callerGone});
     if (!m_runningCommand)
         QMetaObject::invokeMethod(this, &FenrowBusService::runNextCommand, Qt::QueuedConnection);
 }
@@ -283,25 +277,17 @@ void FenrowBusService::runNextCommand()
 {
     if (m_runningCommand || m_commands.isEmpty())
         return;
-    m_runningCommand = true;
     const PendingCommand command = m_commands.takeFirst();
-    // The watcher hears only of leaving after it was set up; one that left
-    // before is found gone here.
-    const QString caller = command.message.service();
-    QDBusConnectionInterface *bus = QDBusConnection(command.connection).interface();
-    if (!caller.isEmpty() && bus) {
-        const QDBusReply<bool> registered = bus->isServiceRegistered(caller);
-        if (registered.isValid() && !registered.value())
-            command.callerGone->store(true);
-    }
     if (command.callerGone->load()) {
         // Nobody waits for it, and whoever pressed Ctrl+C did not want it done.
         qCInfo(fenrowBusLog, "A forwarded command's caller left before it ran; it was not run");
-        m_runningCommand = false;
         if (!m_commands.isEmpty())
             QMetaObject::invokeMethod(this, &FenrowBusService::runNextCommand, Qt::QueuedConnection);
         return;
     }
+    m_runningCommand = true;
+    m_runningCaller = command.message.service();
+    m_runningCallerGone = command.callerGone;
     QDBusMessage answer;
     try {
         const ForwardedCommand::Reply reply = m_handler.runCommand(command.request);
@@ -327,8 +313,33 @@ void FenrowBusService::runNextCommand()
     }
     QDBusConnection(command.connection).send(answer);
     m_runningCommand = false;
+    m_runningCaller.clear();
+    m_runningCallerGone.reset();
     if (!m_commands.isEmpty())
         QMetaObject::invokeMethod(this, &FenrowBusService::runNextCommand, Qt::QueuedConnection);
+}
+
+void FenrowBusService::watchCallers(const QDBusConnection &connection)
+{
+    if (m_watchedConnections.contains(connection.name()))
+        return;
+    QDBusConnection bus = connection;
+    if (bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                    QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
+                    SLOT(nameOwnerChanged(QString, QString, QString))))
+        m_watchedConnections.insert(connection.name());
+}
+
+void FenrowBusService::nameOwnerChanged(const QString &name, const QString &, const QString &newOwner)
+{
+    // Only a caller's own unique name going away says it ended.
+    if (!newOwner.isEmpty() || !name.startsWith(QLatin1Char(':')))
+        return;
+    for (const PendingCommand &command : std::as_const(m_commands))
+        if (command.message.service() == name)
+            command.callerGone->store(true);
+    if (m_runningCallerGone && m_runningCaller == name)
+        m_runningCallerGone->store(true);
 }
 
 } // namespace fenrow

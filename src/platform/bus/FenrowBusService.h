@@ -4,10 +4,10 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusServiceWatcher>
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVirtualObject>
 #include <QList>
+#include <QSet>
 
 #include <atomic>
 #include <memory>
@@ -51,18 +51,25 @@ private:
         // Set once the caller has left the bus (its process ended, as on
         // Ctrl+C): its command is then not run, or stops waiting.
         std::shared_ptr<std::atomic_bool> callerGone;
-        std::shared_ptr<QDBusServiceWatcher> callerWatcher;
     };
 
     void answer(const QDBusMessage &message, const QDBusConnection &connection);
     void queueCommand(const QDBusMessage &message, const QDBusConnection &connection);
     void runNextCommand();
+    // The bus says which names come and go, callers' among them; one
+    // subscription per connection costs nothing per command.
+    void watchCallers(const QDBusConnection &connection);
+    Q_SLOT void nameOwnerChanged(const QString &name, const QString &oldOwner, const QString &newOwner);
 
     FenrowBusHandler &m_handler;
     QDBusConnection m_connection;
     bool m_serving = false;
     QList<PendingCommand> m_commands;
     bool m_runningCommand = false;
+    // The caller of the command running now, and what tells it it left.
+    QString m_runningCaller;
+    std::shared_ptr<std::atomic_bool> m_runningCallerGone;
+    QSet<QString> m_watchedConnections;
 };
 
 } // namespace fenrow
