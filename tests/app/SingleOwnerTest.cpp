@@ -487,6 +487,12 @@ TEST_F(BusCallsTest, ARunningCommandHearsThatItsCallerLeft)
         IntentServices &intentServices() override { throw std::logic_error("no intents here"); }
         ForwardedCommand::Reply runCommand(const ForwardedCommand::Request &request) override
         {
+            // The bus answers in order, so the service's subscription is in
+            // place before the caller goes.
+            QDBusConnection(QStringLiteral("serving"))
+                .call(QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                                     "org.freedesktop.DBus", "GetId"),
+                      QDBus::Block);
             QDBusConnection::disconnectFromBus("leaving");
             const QDeadlineTimer limit(10000);
             while (!(request.callerGone && request.callerGone->load()) && !limit.hasExpired())
