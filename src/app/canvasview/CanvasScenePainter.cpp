@@ -61,6 +61,7 @@ void CanvasScenePainter::invalidateAll()
     m_ports.clear();
     m_pillTexts.clear();
     m_stamps.clear();
+    m_titleWords.clear();
 }
 
 void CanvasScenePainter::flowChanged()
@@ -132,18 +133,19 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
     // The cards in view, found once: each card's rectangle is read from
     // its task, and a flow has thousands.
-    std::vector<const FlowNode *> cardsInView;
+    // Their contents too: each is looked up in a table of the whole flow.
+    std::vector<std::pair<const FlowNode *, const CardContent *>> cardsInView;
     bool cardsFound = false;
     const auto findCards = [&] {
         cardsFound = true;
         for (const FlowNode *node : editor.visibleNodes())
             if (interaction.frame(*node).intersects(visible))
-                cardsInView.push_back(node);
+                cardsInView.emplace_back(node, &m_contents.of(*flow, *node));
     };
     m_whileLinesDraw.then = [&] {
         findCards();
-        for (const FlowNode *node : cardsInView)
-            cardPicture(editor, *flow, *node, colors, view, pixelRatio);
+        for (const auto &[node, content] : cardsInView)
+            cardPicture(editor, *content, *node, colors, view, pixelRatio);
     };
     paintLineLayer(painter, editor, colors, view, moving, exposed);
     m_whileLinesDraw = {};
@@ -177,8 +179,8 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
         if (interaction.fileFrame(*file).intersects(visible))
             paintFile(painter, editor, *file, colors, view);
     }
-    for (const FlowNode *node : cardsInView)
-        paintNode(painter, editor, *flow, *node, colors, view);
+    for (const auto &[node, content] : cardsInView)
+        paintNode(painter, editor, *content, *node, colors, view);
     painter.setTransform(toScreen);
     painter.setOpacity(1);
 

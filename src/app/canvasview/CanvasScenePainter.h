@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CanvasCardContent.h"
+#include "TitleWords.h"
 #include "canvas/NodeSize.h"
 #include "domain/NodeColor.h"
 #include "look/BrandPalette.h"
@@ -209,6 +210,7 @@ private:
     void paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
                         const ViewState &view, const QSet<QUuid> &moving, const QRectF &exposed);
     const CardLayout &layout(const TaskFlow &flow, const FlowNode &node, NodeSize size);
+    const CardLayout &layout(const CardContent &content, const FlowNode &node, NodeSize size);
     // The card's chrome, then its title, notes mark and pills, in its own
     // canvas units, its top left corner at the origin.
     void paintCardChrome(QPainter &painter, const CardContent &content, const FlowNode &node, NodeSize size,
@@ -242,7 +244,7 @@ private:
                      bool anyScale);
     static CardLook lookOf(const CanvasEditor &editor, const FlowNode &node, const ViewState &view);
     // The card's picture as the view shows it now, made if not kept.
-    QImage cardPicture(const CanvasEditor &editor, const TaskFlow &flow, const FlowNode &node,
+    QImage cardPicture(const CanvasEditor &editor, const CardContent &content, const FlowNode &node,
                        const CanvasColors &colors, const ViewState &view, double pixelRatio);
     // A card's picture faded to `opacity`, kept while the picture stays:
     // copying it is the raster engine's fast path, drawing the picture with
@@ -252,7 +254,7 @@ private:
     QImage thumbnail(const FlowFile &file);
 
     void paintGrid(QPainter &painter, const CanvasColors &colors, const ViewState &view, const QRectF &exposed) const;
-    void paintNode(QPainter &painter, const CanvasEditor &editor, const TaskFlow &flow, const FlowNode &node,
+    void paintNode(QPainter &painter, const CanvasEditor &editor, const CardContent &content, const FlowNode &node,
                    const CanvasColors &colors, const ViewState &view);
     void paintPort(QPainter &painter, QPointF screenAnchor, const CardContent *content, bool hovered,
                    const CanvasColors &colors) const;
@@ -308,6 +310,8 @@ private:
     // the dimmed one is made from.
     LineLayer m_spareLines;
     QFont m_titleFont;
+    // Declared after the title's font, which it is made with.
+    mutable TitleWords m_titleWords{m_titleFont};
     QFont m_pillFont;
     QFont m_fileFont;
     QFont m_bannerFont;

@@ -108,19 +108,16 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
 
     const double titleWidth = innerWidth - (content.hasNotes ? notesMarkSide + 6 : 0);
     const QString title = node.title.simplified();
-    // The glyphs of a laid out line of `text`, without the spaces it ends
-    // with, moved so that the line starts at the title's left on its row.
+    // A line's glyphs, positioned from the start of its baseline, moved to
+    // the title's left on its row.
     int titleRows = 0;
-    const auto place = [&](const QTextLine &line, const QString &text) {
-        qsizetype end = line.textStart() + line.textLength();
-        while (end > line.textStart() && text.at(end - 1).isSpace())
-            --end;
+    const auto place = [&](const QList<QGlyphRun> &runs, double naturalWidth) {
         // Each run is kept from its leftmost glyph on the baseline, where a
         // strike through is drawn from (right-to-left text lists its glyphs
         // rightmost first).
         const double baseline = paddingY + titleMetrics.ascent() + titleRows * lineHeight;
-        const QPointF shift = QPointF(paddingX, baseline) - QPointF(line.x(), line.y() + line.ascent());
-        for (QGlyphRun run : line.glyphRuns(line.textStart(), int(end - line.textStart()))) {
+        const QPointF shift(paddingX, baseline);
+        for (QGlyphRun run : runs) {
             QList<QPointF> positions = run.positions();
             if (positions.isEmpty())
                 continue;
@@ -132,42 +129,67 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
             result.titleRuns.append({first + shift, run});
         }
         const double strike = baseline - titleMetrics.strikeOutPos();
-        result.titleStrikes.append(QLineF(paddingX, strike, paddingX + line.naturalTextWidth(), strike));
+        result.titleStrikes.append(QLineF(paddingX, strike, paddingX + naturalWidth, strike));
         ++titleRows;
     };
-    QTextLayout text(title, m_titleFont);
-    // Shaped glyphs are otherwise dropped at the end of the layout, and
-    // taking the runs would shape the title again.
-    text.setCacheEnabled(true);
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    text.setTextOption(option);
-    text.beginLayout();
-    QList<QTextLine> whole;
-    std::optional<QString> rest;
-    for (;;) {
-        QTextLine line = text.createLine();
-        if (!line.isValid())
-            break;
-        line.setLineWidth(titleWidth);
-        if (whole.size() == lines - 1) {
-            // The last line takes the rest of the title, shortened.
-            rest = titleMetrics.elidedText(title.mid(line.textStart()), Qt::ElideRight, titleWidth);
-            break;
+    // The glyphs of a laid out line of `text`, without the spaces it ends with.
+    const auto placeLine = [&](const QTextLine &line, const QString &text) {
+        qsizetype end = line.textStart() + line.textLength();
+        while (end > line.textStart() && text.at(end - 1).isSpace())
+            --end;
+        QList<QGlyphRun> runs = line.glyphRuns(line.textStart(), int(end - line.textStart()));
+        const QPointF origin(line.x(), line.y() + line.ascent());
+        for (QGlyphRun &run : runs) {
+            QList<QPointF> positions = run.positions();
+            for (QPointF &position : positions)
+                position -= origin;
+            run.setPositions(positions);
         }
-        whole.append(line);
-    }
-    text.endLayout();
-    for (const QTextLine &line : std::as_const(whole))
-        place(line, title);
-    if (rest) {
-        QTextLayout shortened(*rest, m_titleFont);
+        place(runs, line.naturalTextWidth());
+    };
+    // The last line takes the rest of the title, shortened.
+    const auto placeRest = [&](qsizetype start) {
+        const QString rest = titleMetrics.elidedText(title.mid(start), Qt::ElideRight, titleWidth);
+        QTextLayout shortened(rest, m_titleFont);
         shortened.setCacheEnabled(true);
         shortened.beginLayout();
         QTextLine line = shortened.createLine();
-        line.setNumColumns(int(rest->size()));
+        line.setNumColumns(int(rest.size()));
         shortened.endLayout();
-        place(line, *rest);
+        placeLine(line, rest);
+    };
+    if (const auto fromWords = m_titleWords.lines(title, titleWidth, lines)) {
+        for (const TitleWords::Line &line : fromWords->lines)
+            place(line.runs, line.width);
+        if (fromWords->restStart)
+            placeRest(*fromWords->restStart);
+    } else {
+        QTextLayout text(title, m_titleFont);
+        // Shaped glyphs are otherwise dropped at the end of the layout, and
+        // taking the runs would shape the title again.
+        text.setCacheEnabled(true);
+        QTextOption option;
+        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        text.setTextOption(option);
+        text.beginLayout();
+        QList<QTextLine> whole;
+        std::optional<qsizetype> rest;
+        for (;;) {
+            QTextLine line = text.createLine();
+            if (!line.isValid())
+                break;
+            line.setLineWidth(titleWidth);
+            if (whole.size() == lines - 1) {
+                rest = line.textStart();
+                break;
+            }
+            whole.append(line);
+        }
+        text.endLayout();
+        for (const QTextLine &line : std::as_const(whole))
+            placeLine(line, title);
+        if (rest)
+            placeRest(*rest);
     }
     result.titleRect = QRectF(paddingX, paddingY, titleWidth, std::max(1, titleRows) * lineHeight);
     return result;
@@ -176,7 +198,12 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
 const CanvasScenePainter::CardLayout &CanvasScenePainter::layout(const TaskFlow &flow, const FlowNode &node,
                                                                   NodeSize size)
 {
-    const CardContent &content = m_contents.of(flow, node);
+    return layout(m_contents.of(flow, node), node, size);
+}
+
+const CanvasScenePainter::CardLayout &CanvasScenePainter::layout(const CardContent &content, const FlowNode &node,
+                                                                 NodeSize size)
+{
     auto found = m_layouts.find(node.id);
     if (found != m_layouts.end() && found->version == m_version && found->serial == content.serial
         && found->size == size)
@@ -442,19 +469,18 @@ CanvasScenePainter::CardLook CanvasScenePainter::lookOf(const CanvasEditor &edit
     return look;
 }
 
-QImage CanvasScenePainter::cardPicture(const CanvasEditor &editor, const TaskFlow &flow, const FlowNode &node,
+QImage CanvasScenePainter::cardPicture(const CanvasEditor &editor, const CardContent &content, const FlowNode &node,
                                        const CanvasColors &colors, const ViewState &view, double pixelRatio)
 {
     const NodeSize size = editor.interaction().effectiveSize(node);
-    return cardImage(node, m_contents.of(flow, node), layout(flow, node, size), size, lookOf(editor, node, view),
+    return cardImage(node, content, layout(content, node, size), size, lookOf(editor, node, view),
                      view.scale > 0 ? view.scale : 1, pixelRatio, colors, view.zooming);
 }
 
-void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor, const TaskFlow &flow,
+void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor, const CardContent &content,
                                    const FlowNode &node, const CanvasColors &colors, const ViewState &view)
 {
     const CanvasInteraction &interaction = editor.interaction();
-    const CardContent &content = m_contents.of(flow, node);
     const NodeSize size = interaction.effectiveSize(node);
     const QRectF rect = interaction.frame(node);
     const double scale = view.scale > 0 ? view.scale : 1;
@@ -464,7 +490,7 @@ void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor
     // The card is drawn once into an image at this scale and then only
     // copied while it stays the same; a pan or a drag elsewhere costs a copy.
     const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
-    const QImage image = cardPicture(editor, flow, node, colors, view, pixelRatio);
+    const QImage image = cardPicture(editor, content, node, colors, view, pixelRatio);
     const QPointF corner = screenPoint(rect.topLeft() - QPointF(cardImageMargin, cardImageMargin), view);
     // Whole device pixels keep the text as crisp as it was drawn.
     const QPointF snapped(std::round(corner.x() * pixelRatio) / pixelRatio, std::round(corner.y() * pixelRatio) / pixelRatio);
