@@ -4,8 +4,8 @@
 // the window's own canvas view, every frame that follows work: a task
 // renamed or its status changed, the viewport saved at a scroll's end, a
 // new flow shown and a filter applied, each timed with the work it
-// follows; and the lines of a new line layer blended in alone, over its
-// ground. Floors: the same number of cards copied, or drawn as plain
+// follows; the lines of a new line layer blended in alone, over its
+// ground; and the titles of a view's cards broken into lines. Floors: the same number of cards copied, or drawn as plain
 // rectangles with their titles, and nothing else; the layer's ground.
 #include "BenchmarkMain.h"
 #include "GeneratedStores.h"
@@ -21,6 +21,7 @@
 #include "canvasview/CanvasScenePainter.h"
 #include "canvasview/CanvasScenePainting.h"
 #include "canvasview/CanvasView.h"
+#include "canvasview/TitleWords.h"
 #include "look/BrandPalette.h"
 #include "shell/AppPreferences.h"
 #include "shell/InterfaceLanguage.h"
@@ -32,6 +33,7 @@
 #include <QPainter>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QTextLayout>
 
 #include <benchmark/benchmark.h>
 
@@ -603,6 +605,67 @@ void floorFrame(benchmark::State &state)
     state.counters["inView"] = double(cards);
 }
 
+// The titles of as many cards as the zoomed-out view shows broken into
+// lines and shaped, as a card's first picture needs them: (0) each laid
+// out whole, (1) from words kept from before, as when another flow of the
+// same words was shown, (2) from words met for the first time, as in the
+// first flow shown after the program starts.
+void breakTitles(benchmark::State &state)
+{
+    Scene *scene = Scene::open(state);
+    if (!scene)
+        return;
+    scene->view(CanvasZoom::minimumScale);
+    QStringList titles;
+    for (const FlowNode *node : scene->editor->visibleNodes())
+        if (titles.size() < scene->cardsInView())
+            titles.append(node->title.simplified());
+    QFont font = QApplication::font();
+    font.setPixelSize(13);
+    font.setWeight(QFont::DemiBold);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    const double width = NodeSize().width - 2 * CanvasScenePainter::paddingX;
+    constexpr int maxLines = 4;
+    const qint64 way = state.range(0);
+    TitleWords kept(font);
+    qint64 glyphs = 0;
+    for (auto _ : state) {
+        glyphs = 0;
+        TitleWords fresh(font);
+        for (const QString &title : std::as_const(titles)) {
+            if (way == 0) {
+                QTextLayout layout(title, font);
+                layout.setCacheEnabled(true);
+                QTextOption option;
+                option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+                layout.setTextOption(option);
+                layout.beginLayout();
+                QList<QTextLine> lines;
+                for (QTextLine line = layout.createLine(); line.isValid() && lines.size() < maxLines;
+                     line = layout.createLine()) {
+                    line.setLineWidth(width);
+                    lines.append(line);
+                }
+                layout.endLayout();
+                for (const QTextLine &line : std::as_const(lines))
+                    for (const QGlyphRun &run : line.glyphRuns())
+                        glyphs += run.glyphIndexes().size();
+                continue;
+            }
+            const auto lines = (way == 1 ? kept : fresh).lines(title, width, maxLines);
+            if (!lines)
+                continue;
+            for (const TitleWords::Line &line : lines->lines)
+                for (const QGlyphRun &run : line.runs)
+                    glyphs += run.glyphIndexes().size();
+        }
+    }
+    if (glyphs == 0)
+        fail(state, QStringLiteral("no title was shaped"));
+    state.counters["titles"] = double(titles.size());
+    state.counters["glyphs"] = double(glyphs);
+}
+
 } // namespace
 
 BENCHMARK(paintZoomedOut)->Unit(benchmark::kMillisecond);
@@ -616,6 +679,7 @@ BENCHMARK(paintNewFlow)->Unit(benchmark::kMillisecond);
 BENCHMARK(paintAfterFilter)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 BENCHMARK(blendLineLayer)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(floorFrame)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(breakTitles)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
