@@ -5,8 +5,9 @@
 // renamed or its status changed, the viewport saved at a scroll's end, a
 // new flow shown and a filter applied, each timed with the work it
 // follows; the lines of a new line layer blended in alone, over its
-// ground; and the titles of a view's cards broken into lines. Floors: the same number of cards copied, or drawn as plain
-// rectangles with their titles, and nothing else; the layer's ground.
+// ground; and the titles of a view's cards broken into lines. Floors: the
+// same number of cards copied, or drawn as plain rectangles with their
+// titles, and nothing else; the layer's ground.
 #include "BenchmarkMain.h"
 #include "GeneratedStores.h"
 #include "LiveStore.h"
