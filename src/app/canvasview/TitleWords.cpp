@@ -1,6 +1,7 @@
 #include "TitleWords.h"
 
 #include <QFontMetricsF>
+#include <QRawFont>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -43,32 +44,77 @@ bool TitleWords::breaksOnlyAtSpaces(const QString &text)
     return !text.isEmpty();
 }
 
-void TitleWords::shape(const QString &key)
+bool TitleWords::learn(const QString &text, const QStringList &words)
 {
-    if (m_words.contains(key))
-        return;
-    Word shaped;
-    QTextLayout layout(key, m_font);
+    // The title is shaped whole, on one line, and its words cut out of it
+    // at the spaces: a layout of its own for each word cost more than its
+    // glyphs, and a title's words are often all new in the first flow.
+    QTextLayout layout(text, m_font);
     // Shaped glyphs are otherwise dropped at the end of the layout, and
-    // taking the runs would shape the word again.
+    // taking the runs would shape the title again.
     layout.setCacheEnabled(true);
     layout.beginLayout();
     QTextLine line = layout.createLine();
-    line.setNumColumns(int(key.size()));
+    line.setNumColumns(int(text.size()));
     layout.endLayout();
     const QList<QGlyphRun> runs = line.glyphRuns();
-    shaped.mixed = runs.size() != 1;
-    if (!shaped.mixed) {
-        shaped.run = runs.first();
-        const QPointF origin(line.x(), line.y() + line.ascent());
-        QList<QPointF> positions = shaped.run.positions();
-        for (QPointF &position : positions)
-            position -= origin;
-        shaped.run.setPositions(positions);
+    // In more than one font, or in another than the title's own, a whole
+    // layout decides: the overhangs are kept by the title font's glyphs.
+    if (!m_rawFont)
+        m_rawFont = QRawFont::fromFont(m_font);
+    if (runs.size() != 1 || runs.first().rawFont() != *m_rawFont)
+        return false;
+    const QGlyphRun &run = runs.first();
+    if (!m_flags)
+        m_flags = run.flags();
+    if (run.flags() != *m_flags)
+        return false;
+    const QRawFont &font = *m_rawFont;
+    const quint32 space = font.glyphIndexesForString(QStringLiteral(" ")).value(0);
+    const QList<quint32> glyphs = run.glyphIndexes();
+    const QList<QPointF> positions = run.positions();
+    const double baseline = line.y() + line.ascent();
+    const double end = line.x() + line.horizontalAdvance();
+    QList<Word> cut;
+    qsizetype first = 0;
+    for (qsizetype g = 0; g <= glyphs.size(); ++g) {
+        if (g < glyphs.size() && glyphs.at(g) != space)
+            continue;
+        if (g == first || cut.size() == words.size())
+            return false;
+        Word word;
+        const double left = positions.at(first).x();
+        word.glyphs.reserve(g - first);
+        for (qsizetype i = first; i < g; ++i)
+            word.glyphs.append({glyphs.at(i), positions.at(i) - QPointF(left, baseline)});
+        word.advance = (g < glyphs.size() ? positions.at(g).x() : end) - left;
+        // As a whole layout reckons it, by the word's last glyph: the
+        // title's end tells it for the last word, a layout of the word
+        // alone for a glyph not met before.
+        const quint32 last = glyphs.at(g - 1);
+        auto overhang = m_overhangs.constFind(last);
+        if (overhang == m_overhangs.cend()) {
+            double reach = line.naturalTextWidth() - line.horizontalAdvance();
+            if (g < glyphs.size()) {
+                QTextLayout alone(words.at(cut.size()), m_font);
+                alone.beginLayout();
+                QTextLine only = alone.createLine();
+                only.setNumColumns(int(words.at(cut.size()).size()));
+                alone.endLayout();
+                reach = only.naturalTextWidth() - only.horizontalAdvance();
+            }
+            overhang = m_overhangs.insert(last, std::max(0.0, reach));
+        }
+        word.overhang = *overhang;
+        cut.append(word);
+        first = g + 1;
     }
-    shaped.advance = line.horizontalAdvance();
-    shaped.overhang = std::max(0.0, line.naturalTextWidth() - shaped.advance);
-    m_words.insert(key, shaped);
+    if (cut.size() != words.size())
+        return false;
+    for (qsizetype i = 0; i < words.size(); ++i)
+        if (!m_words.contains(words.at(i)))
+            m_words.insert(words.at(i), cut.at(i));
+    return true;
 }
 
 std::optional<TitleWords::Lines> TitleWords::lines(const QString &text, double width, int maxLines)
@@ -89,20 +135,23 @@ std::optional<TitleWords::Lines> TitleWords::lines(const QString &text, double w
     };
     std::vector<Placed> words;
     QStringList keys;
+    bool known = true;
     for (qsizetype start = 0; start < text.size();) {
         qsizetype end = text.indexOf(QLatin1Char(' '), start);
         if (end < 0)
             end = text.size();
         keys.append(text.mid(start, end - start));
-        shape(keys.last());
+        known = known && m_words.contains(keys.last());
         words.push_back({nullptr, start, end - start});
         start = end + 1;
     }
+    if (!known && !learn(text, keys))
+        return std::nullopt;
     // Taken once all are in: a word shaped may move those kept.
     for (qsizetype i = 0; i < keys.size(); ++i) {
         const Word &word = *m_words.constFind(keys.at(i));
         // Wider than a line, it would be broken within.
-        if (word.mixed || word.advance + word.overhang > width)
+        if (word.advance + word.overhang > width)
             return std::nullopt;
         words[std::size_t(i)].word = &word;
     }
@@ -134,32 +183,26 @@ std::optional<TitleWords::Lines> TitleWords::lines(const QString &text, double w
         Line line;
         line.textStart = words[first].start;
         line.textLength = words[end - 1].start + words[end - 1].length - line.textStart;
+        // All of one font: the line is one run.
         QList<quint32> glyphs;
         QList<QPointF> positions;
-        // Words of one font share the line's run: fewer runs to draw.
-        const auto endRun = [&](const QGlyphRun &like) {
-            if (glyphs.isEmpty())
-                return;
-            QGlyphRun run = like;
-            run.setGlyphIndexes(std::exchange(glyphs, {}));
-            run.setPositions(std::exchange(positions, {}));
-            line.runs.append(run);
-        };
         double x = 0;
         for (std::size_t i = first; i < end; ++i) {
-            const QGlyphRun &run = words[i].word->run;
-            if (i > first) {
+            const Word &word = *words[i].word;
+            if (i > first)
                 x += space;
-                const QGlyphRun &before = words[i - 1].word->run;
-                if (before.rawFont() != run.rawFont() || before.flags() != run.flags())
-                    endRun(before);
+            for (const Word::Glyph &glyph : word.glyphs) {
+                glyphs.append(glyph.index);
+                positions.append(QPointF(glyph.position.x() + x, glyph.position.y()));
             }
-            glyphs += run.glyphIndexes();
-            for (const QPointF &position : run.positions())
-                positions.append(QPointF(position.x() + x, position.y()));
-            x += words[i].word->advance;
+            x += word.advance;
         }
-        endRun(words[end - 1].word->run);
+        QGlyphRun run;
+        run.setRawFont(*m_rawFont);
+        run.setFlags(*m_flags);
+        run.setGlyphIndexes(glyphs);
+        run.setPositions(positions);
+        line.runs.append(run);
         // As a whole layout measures it: the overhang only at the title's end.
         line.width = x + (end == words.size() ? words[end - 1].word->overhang : 0);
         result.lines.append(line);

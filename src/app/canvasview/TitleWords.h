@@ -4,7 +4,9 @@
 #include <QGlyphRun>
 #include <QHash>
 #include <QList>
+#include <QRawFont>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -12,9 +14,10 @@ namespace fenrow {
 
 // Card titles broken into lines from words shaped once and kept. A flow's
 // titles draw on a small vocabulary, and shaping every title whole was the
-// largest part of drawing a flow's cards the first time. Only titles whose
-// words shape alone as they would in the line, and break only at spaces,
-// take this way; the rest are laid out whole by the caller.
+// largest part of drawing a flow's cards the first time. A title with a
+// word not met before is shaped whole once, on one line, and its words cut
+// out of it. Only titles in the title font's own glyphs that break only at
+// spaces take this way; the rest are laid out whole by the caller.
 class TitleWords {
 public:
     struct Line {
@@ -36,25 +39,37 @@ public:
     // `text`, with single spaces between its words, in lines of `width`,
     // at most `maxLines` of them; nothing if only a whole layout can tell.
     std::optional<Lines> lines(const QString &text, double width, int maxLines);
-    void clear() { m_words.clear(); }
+    void clear()
+    {
+        m_words.clear();
+        m_overhangs.clear();
+    }
 
 private:
     struct Word {
-        // From the start of its baseline, in one font.
-        QGlyphRun run;
-        // Shaped in more than one font: a whole layout decides.
-        bool mixed = false;
+        // In the title's font, from the start of its baseline.
+        struct Glyph {
+            quint32 index = 0;
+            QPointF position;
+        };
+        QList<Glyph> glyphs;
         double advance = 0;
         // How far the last glyph reaches past the advance: a line must
         // have room for it, as a whole layout would.
         double overhang = 0;
     };
     static bool breaksOnlyAtSpaces(const QString &text);
-    void shape(const QString &word);
+    // Keeps the words of `text` not kept yet; false if they could not be
+    // told apart in its glyphs.
+    bool learn(const QString &text, const QStringList &words);
 
     QFont m_font;
     QHash<QString, Word> m_words;
+    // By a word's last glyph, how far its ink reaches past the word.
+    QHash<quint32, double> m_overhangs;
     std::optional<double> m_spaceAdvance;
+    std::optional<QRawFont> m_rawFont;
+    std::optional<QGlyphRun::GlyphRunFlags> m_flags;
 };
 
 } // namespace fenrow
