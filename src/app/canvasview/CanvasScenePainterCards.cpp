@@ -151,12 +151,7 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
     const auto placeRest = [&](qsizetype start) {
         const QString rest = titleMetrics.elidedText(title.mid(start), Qt::ElideRight, titleWidth);
         QTextLayout shortened(rest, m_titleFont);
-        shortened.setCacheEnabled(true);
-        shortened.beginLayout();
-        QTextLine line = shortened.createLine();
-        line.setNumColumns(int(rest.size()));
-        shortened.endLayout();
-        placeLine(line, rest);
+        placeLine(TitleWords::oneLine(shortened), rest);
     };
     if (const auto fromWords = m_titleWords.lines(title, titleWidth, lines)) {
         for (const TitleWords::Line &line : fromWords->lines)

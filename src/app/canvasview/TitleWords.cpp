@@ -2,7 +2,6 @@
 
 #include <QFontMetricsF>
 #include <QRawFont>
-#include <QTextLayout>
 
 #include <algorithm>
 #include <vector>
@@ -44,19 +43,25 @@ bool TitleWords::breaksOnlyAtSpaces(const QString &text)
     return !text.isEmpty();
 }
 
+QTextLine TitleWords::oneLine(QTextLayout &layout)
+{
+    // Shaped glyphs are otherwise dropped at the end of the layout, and
+    // taking the runs would shape the text again.
+    layout.setCacheEnabled(true);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setNumColumns(int(layout.text().size()));
+    layout.endLayout();
+    return line;
+}
+
 bool TitleWords::learn(const QString &text, const QStringList &words)
 {
     // The title is shaped whole, on one line, and its words cut out of it
     // at the spaces: a layout of its own for each word cost more than its
     // glyphs, and a title's words are often all new in the first flow.
     QTextLayout layout(text, m_font);
-    // Shaped glyphs are otherwise dropped at the end of the layout, and
-    // taking the runs would shape the title again.
-    layout.setCacheEnabled(true);
-    layout.beginLayout();
-    QTextLine line = layout.createLine();
-    line.setNumColumns(int(text.size()));
-    layout.endLayout();
+    const QTextLine line = oneLine(layout);
     const QList<QGlyphRun> runs = line.glyphRuns();
     // In more than one font, or in another than the title's own, a whole
     // layout decides: the overhangs are kept by the title font's glyphs.
@@ -97,10 +102,7 @@ bool TitleWords::learn(const QString &text, const QStringList &words)
             double reach = line.naturalTextWidth() - line.horizontalAdvance();
             if (g < glyphs.size()) {
                 QTextLayout alone(words.at(cut.size()), m_font);
-                alone.beginLayout();
-                QTextLine only = alone.createLine();
-                only.setNumColumns(int(words.at(cut.size()).size()));
-                alone.endLayout();
+                const QTextLine only = oneLine(alone);
                 reach = only.naturalTextWidth() - only.horizontalAdvance();
             }
             overhang = m_overhangs.insert(last, std::max(0.0, reach));

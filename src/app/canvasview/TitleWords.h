@@ -7,6 +7,7 @@
 #include <QRawFont>
 #include <QString>
 #include <QStringList>
+#include <QTextLayout>
 
 #include <optional>
 
@@ -39,6 +40,9 @@ public:
     // `text`, with single spaces between its words, in lines of `width`,
     // at most `maxLines` of them; nothing if only a whole layout can tell.
     std::optional<Lines> lines(const QString &text, double width, int maxLines);
+    // `layout`'s text shaped on one line, however long, its glyphs kept
+    // for the line's runs.
+    static QTextLine oneLine(QTextLayout &layout);
     void clear()
     {
         m_words.clear();
