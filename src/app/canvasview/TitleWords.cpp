@@ -143,20 +143,22 @@ std::optional<TitleWords::Lines> TitleWords::lines(const QString &text, double w
         if (end < 0)
             end = text.size();
         keys.append(text.mid(start, end - start));
-        known = known && m_words.contains(keys.last());
-        words.push_back({nullptr, start, end - start});
+        const auto found = m_words.constFind(keys.last());
+        known = known && found != m_words.cend();
+        words.push_back({known ? &*found : nullptr, start, end - start});
         start = end + 1;
     }
-    if (!known && !learn(text, keys))
-        return std::nullopt;
-    // Taken once all are in: a word shaped may move those kept.
-    for (qsizetype i = 0; i < keys.size(); ++i) {
-        const Word &word = *m_words.constFind(keys.at(i));
-        // Wider than a line, it would be broken within.
-        if (word.advance + word.overhang > width)
+    if (!known) {
+        if (!learn(text, keys))
             return std::nullopt;
-        words[std::size_t(i)].word = &word;
+        // Taken again once all are in: a word kept may move those kept before.
+        for (qsizetype i = 0; i < keys.size(); ++i)
+            words[std::size_t(i)].word = &*m_words.constFind(keys.at(i));
     }
+    // Wider than a line, a word would be broken within.
+    for (const Placed &placed : words)
+        if (placed.word->advance + placed.word->overhang > width)
+            return std::nullopt;
 
     // Each line as far as its words fit, the first always.
     std::vector<std::size_t> lineStarts{0};
