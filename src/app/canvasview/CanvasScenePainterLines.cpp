@@ -67,8 +67,9 @@ std::optional<std::pair<double, double>> clipSegment(QPointF a, QPointF b, const
 }
 
 // Lines gathered by pen and stroked in one call per pen, with their
-// arrowheads filled as one path per colour, rather than a call and a
-// stroker's set-up for each of thousands of lines and dashes. A dashed
+// arrowheads filled as one path per colour (in a layer, per strip of it),
+// rather than a call and a stroker's set-up for each of thousands of lines
+// and dashes. A dashed
 // line is kept whole with where its pattern stands at its first end: blended,
 // its dashes are drawn in one pass along it; stroked, they are cut here.
 class LineBatches
@@ -87,13 +88,16 @@ public:
             batch.phases.append(part->first * std::hypot(d.x(), d.y()));
     }
 
-    QPainterPath &heads(const QColor &color)
+    void addHead(const QColor &color, QPointF tip, QPointF source)
     {
+        Batch *owner = nullptr;
         for (Batch &batch : m_batches)
-            if (batch.pen.color() == color)
-                return batch.heads;
+            if (!owner && batch.pen.color() == color)
+                owner = &batch;
         // Arrowheads of a colour no line has, as for a line too short to show.
-        return find(QPen(color, 0, Qt::NoPen), {}).heads;
+        if (!owner)
+            owner = &find(QPen(color, 0, Qt::NoPen), {});
+        owner->heads.append(Arrowhead{tip, source}.triangle());
     }
 
     // Lines under arrowheads, as when each line was drawn with its head.
@@ -167,11 +171,31 @@ public:
     // back to full strength rather than blended again.
     void restoreDimmed() { m_restore = true; }
 
-    void drawHeads(QPainter &painter) const
+    void drawHeads(QPainter &painter) const { drawHeads(painter, std::nullopt); }
+
+    // Only the heads that reach into `area`, in the lines' units: a strip
+    // of a layer fills its own, so both threads share the work.
+    void drawHeads(QPainter &painter, const std::optional<QRectF> &area) const
     {
-        for (const Batch &batch : m_batches)
-            if (!batch.heads.isEmpty())
-                painter.fillPath(batch.heads, batch.pen.color());
+        for (const Batch &batch : m_batches) {
+            // Overlapping heads are one shape, not holes in each other.
+            QPainterPath heads;
+            heads.setFillRule(Qt::WindingFill);
+            for (const std::array<QPointF, 3> &corners : batch.heads) {
+                if (area) {
+                    const auto [left, right] = std::minmax({corners[0].x(), corners[1].x(), corners[2].x()});
+                    const auto [top, bottom] = std::minmax({corners[0].y(), corners[1].y(), corners[2].y()});
+                    if (right < area->left() || left > area->right() || bottom < area->top() || top > area->bottom())
+                        continue;
+                }
+                heads.moveTo(corners[0]);
+                heads.lineTo(corners[1]);
+                heads.lineTo(corners[2]);
+                heads.closeSubpath();
+            }
+            if (!heads.isEmpty())
+                painter.fillPath(heads, batch.pen.color());
+        }
     }
 
 private:
@@ -181,7 +205,7 @@ private:
         QList<QLineF> lines;
         // Per line of a dashed batch: how far its first end is from where the pattern began.
         QList<double> phases;
-        QPainterPath heads;
+        QList<std::array<QPointF, 3>> heads;
         // Its pattern in the lines' units, for blending them thin.
         ThinDashes thin;
         std::optional<ThinLineRuns> mapped;
@@ -209,10 +233,7 @@ private:
         for (Batch &batch : m_batches)
             if (batch.pen == pen && batch.dashes.data() == dashes.data() && batch.dashes.size() == dashes.size())
                 return batch;
-        // Overlapping heads are one shape, not holes in each other.
-        QPainterPath heads;
-        heads.setFillRule(Qt::WindingFill);
-        m_batches.append(Batch{pen, dashes, {}, {}, heads, {}, {}});
+        m_batches.append(Batch{pen, dashes, {}, {}, {}, {}, {}});
         return m_batches.last();
     }
 
@@ -683,6 +704,8 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
                 continue;
             on.setTransform(scene * down);
             batches.drawLines(on, &target, strip.translated(0, -first), first);
+            // A pixel's reach around the strip, for the heads' soft edges.
+            batches.drawHeads(on, scene.inverted().mapRect(QRectF(strip).adjusted(-1, -1, 1, 1)));
         }
     };
     const auto drawLowerGround = [&] {
@@ -754,7 +777,7 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             batches.add(QPen(color, width, Qt::SolidLine, Qt::FlatCap), line.start, base, visible,
                         edge->isSubtask() ? std::span<const double>(subtaskDashes) : std::span<const double>());
             if (visible.contains(line.end))
-                addArrowhead(batches.heads(color), line.end, line.start);
+                batches.addHead(color, line.end, line.start);
         }
     };
     if (!layer) {
@@ -817,9 +840,10 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
     painter.resetTransform();
     painter.setClipRect(layerClip);
     painter.setTransform(scene);
-    if (!inStrips)
+    if (!inStrips) {
         batches.drawLines(painter, layer, layerClip);
-    batches.drawHeads(painter);
+        batches.drawHeads(painter);
+    }
 }
 
 void CanvasScenePainter::paintLineLayer(QPainter &painter, const CanvasEditor &editor, const CanvasColors &colors,
