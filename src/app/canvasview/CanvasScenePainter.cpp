@@ -70,8 +70,12 @@ void CanvasScenePainter::flowChanged()
     m_contents.invalidate();
     // Every layout is of the version before; kept, they would pile up over
     // every flow shown.
-    m_layouts.clear();
-    m_cardImages.clear();
+    // Set aside only if there are any: a view given no flow and then the
+    // next would otherwise free them here after all.
+    if (!m_layouts.isEmpty())
+        m_formerLayouts = std::exchange(m_layouts, {});
+    if (!m_cardImages->isEmpty())
+        m_formerCardImages = std::exchange(m_cardImages, std::make_unique<QCache<QUuid, CardImage>>(cardImageBudget));
     m_fadedCards.clear();
     // A file's bytes never change under its id; only gone files leave.
     if (m_thumbnails.size() > 256)
@@ -142,13 +146,19 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
             if (interaction.frame(*node).intersects(visible))
                 cardsInView.emplace_back(node, &m_contents.of(*flow, *node));
     };
+    const auto dropFormer = [this] {
+        m_formerLayouts = {};
+        m_formerCardImages.reset();
+    };
     m_whileLinesDraw.then = [&] {
         findCards();
         for (const auto &[node, content] : cardsInView)
             cardPicture(editor, *content, *node, colors, view, pixelRatio);
+        dropFormer();
     };
     paintLineLayer(painter, editor, colors, view, moving, exposed);
     m_whileLinesDraw = {};
+    dropFormer();
     if (!cardsFound)
         findCards();
     painter.setTransform(toScreen);

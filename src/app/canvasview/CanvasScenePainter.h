@@ -21,6 +21,7 @@
 #include <QUuid>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class QPainter;
@@ -273,7 +274,12 @@ private:
     // Pills and notes marks: the same few recur on every card of every flow.
     mutable QHash<StampKey, QImage> m_stamps;
     QHash<QUuid, QImage> m_thumbnails;
-    QCache<QUuid, CardImage> m_cardImages{cardImageBudget};
+    std::unique_ptr<QCache<QUuid, CardImage>> m_cardImages =
+        std::make_unique<QCache<QUuid, CardImage>>(cardImageBudget);
+    // The last flow's layouts and pictures, freed while the second thread
+    // draws the new flow's lines rather than before its frame begins.
+    QHash<QUuid, CardLayout> m_formerLayouts;
+    std::unique_ptr<QCache<QUuid, CardImage>> m_formerCardImages;
     QList<std::pair<CardChromeKey, QImage>> m_cardChromes;
     qsizetype m_cardChromeBytes = 0;
     // A port's circle, by how it looks.

@@ -398,7 +398,7 @@ QImage CanvasScenePainter::cardImage(const FlowNode &node, const CardContent &co
                                      const CanvasColors &colors, bool anyScale)
 {
     CardImageKey key{m_version, content.serial, size, scale * pixelRatio, look, colors.ramp.brand.rgba(), colors.dark};
-    if (CardImage *cached = m_cardImages.object(node.id)) {
+    if (CardImage *cached = m_cardImages->object(node.id)) {
         if (cached->key == key)
             return cached->image;
         CardImageKey rescaled = cached->key;
@@ -432,7 +432,7 @@ QImage CanvasScenePainter::cardImage(const FlowNode &node, const CardContent &co
         paintCardBody(into, text, content, node, size, look, colors);
     }
     image.setDevicePixelRatio(pixelRatio);
-    m_cardImages.insert(node.id, new CardImage{key, image}, int(image.sizeInBytes() / 1024));
+    m_cardImages->insert(node.id, new CardImage{key, image}, int(image.sizeInBytes() / 1024));
     return image;
 }
 

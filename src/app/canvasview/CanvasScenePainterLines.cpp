@@ -69,9 +69,9 @@ std::optional<std::pair<double, double>> clipSegment(QPointF a, QPointF b, const
 // Lines gathered by pen and stroked in one call per pen, with their
 // arrowheads filled as one path per colour (in a layer, per strip of it),
 // rather than a call and a stroker's set-up for each of thousands of lines
-// and dashes. A dashed
-// line is kept whole with where its pattern stands at its first end: blended,
-// its dashes are drawn in one pass along it; stroked, they are cut here.
+// and dashes. A dashed line is kept whole with where its pattern stands at
+// its first end: blended, its dashes are drawn in one pass along it;
+// stroked, they are cut here.
 class LineBatches
 {
 public:
