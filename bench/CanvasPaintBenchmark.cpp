@@ -63,11 +63,14 @@ struct Scene {
     std::unique_ptr<CanvasScenePainter> painter;
     QImage frame{frameSize, QImage::Format_ARGB32_Premultiplied};
 
+    // Shared by every benchmark of a run; closed before the application,
+    // so that its settings folder goes too.
+    static inline std::unique_ptr<Scene> shared;
+
     static Scene *open(benchmark::State &state)
     {
-        static Scene *shared = nullptr;
         if (shared)
-            return shared;
+            return shared.get();
         const int nodes = std::max(8, int(std::lround(fullFlowNodes * GeneratedStores::scale())));
         QString error;
         auto scene = std::make_unique<Scene>();
@@ -88,8 +91,8 @@ struct Scene {
         scene->editor->appear(QSizeF(frameSize));
         scene->contents = std::make_unique<CanvasCardContents>(store);
         scene->painter = std::make_unique<CanvasScenePainter>(*scene->contents);
-        shared = scene.release();
-        return shared;
+        shared = std::move(scene);
+        return shared.get();
     }
 
     void view(double scale)
@@ -203,11 +206,18 @@ struct Window {
     std::unique_ptr<CanvasInteraction> interaction;
     std::unique_ptr<CanvasEditor> editor;
 
+    static inline std::unique_ptr<Window> shared;
+
+    ~Window()
+    {
+        if (view)
+            view->setEditor(nullptr);
+    }
+
     static Window *open(benchmark::State &state)
     {
-        static Window *shared = nullptr;
         if (shared)
-            return shared;
+            return shared.get();
         Scene *scene = Scene::open(state);
         if (!scene)
             return nullptr;
@@ -232,8 +242,8 @@ struct Window {
             window->editor->persistViewport();
         }
         window->settle();
-        shared = window.release();
-        return shared;
+        shared = std::move(window);
+        return shared.get();
     }
 
     // What the window does when another flow is chosen.
@@ -702,5 +712,8 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     InterfaceLanguage::apply(QStringLiteral("en"));
-    return runBenchmarks(argc, argv);
+    const int result = runBenchmarks(argc, argv);
+    Window::shared.reset();
+    Scene::shared.reset();
+    return result;
 }
