@@ -112,6 +112,8 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     painter.setRenderHint(QPainter::TextAntialiasing);
     const TaskFlow *flow = editor.flow();
     if (!flow) {
+        m_formerLayouts = {};
+        m_formerCardImages.reset();
         painter.fillRect(exposed, colors.ramp.brandSubtle);
         if (view.grid)
             paintGrid(painter, colors, view, exposed);
