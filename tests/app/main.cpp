@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QSettings>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -17,6 +18,10 @@ int main(int argc, char *argv[])
     qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toUtf8());
     qputenv("XDG_DATA_HOME", home.filePath(QStringLiteral("data")).toUtf8());
     QDir(home.path()).mkpath(QStringLiteral("Documents"));
+    // Qt's own settings (the file dialogs' last folders) take their folder
+    // once, at first use: fixed here, they never land in a test's folder
+    // that is gone by the time a dialog is saved.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, home.filePath(QStringLiteral("config")));
 
     QApplication application(argc, argv);
     // Named and versioned as the program is.
