@@ -188,8 +188,13 @@ std::optional<TitleWords::Lines> TitleWords::lines(const QString &text, double w
         line.textStart = words[first].start;
         line.textLength = words[end - 1].start + words[end - 1].length - line.textStart;
         // All of one font: the line is one run.
+        qsizetype count = 0;
+        for (std::size_t i = first; i < end; ++i)
+            count += words[i].word->glyphs.size();
         QList<quint32> glyphs;
         QList<QPointF> positions;
+        glyphs.reserve(count);
+        positions.reserve(count);
         double x = 0;
         for (std::size_t i = first; i < end; ++i) {
             const Word &word = *words[i].word;
