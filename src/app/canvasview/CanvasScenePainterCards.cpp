@@ -108,10 +108,10 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
 
     const double titleWidth = innerWidth - (content.hasNotes ? notesMarkSide + 6 : 0);
     const QString title = node.title.simplified();
-    // A line's glyphs, positioned from the start of its baseline, moved to
-    // the title's left on its row.
+    // A line's glyphs, whose baseline starts at `origin`, moved to the
+    // title's left on its row.
     int titleRows = 0;
-    const auto place = [&](const QList<QGlyphRun> &runs, double naturalWidth) {
+    const auto place = [&](const QList<QGlyphRun> &runs, double naturalWidth, QPointF origin = {}) {
         // Each run is kept from its leftmost glyph on the baseline, where a
         // strike through is drawn from (right-to-left text lists its glyphs
         // rightmost first).
@@ -126,7 +126,7 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
             for (QPointF &position : positions)
                 position -= first;
             run.setPositions(positions);
-            result.titleRuns.append({first + shift, run});
+            result.titleRuns.append({first - origin + shift, run});
         }
         const double strike = baseline - titleMetrics.strikeOutPos();
         result.titleStrikes.append(QLineF(paddingX, strike, paddingX + naturalWidth, strike));
@@ -137,15 +137,8 @@ CanvasScenePainter::CardLayout CanvasScenePainter::makeLayout(const CardContent 
         qsizetype end = line.textStart() + line.textLength();
         while (end > line.textStart() && text.at(end - 1).isSpace())
             --end;
-        QList<QGlyphRun> runs = line.glyphRuns(line.textStart(), int(end - line.textStart()));
-        const QPointF origin(line.x(), line.y() + line.ascent());
-        for (QGlyphRun &run : runs) {
-            QList<QPointF> positions = run.positions();
-            for (QPointF &position : positions)
-                position -= origin;
-            run.setPositions(positions);
-        }
-        place(runs, line.naturalTextWidth());
+        place(line.glyphRuns(line.textStart(), int(end - line.textStart())), line.naturalTextWidth(),
+              QPointF(line.x(), line.y() + line.ascent()));
     };
     // The last line takes the rest of the title, shortened.
     const auto placeRest = [&](qsizetype start) {

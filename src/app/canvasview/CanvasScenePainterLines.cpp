@@ -171,11 +171,9 @@ public:
     // back to full strength rather than blended again.
     void restoreDimmed() { m_restore = true; }
 
-    void drawHeads(QPainter &painter) const { drawHeads(painter, std::nullopt); }
-
-    // Only the heads that reach into `area`, in the lines' units: a strip
-    // of a layer fills its own, so both threads share the work.
-    void drawHeads(QPainter &painter, const std::optional<QRectF> &area) const
+    // Given an `area`, in the lines' units, only the heads that reach into
+    // it: a strip of a layer fills its own, so both threads share the work.
+    void drawHeads(QPainter &painter, const std::optional<QRectF> &area = std::nullopt) const
     {
         for (const Batch &batch : m_batches) {
             // Overlapping heads are one shape, not holes in each other.
