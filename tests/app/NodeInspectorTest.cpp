@@ -97,6 +97,25 @@ TEST_F(NodeInspectorTest, EstimateCommitsNumbersOnlyAndOnceEach)
     EXPECT_EQ(estimate->text(), QStringLiteral("45"));
 }
 
+// Closing the window takes the panel with it while a field still has
+// the focus and a draft.
+TEST_F(NodeInspectorTest, DraftsAreWrittenWhenThePanelCloses)
+{
+    select({task});
+    type(inspector->titleField(), QStringLiteral("Pack the books"));
+    inspector.reset();
+    EXPECT_EQ(task->title, QStringLiteral("Pack the books"));
+
+    inspector = std::make_unique<NodeInspector>(*store, *history, *preferences);
+    select({task});
+    QPlainTextEdit *notes = inspector->notesEditor();
+    notes->setFocus();
+    QTest::keyClicks(notes, QStringLiteral("Tape first"));
+    inspector.reset();
+    EXPECT_EQ(task->notes, QStringLiteral("Tape first"));
+    EXPECT_EQ(undoNames(), (QStringList{"Rename", "Edit notes"}));
+}
+
 TEST_F(NodeInspectorTest, NotesCommitWhenTheEditorLosesFocus)
 {
     select({task});

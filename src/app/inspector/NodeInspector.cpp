@@ -422,12 +422,7 @@ void NodeInspector::showSelection(const QUuid &flowID, const CanvasSelection &se
 {
     if (flowID != m_flowID || selection != m_selection) {
         // What was typed for the task shown so far belongs to that task.
-        if (m_title->isModified())
-            commitTitle();
-        if (m_estimate->isModified())
-            commitEstimate();
-        if (m_notes->document()->isModified())
-            commitNotes();
+        commitDrafts();
         m_title->setModified(false);
         m_estimate->setModified(false);
         m_notes->document()->setModified(false);
@@ -435,6 +430,27 @@ void NodeInspector::showSelection(const QUuid &flowID, const CanvasSelection &se
     m_flowID = flowID;
     m_selection = selection;
     reload();
+}
+
+NodeInspector::~NodeInspector()
+{
+    // QWidget's own destructor takes the focus from a field, which would
+    // commit through this panel's members after they are gone: what was
+    // typed is kept now, and the fields stop calling back.
+    commitDrafts();
+    m_title->disconnect(this);
+    m_estimate->disconnect(this);
+    m_notes->removeEventFilter(this);
+}
+
+void NodeInspector::commitDrafts()
+{
+    if (m_title->isModified())
+        commitTitle();
+    if (m_estimate->isModified())
+        commitEstimate();
+    if (m_notes->document()->isModified())
+        commitNotes();
 }
 
 const FlowNode *NodeInspector::selectedNode() const

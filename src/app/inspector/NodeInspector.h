@@ -38,6 +38,7 @@ class NodeInspector : public QWidget {
 public:
     NodeInspector(FenrowStore &store, FenrowHistory &history, AppPreferences &preferences,
                   QWidget *parent = nullptr);
+    ~NodeInspector() override;
 
     void showSelection(const QUuid &flowID, const CanvasSelection &selection);
     // Reads the store again, keeping what is being typed.
@@ -70,6 +71,8 @@ private:
     void fillFile();
     void fillRelated(QVBoxLayout *list, const QList<const FlowNode *> &nodes, const char *emptyKey);
 
+    // Whatever was typed and not yet written, written to the task shown.
+    void commitDrafts();
     void commitTitle();
     void commitEstimate();
     void commitNotes();
