@@ -285,6 +285,22 @@ TEST_F(CanvasViewTest, TabAddsATaskBesideTheSelectedOneAndItsTitleIsTypedInPlace
     EXPECT_EQ(flow.items().size(), 1u);
     window->undoAction()->trigger();
     EXPECT_EQ(flow.items().size(), 2u);
+
+    // Another flow chosen, or the window closed, while a title is typed
+    // keeps what was typed.
+    QTest::keyClick(&canvas(), Qt::Key_Tab);
+    ASSERT_TRUE(title->isVisible());
+    QTest::keyClicks(title, "Tape the boxes");
+    window->selectFlow(store->addFlow(QStringLiteral("Garden shed"))->id);
+    EXPECT_FALSE(title->isVisible());
+    EXPECT_NO_THROW(node(flow, "Tape the boxes"));
+    window->selectFlow(flow.id);
+    click(at(node(flow, "Pack books")));
+    QTest::keyClick(&canvas(), Qt::Key_Tab);
+    ASSERT_TRUE(canvas().titleEditor()->isVisible());
+    QTest::keyClicks(canvas().titleEditor(), "Book the van");
+    window.reset();
+    EXPECT_NO_THROW(node(flow, "Book the van"));
 }
 
 TEST_F(CanvasViewTest, TheCardMenuColoursAndTheEmptyHintAddsTheFirstTask)

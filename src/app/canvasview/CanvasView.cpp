@@ -125,10 +125,16 @@ CanvasView::CanvasView(FenrowStore &store, FenrowHistory &history, AppPreference
 CanvasView::~CanvasView()
 {
     qApp->removeEventFilter(this);
+    // The field loses the focus in QWidget's own destructor, after this
+    // view's members are gone.
+    m_titleEditor->disconnect(this);
 }
 
 void CanvasView::setEditor(CanvasEditor *editor)
 {
+    // A title being typed belongs to the flow it was typed in.
+    if (m_titleEditor->isVisible())
+        finishTitleEditing(true);
     for (const QMetaObject::Connection &connection : std::as_const(m_editorConnections))
         disconnect(connection);
     m_editorConnections.clear();

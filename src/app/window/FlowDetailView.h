@@ -62,6 +62,10 @@ public:
     CanvasZoomRequest *zoomRequests() const { return m_zoomRequests; }
     CanvasRevealRequest *revealRequests() const { return m_revealRequests; }
     ExpandFailureBanner *expandFailureBanner() const { return m_expandFailure; }
+    // Lets go of the flow, writing what was being typed on the canvas or in
+    // the inspector: the window calls it before it goes, while all that
+    // hears of the store's changes is still there.
+    void stopCanvas();
 
 signals:
     void archiveDoneRequested(const QUuid &flowID);
@@ -75,7 +79,6 @@ protected:
 
 private:
     void startCanvas();
-    void stopCanvas();
     void refresh();
     void followSelection();
     void applySelection(const CanvasSelection &selection);

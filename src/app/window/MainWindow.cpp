@@ -79,6 +79,9 @@ MainWindow::MainWindow(FenrowStore &store, FenrowHistory &history, ActiveFlowSta
 // building, so a fresh tree shows them all.
 MainWindow::~MainWindow()
 {
+    // Closing takes the focus from a field being typed in, which writes
+    // it: it is written now, before the window's parts begin to go.
+    m_flowDetail->stopCanvas();
     // Children go after the menus: a child window that closes then moves
     // the focus, and the edit actions must not hear of it any more.
     disconnect(qApp, nullptr, this, nullptr);
