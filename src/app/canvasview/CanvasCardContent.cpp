@@ -175,8 +175,8 @@ bool CardContent::sameAs(const CardContent &other) const
 const CardContent &CanvasCardContents::of(const TaskFlow &flow, const FlowNode &node)
 {
     ensure(flow);
-    const auto found = m_contents.find(node.id);
-    if (found == m_contents.end())
+    Entry *const found = entryOf(node);
+    if (!found)
         return m_empty;
     if (found->generation != m_generation) {
         CardContent content = make(node, *found);
@@ -193,6 +193,15 @@ void CanvasCardContents::ensure(const TaskFlow &flow)
 {
     if (!m_valid || m_flowID != flow.id)
         prepare(flow);
+}
+
+CanvasCardContents::Entry *CanvasCardContents::entryOf(const FlowNode &node)
+{
+    const qsizetype at = m_index.value(&node, -1);
+    // The id too: a task made where one gone since stood would share its address.
+    if (at < 0 || m_entries[std::size_t(at)].id != node.id)
+        return nullptr;
+    return &m_entries[std::size_t(at)];
 }
 
 int CanvasCardContents::readyCount(const TaskFlow &flow)
@@ -246,12 +255,9 @@ void CanvasCardContents::prepare(const TaskFlow &flow)
     ++m_generation;
     setNow();
     m_hidden.clear();
-    m_collapsed.clear();
     m_below.clear();
-    for (const FlowNode *node : flow.items())
-        if (node->isCollapsed)
-            m_collapsed.insert(node->id);
-    if (!m_collapsed.isEmpty()) {
+    const auto &items = flow.items();
+    if (std::any_of(items.begin(), items.end(), [](const FlowNode *node) { return node->isCollapsed; })) {
         m_below.reserve(qsizetype(flow.edges().size()));
         for (const DependencyEdge *edge : flow.edges())
             if (edge->fromItem() && edge->toItem())
@@ -261,37 +267,44 @@ void CanvasCardContents::prepare(const TaskFlow &flow)
 
     // Entries are made for every task now, so that later answers never
     // move them and a reference handed out stays good until the next change.
-    QHash<QUuid, Entry> earlier;
-    if (sameFlow)
-        earlier = std::move(m_contents);
-    m_contents = {};
-    m_contents.reserve(qsizetype(flow.items().size()));
+    // The same flow's contents are kept: those that show the same keep
+    // their serials, and so their pictures.
+    std::vector<Entry> earlier;
+    QHash<const FlowNode *, qsizetype> earlierIndex;
+    if (sameFlow) {
+        earlier = std::exchange(m_entries, {});
+        earlierIndex = std::exchange(m_index, {});
+    }
+    m_entries.clear();
+    m_entries.resize(std::size_t(items.size()));
+    m_index.clear();
+    m_index.reserve(qsizetype(items.size()));
     m_readyCount = 0;
     size_t geometry = 0;
-    for (const FlowNode *node : flow.items()) {
-        Entry &entry = m_contents[node->id];
-        if (!earlier.isEmpty()) {
-            const auto found = earlier.find(node->id);
-            if (found != earlier.end())
-                entry = std::move(*found);
-        }
-        entry.openBlockers = 0;
-        entry.hasSubtasks = false;
+    qsizetype at = 0;
+    for (const FlowNode *node : items) {
+        Entry &entry = m_entries[std::size_t(at)];
+        m_index.insert(node, at++);
+        entry.id = node->id;
+        if (const qsizetype was = earlierIndex.value(node, -1); was >= 0 && earlier[std::size_t(was)].id == node->id)
+            entry.content = std::move(earlier[std::size_t(was)].content);
         entry.countedDone = node->isDone;
+        entry.collapsed = node->isCollapsed;
         entry.geometry = geometryOf(*node);
         geometry ^= entry.geometry;
     }
     // Counted straight from the edges: a table of each task's blockers
     // cost a list per task, made and thrown away with every new flow.
     FlowGraph::forEachHold(flow, [&](const FlowNode &held, const FlowNode &blocker, bool bySubtask) {
-        const auto entry = m_contents.find(held.id);
-        if (entry == m_contents.end())
+        Entry *const entry = entryOf(held);
+        if (!entry)
             return;
         entry->hasSubtasks = entry->hasSubtasks || bySubtask;
         entry->openBlockers += blocker.isDone ? 0 : 1;
     });
-    for (const FlowNode *node : flow.items()) {
-        Entry &entry = *m_contents.find(node->id);
+    at = 0;
+    for (const FlowNode *node : items) {
+        Entry &entry = m_entries[std::size_t(at++)];
         entry.actionable = !node->isDone && entry.openBlockers == 0 && !isDeferred(*node);
         m_readyCount += entry.actionable ? 1 : 0;
     }
@@ -321,12 +334,14 @@ void CanvasCardContents::invalidate(const StoreChange &change)
     for (const QUuid &id : change.nodes) {
         const FlowNode *node = m_store.node(id);
         const bool here = node && node->flow() && node->flow()->id == m_flowID;
-        const bool known = m_contents.contains(id);
-        if (!here && !known)
+        const Entry *const entry = node ? entryOf(*node) : nullptr;
+        // A task of another flow is skipped; one gone, whose flow is not
+        // known any more, has the flow read again.
+        if (!here && !entry && node)
             continue;
         // A task new here or gone elsewhere, a fold opened or closed, or
         // many tasks at once: the flow is read again as a whole.
-        if (!here || !known || count == 64 || node->isCollapsed != m_collapsed.contains(id)) {
+        if (!here || !entry || count == 64 || node->isCollapsed != entry->collapsed) {
             m_valid = false;
             return;
         }
@@ -344,15 +359,15 @@ void CanvasCardContents::invalidate(const StoreChange &change)
     };
     for (int i = 0; i < count; ++i) {
         const FlowNode &node = *changedNodes[i];
-        Entry &own = *m_contents.find(node.id);
+        Entry &own = *entryOf(node);
         // A task done or open again is one blocker fewer or more for each
         // task it holds up; the edges themselves have not changed.
         const int opened = node.isDone == own.countedDone ? 0 : node.isDone ? -1 : 1;
         own.countedDone = node.isDone;
         redo(node, own);
         for (const FlowNode *dependent : FlowGraph::dependentsOf(node)) {
-            const auto entry = m_contents.find(dependent->id);
-            if (entry == m_contents.end())
+            Entry *const entry = entryOf(*dependent);
+            if (!entry)
                 continue;
             entry->openBlockers += opened;
             redo(*dependent, *entry);

@@ -12,6 +12,8 @@
 #include <QString>
 #include <QUuid>
 
+#include <vector>
+
 namespace fenrow {
 
 class FenrowStore;
@@ -83,6 +85,7 @@ public:
 
 private:
     struct Entry {
+        QUuid id;
         CardContent content;
         // Current while it equals m_generation.
         quint64 generation = 0;
@@ -95,12 +98,15 @@ private:
         bool countedDone = false;
         // The card's share of the lines' hash.
         size_t geometry = 0;
+        bool collapsed = false;
     };
 
     // Reads what the flow as a whole decides: blockers, folds, the count
     // of ready tasks and the lines' hash.
     void prepare(const TaskFlow &flow);
     void ensure(const TaskFlow &flow);
+    // The task's entry, or null for a task not of the flow last read.
+    Entry *entryOf(const FlowNode &node);
     CardContent make(const FlowNode &node, const Entry &entry) const;
     void setNow();
     bool isDeferred(const FlowNode &node) const;
@@ -114,11 +120,14 @@ private:
     // A start at or after it lies on a later day than m_now.
     QDateTime m_tomorrow;
     QSet<QUuid> m_hidden;
-    QSet<QUuid> m_collapsed;
     // What each fold hides is walked through these edges.
     QHash<const FlowNode *, QList<const FlowNode *>> m_below;
     quint64 m_generation = 1;
-    QHash<QUuid, Entry> m_contents;
+    // In the flow's order, found by the task: a new flow of thousands of
+    // tasks is read on every frame that shows it, and hashing ids and
+    // moving whole contents around cost more than reading the tasks.
+    std::vector<Entry> m_entries;
+    QHash<const FlowNode *, qsizetype> m_index;
     int m_readyCount = 0;
     quint64 m_lastSerial = 0;
     struct StepCount {
