@@ -198,6 +198,11 @@ TEST_F(Commands, AltRightFollowsTheEdgeToTheSuccessorAtTheNearestHeight)
     ASSERT_TRUE(key(Qt::Key_Right));
     EXPECT_EQ(selected(), ids({"near"})) << "plain arrows go by place, not by edges";
     EXPECT_FALSE(key(Qt::Key_Right, Qt::AltModifier)) << "no successors";
+
+    // What a fold hides is passed over.
+    store->setCollapsed((*this)["a"], true);
+    select("a");
+    EXPECT_FALSE(key(Qt::Key_Right, Qt::AltModifier)) << "every successor is folded away";
 }
 
 TEST_F(Commands, TabAddsBesideTheSelectionAndReturnRenamesAndCompletes)

@@ -41,7 +41,7 @@ bool CanvasEditor::handleKeyCommand(const CanvasKeyCommand &command)
             return false;
         visibleNodes();
         const FlowNode *next =
-            CanvasNavigation::edgeNeighbor(*anchor, command.direction == Direction::right, *current, m_visibleIDs);
+            CanvasNavigation::edgeNeighbor(*anchor, command.direction == Direction::right, *current, m_hiddenIDs);
         if (!next)
             return false;
         selectAndKeepVisible(next->id);

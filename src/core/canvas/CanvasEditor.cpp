@@ -170,7 +170,6 @@ const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
     if (m_visibleValid)
         return m_visible;
     m_visible.clear();
-    m_visibleIDs.clear();
     if (const TaskFlow *current = flow()) {
         // A filter alone leaves the folds, and so the unfolded tasks and
         // their shapes, as they were.
@@ -178,7 +177,7 @@ const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
             m_shapes.clear();
             m_shapes.reserve(current->items().size());
             for (const FlowNode *candidate : current->items())
-                m_shapes.insert(candidate->id, shapeOf(*candidate));
+                m_shapes.insert(candidate, shapeOf(*candidate));
             m_folded = FlowGraph::hiddenNodeIDs(*current);
             m_unfolded = FlowGraph::visibleItems(*current, m_folded);
             m_unfoldedValid = true;
@@ -193,7 +192,6 @@ const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
                 continue;
             }
             m_visible.append(candidate);
-            m_visibleIDs.insert(candidate->id);
         }
     }
     m_visibleValid = true;
@@ -254,7 +252,7 @@ const CanvasScene &CanvasEditor::scene() const
 bool CanvasEditor::isVisible(const QUuid &nodeID) const
 {
     visibleNodes();
-    return m_visibleIDs.contains(nodeID);
+    return node(nodeID) && !m_hiddenIDs.contains(nodeID);
 }
 
 bool CanvasEditor::isDimmed(const FlowNode &candidate) const
@@ -362,8 +360,8 @@ void CanvasEditor::filterChanged()
 
 CanvasEditor::NodeShape CanvasEditor::shapeOf(const FlowNode &node)
 {
-    return {node.order, node.isCollapsed, node.colorRaw,     node.posX,
-            node.posY,  node.manualWidth, node.manualHeight, node.estimateMinutes};
+    return {node.id,   node.order,       node.isCollapsed,  node.colorRaw,       node.posX,
+            node.posY, node.manualWidth, node.manualHeight, node.estimateMinutes};
 }
 
 void CanvasEditor::storeChanged()
@@ -378,8 +376,12 @@ void CanvasEditor::storeChanged()
         for (const QUuid &id : change.nodes) {
             const FlowNode *changed = m_services.store.node(id);
             const bool here = changed && changed->flow() && changed->flow()->id == m_flowID;
-            const auto known = m_shapes.constFind(id);
-            if (!here && known == m_shapes.cend())
+            auto known = changed ? m_shapes.constFind(changed) : m_shapes.cend();
+            if (known != m_shapes.cend() && known->id != id)
+                known = m_shapes.cend();
+            // A task of another flow is skipped; one gone, whose flow is
+            // not known any more, has the list made again.
+            if (!here && known == m_shapes.cend() && changed)
                 continue;
             if (!here || known == m_shapes.cend() || known->order != changed->order ||
                 known->isCollapsed != changed->isCollapsed || known->colorRaw != changed->colorRaw) {
@@ -387,7 +389,7 @@ void CanvasEditor::storeChanged()
                 break;
             }
             if (const NodeShape now = shapeOf(*changed); !(*known == now)) {
-                m_shapes[id] = now;
+                m_shapes[changed] = now;
                 m_sceneValid = false;
             }
         }

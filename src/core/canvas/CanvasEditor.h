@@ -234,13 +234,14 @@ private:
     mutable QSet<QUuid> m_folded;
     mutable QSet<QUuid> m_hiddenIDs;
     mutable QList<const FlowNode *> m_visible;
-    mutable QSet<QUuid> m_visibleIDs;
     mutable bool m_sceneValid = false;
     mutable CanvasScene m_scene;
     // What the visible list and the scene read of each task of the flow,
     // as of their last reading: a change that leaves it alone (a title, a
     // status) leaves them as they are.
     struct NodeShape {
+        // A task made later where one gone stood would share its address.
+        QUuid id;
         qint64 order = 0;
         bool isCollapsed = false;
         QString colorRaw;
@@ -252,7 +253,8 @@ private:
         friend bool operator==(const NodeShape &, const NodeShape &) = default;
     };
     static NodeShape shapeOf(const FlowNode &node);
-    mutable QHash<QUuid, NodeShape> m_shapes;
+    // By address: a flow of thousands of tasks is read whenever it is shown.
+    mutable QHash<const FlowNode *, NodeShape> m_shapes;
 
     QPointF m_panTranslation;
     bool m_didInitViewport = false;

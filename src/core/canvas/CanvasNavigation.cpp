@@ -51,8 +51,7 @@ const FlowNode *spatialNeighbor(const FlowNode &anchor, CanvasKeyCommand::Direct
     return best;
 }
 
-const FlowNode *edgeNeighbor(const FlowNode &anchor, bool forward, const TaskFlow &flow,
-                             const QSet<QUuid> &visibleIDs)
+const FlowNode *edgeNeighbor(const FlowNode &anchor, bool forward, const TaskFlow &flow, const QSet<QUuid> &hiddenIDs)
 {
     const FlowNode *best = nullptr;
     double bestDistance = std::numeric_limits<double>::infinity();
@@ -62,7 +61,7 @@ const FlowNode *edgeNeighbor(const FlowNode &anchor, bool forward, const TaskFlo
         if (!from || !to)
             continue;
         const FlowNode *candidate = forward ? (from == &anchor ? to : nullptr) : (to == &anchor ? from : nullptr);
-        if (!candidate || !visibleIDs.contains(candidate->id))
+        if (!candidate || hiddenIDs.contains(candidate->id))
             continue;
         // A node met twice has the same distance and so never replaces
         // itself: each counts once.

@@ -24,9 +24,9 @@ const FlowNode *spatialNeighbor(const FlowNode &anchor, CanvasKeyCommand::Direct
                                 const QList<const FlowNode *> &visible);
 
 // Along the anchor's edges: forward to what it points at, back to what
-// points at it. Of several, the one at the nearest height.
-const FlowNode *edgeNeighbor(const FlowNode &anchor, bool forward, const TaskFlow &flow,
-                             const QSet<QUuid> &visibleIDs);
+// points at it. Of several, the one at the nearest height; none of
+// `hiddenIDs`.
+const FlowNode *edgeNeighbor(const FlowNode &anchor, bool forward, const TaskFlow &flow, const QSet<QUuid> &hiddenIDs);
 
 // The card whose centre is nearest to `point`; null with no cards.
 const FlowNode *nearest(QPointF point, const QList<const FlowNode *> &visible);
