@@ -2,19 +2,33 @@
 
 #include "canvas/CanvasEditor.h"
 #include "canvasview/CanvasView.h"
+#include "domain/FlowFile.h"
 #include "domain/TaskFlow.h"
 #include "lists/ReadyListView.h"
 #include "sidebar/SidebarRouteRow.h"
 #include "window/FlowDetailView.h"
 
 #include <QAccessible>
+#include <QDesktopServices>
+#include <QFile>
 #include <QListView>
 #include <QProcess>
+#include <QScopeGuard>
 
 namespace fenrow::testing
 {
 namespace
 {
+
+// Takes the addresses the desktop would be asked to open.
+class OpenedUrls : public QObject
+{
+    Q_OBJECT
+public:
+    QList<QUrl> urls;
+public slots:
+    void open(const QUrl &url) { urls << url; }
+};
 
 // The window as assistive technology reads it: Qt's own accessible
 // interfaces and the canvas's. Qt answers them and sends its events only
@@ -179,6 +193,25 @@ TEST_F(AccessibilityTest, CanvasCardsSayTheirTitleStatePlaceAndAct)
     EXPECT_EQ(canvas().editor()->interaction().editingItemID(), books.id);
     canvas().titleEditor()->clearFocus();
 
+    // A file's card opens the file, as its menu does, with the desktop's
+    // program for it.
+    const FlowFile &list = *store->attachFile(
+        {QStringLiteral("boxes.txt"), QStringLiteral("text/plain"), 15, "a list of boxes"}, 500, 420, flow);
+    QApplication::processEvents();
+    OpenedUrls opened;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &opened, "open");
+    const auto cleared = qScopeGuard([] { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); });
+    ASSERT_TRUE(card("boxes.txt"));
+    EXPECT_EQ(card("boxes.txt")->actionInterface()->actionNames(),
+              QStringList({QAccessibleActionInterface::pressAction(), QStringLiteral("open")}));
+    EXPECT_EQ(card("boxes.txt")->actionInterface()->localizedActionName(QStringLiteral("open")), "Open");
+    card("boxes.txt")->actionInterface()->doAction(QStringLiteral("open"));
+    ASSERT_EQ(opened.urls.size(), 1);
+    QFile staged(opened.urls.first().toLocalFile());
+    ASSERT_TRUE(staged.open(QIODevice::ReadOnly)) << staged.fileName().toStdString();
+    EXPECT_EQ(staged.readAll(), "a list of boxes");
+    EXPECT_TRUE(staged.fileName().endsWith(list.filename));
+
     // A card that goes takes its child with it.
     events().clear();
     store->deleteNode(sofa);
@@ -227,3 +260,5 @@ TEST_F(AccessibilityTest, ListRowsSayTheirTextAndStateAndTabReadsTheSidebarDownw
 
 } // namespace
 } // namespace fenrow::testing
+
+#include "AccessibilityTest.moc"

@@ -1,6 +1,7 @@
 #include "CanvasAccessibility.h"
 
 #include "CanvasView.h"
+#include "FileOpener.h"
 #include "canvas/CanvasEditor.h"
 #include "canvas/CanvasKeyCommand.h"
 #include "domain/DependencyEdge.h"
@@ -200,8 +201,13 @@ QAccessible::State CanvasCardAccessible::state() const
 
 QStringList CanvasCardAccessible::actionNames() const
 {
-    if (m_isFile)
+    // A file opens as its card's menu opens it: only while its bytes are kept.
+    if (m_isFile) {
+        const FlowFile *card = file();
+        if (card && card->data.isPresent())
+            return {pressAction(), QStringLiteral("open")};
         return {pressAction()};
+    }
     return {pressAction(), QStringLiteral("open"), toggleAction()};
 }
 
@@ -209,7 +215,7 @@ QString CanvasCardAccessible::localizedActionName(const QString &name) const
 {
     if (name == pressAction())
         return qtTrId("canvas.access.action.select");
-    if (name == QLatin1StringView("open") && !m_isFile)
+    if (name == QLatin1StringView("open"))
         return qtTrId("canvas.access.action.open");
     if (name == toggleAction() && !m_isFile) {
         const FlowNode *task = node();
@@ -224,8 +230,13 @@ void CanvasCardAccessible::doAction(const QString &name)
     if (!current || !isValid())
         return;
     if (m_isFile) {
-        if (name == pressAction())
+        if (name == pressAction()) {
             current->fileClicked(m_id);
+        } else if (name == QLatin1StringView("open")) {
+            const FlowFile *card = file();
+            if (card && card->data.isPresent())
+                FileOpener::open(*card);
+        }
         return;
     }
     if (name == pressAction()) {
