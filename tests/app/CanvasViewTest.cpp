@@ -347,6 +347,46 @@ TEST_F(CanvasViewTest, TheCardMenuColoursAndTheEmptyHintAddsTheFirstTask)
     delete menu;
 }
 
+TEST_F(CanvasViewTest, TheMenuKeyOpensTheSelectionsMenuBesideIt)
+{
+    const TaskFlow &flow = flowOf({{"Pack books", {150, 120}}, {"Book the van", {650, 200}}});
+    const FlowFile &list = *store->attachFile(
+        {QStringLiteral("boxes.txt"), QStringLiteral("text/plain"), 15, "a list of boxes"}, 150, 420, flow);
+    open(flow);
+    // The menu key, as the window hands it on: to the focused canvas, at
+    // the middle of the view, which shows nothing.
+    const auto menuKey = [&] {
+        const QPoint middle(canvas().width() / 2, canvas().height() / 2);
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, middle, canvas().mapToGlobal(middle));
+        QApplication::sendEvent(&canvas(), &event);
+        QWidget *menu = QApplication::activePopupWidget();
+        const QString name = menu ? menu->objectName() : QString();
+        const QPoint corner = menu ? canvas().mapFromGlobal(menu->pos()) : QPoint();
+        if (menu)
+            menu->close();
+        QApplication::processEvents();
+        return std::pair(name, corner);
+    };
+    const auto near = [](QPoint corner, QPointF point) { return (QPointF(corner) - point).manhattanLength() < 4; };
+
+    const FlowNode &books = node(flow, "Pack books");
+    click(at(books));
+    auto [name, corner] = menuKey();
+    EXPECT_EQ(name, "canvas.node.menu");
+    EXPECT_TRUE(near(corner, at(books))) << corner.x() << "," << corner.y();
+
+    click(interaction().toScreen({list.posX, list.posY}));
+    ASSERT_EQ(interaction().selectedFileID(), list.id);
+    std::tie(name, corner) = menuKey();
+    EXPECT_EQ(name, "canvas.file.menu");
+    EXPECT_TRUE(near(corner, interaction().toScreen({list.posX, list.posY})));
+
+    // Two cards selected: the menu is the view's own, as before.
+    interaction().setSelectedFileID(std::nullopt);
+    interaction().setSelectedItemIDs({books.id, node(flow, "Book the van").id});
+    EXPECT_EQ(menuKey().first, "canvas.background.menu");
+}
+
 TEST_F(CanvasViewTest, DroppedFilesBecomeCardsSideBySideAndATooLargeOneIsReported)
 {
     const TaskFlow &flow = flowOf({{"Pack books", {300, 200}}});

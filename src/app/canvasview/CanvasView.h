@@ -54,6 +54,9 @@ public:
 
     // The menus a right click opens, built for a screen point.
     QMenu *contextMenuAt(QPointF point);
+    // The menu the menu key opens: that of the one card or file selected,
+    // with where its middle is in the view; none while nothing single is.
+    QMenu *selectionMenu(QPointF *at);
 
     // Adds a task at the middle of the view, or at a screen point.
     void addTask();

@@ -252,15 +252,42 @@ QMenu *CanvasView::backgroundMenu(QPointF point)
     return menu;
 }
 
+QMenu *CanvasView::selectionMenu(QPointF *at)
+{
+    if (!m_editor || !m_editor->flow())
+        return nullptr;
+    const CanvasInteraction &interaction = m_editor->interaction();
+    if (interaction.selectedItemIDs().size() == 1) {
+        const QUuid id = *interaction.selectedItemIDs().begin();
+        const FlowNode *node = m_editor->isVisible(id) ? m_store.node(id) : nullptr;
+        if (!node)
+            return nullptr;
+        *at = toScreen(interaction.frame(*node).center());
+        return cardMenu(id);
+    }
+    if (const auto fileID = interaction.selectedFileID(); fileID && interaction.selectedItemIDs().isEmpty())
+        for (const FlowFile *file : m_editor->liveFiles())
+            if (file->id == *fileID) {
+                *at = toScreen(interaction.fileFrame(*file).center());
+                return fileMenu(*fileID);
+            }
+    return nullptr;
+}
+
 void CanvasView::contextMenuEvent(QContextMenuEvent *event)
 {
     if (m_pointer && m_pointer->isPressed())
         return;
-    QMenu *menu = contextMenuAt(event->pos());
+    // From the keyboard the menu is the selection's, by it, rather than
+    // that of whatever the middle of the view shows.
+    QPointF at = event->pos();
+    QMenu *menu = event->reason() == QContextMenuEvent::Keyboard ? selectionMenu(&at) : nullptr;
+    if (!menu)
+        menu = contextMenuAt(at);
     if (!menu)
         return;
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->popup(event->globalPos());
+    menu->popup(mapToGlobal(at.toPoint()));
 }
 
 // --- adding
