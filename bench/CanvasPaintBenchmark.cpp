@@ -556,7 +556,7 @@ void blendLineLayer(benchmark::State &state)
         for (int top = 0; top < layer.height(); top += stripRows) {
             const QRect strip(0, top, layer.width(), std::min(stripRows, layer.height() - top));
             for (int y = strip.top(); y <= strip.bottom(); ++y)
-                std::fill_n(reinterpret_cast<QRgb *>(layer.scanLine(y)), layer.width(), ground);
+                ScenePainting::fillPixels(reinterpret_cast<QRgb *>(layer.scanLine(y)), layer.width(), ground);
             if (!lines)
                 continue;
             ScenePainting::blendThinLines(layer, strip, plainRuns, 0, ink, CanvasGeometry::edgeStroke * scale);

@@ -291,6 +291,21 @@ void drawClippedLine(QPainter &painter, QPointF a, QPointF b, const QRectF &visi
     painter.drawLines(segments.constData(), int(segments.size()));
 }
 
+// The compiler leaves `std::fill_n` a loop of single stores at the
+// optimisation level the program is built with: filling a whole view took
+// two to three times as long.
+void fillPixels(QRgb *row, int count, QRgb color)
+{
+    int x = 0;
+#ifdef __SSE2__
+    const __m128i four = _mm_set1_epi32(int(color));
+    for (; x + 4 <= count; x += 4)
+        _mm_storeu_si128(reinterpret_cast<__m128i *>(row + x), four);
+#endif
+    for (; x < count; ++x)
+        row[x] = color;
+}
+
 void dimLines(uchar *target, const uchar *lines, qsizetype stride, const QRect &rect, QRgb ground)
 {
     static_assert(dimmedLineStrength == 0.25, "the blend below takes a quarter of the lines");
@@ -1004,7 +1019,7 @@ void CanvasScenePainter::drawLineLayer(LineLayer &layer, const CanvasEditor &edi
                 dimLines(bits, lines, stride, strip, fill);
             } else {
                 for (int y = strip.top(); y <= strip.bottom(); ++y)
-                    std::fill_n(reinterpret_cast<QRgb *>(bits + y * stride) + strip.left(), strip.width(), fill);
+                    fillPixels(reinterpret_cast<QRgb *>(bits + y * stride) + strip.left(), strip.width(), fill);
             }
             if (view.grid) {
                 painter.scale(pixelRatio, pixelRatio);

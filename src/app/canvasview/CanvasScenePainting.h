@@ -117,4 +117,8 @@ void blendThinLines(QImage &image, const QRect &clip, const ThinLineRuns &lines,
 // part of one image.
 void dimLines(uchar *target, const uchar *lines, qsizetype stride, const QRect &rect, QRgb ground);
 
+// A row of `count` pixels set to `color`: a new layer's ground, the
+// whole view, four pixels a store rather than one.
+void fillPixels(QRgb *row, int count, QRgb color);
+
 } // namespace fenrow::ScenePainting
