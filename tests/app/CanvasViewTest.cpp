@@ -381,9 +381,19 @@ TEST_F(CanvasViewTest, TheMenuKeyOpensTheSelectionsMenuBesideIt)
     EXPECT_EQ(name, "canvas.file.menu");
     EXPECT_TRUE(near(corner, interaction().toScreen({list.posX, list.posY})));
 
+    // A card scrolled out of view has its menu at the view's edge.
+    const FlowNode &van = node(flow, "Book the van");
+    store->moveNode(van, 5000, 200);
+    click(at(books));
+    interaction().setSelectedItemIDs({van.id});
+    std::tie(name, corner) = menuKey();
+    EXPECT_EQ(name, "canvas.node.menu");
+    EXPECT_LT(corner.x(), canvas().width());
+    EXPECT_GT(corner.x(), canvas().width() / 2);
+
     // Two cards selected: the menu is the view's own, as before.
     interaction().setSelectedFileID(std::nullopt);
-    interaction().setSelectedItemIDs({books.id, node(flow, "Book the van").id});
+    interaction().setSelectedItemIDs({books.id, van.id});
     EXPECT_EQ(menuKey().first, "canvas.background.menu");
 }
 

@@ -21,6 +21,8 @@
 #include <QMimeData>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace fenrow {
 
 namespace {
@@ -279,10 +281,13 @@ void CanvasView::contextMenuEvent(QContextMenuEvent *event)
     if (m_pointer && m_pointer->isPressed())
         return;
     // From the keyboard the menu is the selection's, by it, rather than
-    // that of whatever the middle of the view shows.
+    // that of whatever the middle of the view shows; by the view's edge
+    // if the selection lies outside it.
     QPointF at = event->pos();
     QMenu *menu = event->reason() == QContextMenuEvent::Keyboard ? selectionMenu(&at) : nullptr;
-    if (!menu)
+    if (menu)
+        at = QPointF(std::clamp(at.x(), 0.0, double(width() - 1)), std::clamp(at.y(), 0.0, double(height() - 1)));
+    else
         menu = contextMenuAt(at);
     if (!menu)
         return;
