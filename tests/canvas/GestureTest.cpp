@@ -427,5 +427,29 @@ TEST_F(Gestures, AMoveReachesThePointerAndAColourTheFilterAtOnce)
     EXPECT_TRUE(editor.isDrawn(ab));
 }
 
+// The tag beside a folded port: each task the fold hides once, none that
+// another line keeps in view, and counted again when a fold opens.
+TEST_F(Gestures, AFoldCountsWhatItHidesOnceAndNothingStillInView)
+{
+    for (const char *title : {"a", "b", "c", "d", "e", "x"})
+        place(QString::fromUtf8(title), 100, 100);
+    link("a", "b", EdgeKind::subtask);
+    link("a", "c", EdgeKind::subtask);
+    link("b", "d");
+    link("c", "d");
+    link("a", "e");
+    link("x", "e");
+    store->setCollapsed((*this)["a"], true);
+    store->setCollapsed((*this)["b"], true);
+    open();
+    EXPECT_EQ(editor.foldedCount((*this)["a"]), 3) << "b, c and d, which both reach; e stays in view through x";
+    EXPECT_EQ(editor.foldedCount((*this)["x"]), 0);
+
+    store->setCollapsed((*this)["a"], false);
+    EXPECT_EQ(editor.foldedCount((*this)["b"]), 0) << "d stays in view through c";
+    store->setCollapsed((*this)["c"], true);
+    EXPECT_EQ(editor.foldedCount((*this)["c"]), 1);
+}
+
 } // namespace
 } // namespace fenrow

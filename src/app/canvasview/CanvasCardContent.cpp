@@ -167,9 +167,8 @@ QString priorityText(NodePriority priority)
 bool CardContent::sameAs(const CardContent &other) const
 {
     return state == other.state && actionable == other.actionable && canCollapse == other.canCollapse
-        && folded == other.folded && foldedCount == other.foldedCount && hasNotes == other.hasNotes
-        && dashed == other.dashed && pills == other.pills && title == other.title && color == other.color
-        && done == other.done;
+        && folded == other.folded && hasNotes == other.hasNotes && dashed == other.dashed && pills == other.pills
+        && title == other.title && color == other.color && done == other.done;
 }
 
 const CardContent &CanvasCardContents::of(const TaskFlow &flow, const FlowNode &node)
@@ -254,16 +253,7 @@ void CanvasCardContents::prepare(const TaskFlow &flow)
     // the same keep their serials.
     ++m_generation;
     setNow();
-    m_hidden.clear();
-    m_below.clear();
     const auto &items = flow.items();
-    if (std::any_of(items.begin(), items.end(), [](const FlowNode *node) { return node->isCollapsed; })) {
-        m_below.reserve(qsizetype(flow.edges().size()));
-        for (const DependencyEdge *edge : flow.edges())
-            if (edge->fromItem() && edge->toItem())
-                m_below[edge->fromItem()].append(edge->toItem());
-        m_hidden = FlowGraph::hiddenNodeIDs(flow, m_below);
-    }
 
     // Entries are made for every task now, so that later answers never
     // move them and a reference handed out stays good until the next change.
@@ -390,20 +380,8 @@ CardContent CanvasCardContents::make(const FlowNode &node, const Entry &entry) c
     content.dashed = deferred && !node.isDone;
     content.hasNotes = node.hasNotes();
     content.canCollapse = entry.hasSubtasks;
+    // What a fold hides is the editor's to count, which knows the folds.
     content.folded = content.canCollapse && node.isCollapsed;
-    if (content.folded) {
-        // What the fold hides: walked through hidden tasks only, which are few.
-        QSet<const FlowNode *> seen;
-        QList<const FlowNode *> next = m_below.value(&node);
-        while (!next.isEmpty()) {
-            const FlowNode *below = next.takeLast();
-            if (!m_hidden.contains(below->id) || seen.contains(below))
-                continue;
-            seen.insert(below);
-            next.append(m_below.value(below));
-        }
-        content.foldedCount = int(seen.size());
-    }
     content.title = node.title;
     content.color = node.color();
     content.done = node.isDone;

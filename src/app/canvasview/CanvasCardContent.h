@@ -44,8 +44,6 @@ struct CardContent {
     bool actionable = false;
     bool canCollapse = false;
     bool folded = false;
-    // Tasks hidden below a folded port.
-    int foldedCount = 0;
     bool hasNotes = false;
     // Not started yet: drawn with a dashed border.
     bool dashed = false;
@@ -119,9 +117,6 @@ private:
     QDateTime m_now;
     // A start at or after it lies on a later day than m_now.
     QDateTime m_tomorrow;
-    QSet<QUuid> m_hidden;
-    // What each fold hides is walked through these edges.
-    QHash<const FlowNode *, QList<const FlowNode *>> m_below;
     quint64 m_generation = 1;
     // In the flow's order, found by the task: a new flow of thousands of
     // tasks is read on every frame that shows it, and hashing ids and

@@ -257,7 +257,8 @@ private:
     void paintGrid(QPainter &painter, const CanvasColors &colors, const ViewState &view, const QRectF &exposed) const;
     void paintNode(QPainter &painter, const CanvasEditor &editor, const CardContent &content, const FlowNode &node,
                    const CanvasColors &colors, const ViewState &view);
-    void paintPort(QPainter &painter, QPointF screenAnchor, const CardContent *content, bool hovered,
+    // `foldedCount` tasks hidden below a folded port are told beside it.
+    void paintPort(QPainter &painter, QPointF screenAnchor, const CardContent *content, int foldedCount, bool hovered,
                    const CanvasColors &colors) const;
     void paintFile(QPainter &painter, const CanvasEditor &editor, const FlowFile &file, const CanvasColors &colors,
                    const ViewState &view);

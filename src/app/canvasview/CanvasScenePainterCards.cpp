@@ -500,7 +500,7 @@ void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor
     painter.setOpacity(opacity);
     if (content.canCollapse || look.hovered || look.selected || connecting)
         paintPort(painter, screenPoint(portAnchor(rect.center(), size), view), &content,
-                  view.hoveredPort == node.id || connecting, colors);
+                  content.folded ? editor.foldedCount(node) : 0, view.hoveredPort == node.id || connecting, colors);
     if (look.hovered || look.selected) {
         const QPointF gripCorner = screenPoint(rect.bottomRight(), view);
         painter.setPen(QPen(colors.secondaryText, 1.3, Qt::SolidLine, Qt::FlatCap));
@@ -510,8 +510,8 @@ void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor
     painter.setOpacity(1);
 }
 
-void CanvasScenePainter::paintPort(QPainter &painter, QPointF anchor, const CardContent *content, bool hovered,
-                                   const CanvasColors &colors) const
+void CanvasScenePainter::paintPort(QPainter &painter, QPointF anchor, const CardContent *content, int foldedCount,
+                                   bool hovered, const CanvasColors &colors) const
 {
     const double radius = portDiameter / 2 * (hovered ? portHoverGrowth : 1);
     const bool folded = content && content->folded;
@@ -556,9 +556,9 @@ void CanvasScenePainter::paintPort(QPainter &painter, QPointF anchor, const Card
                             QPointF(image.width(), image.height()) / 2) /
                            pixelRatio;
     painter.drawImage(corner, image);
-    if (folded && content->foldedCount > 0) {
+    if (folded && foldedCount > 0) {
         // The count of tasks folded away, in a tag beside the port.
-        const QString count = QStringLiteral("+%1").arg(content->foldedCount);
+        const QString count = QStringLiteral("+%1").arg(foldedCount);
         const QFontMetricsF metrics(m_pillFont);
         const double width = std::ceil(metrics.horizontalAdvance(count)) + 12;
         const QRectF tag(anchor.x() + radius + 4, anchor.y() - 9, width, 18);
@@ -627,7 +627,7 @@ void CanvasScenePainter::paintFile(QPainter &painter, const CanvasEditor &editor
 
     painter.resetTransform();
     if (hovered || selected || (interaction.pendingFileLink() && interaction.pendingFileLink()->fileID == file.id))
-        paintPort(painter, screenPoint(portAnchor(rect.center(), size), view), nullptr, view.hoveredPort == file.id,
+        paintPort(painter, screenPoint(portAnchor(rect.center(), size), view), nullptr, 0, view.hoveredPort == file.id,
                   colors);
     if (hovered || selected) {
         const QPointF corner = screenPoint(rect.bottomRight(), view);

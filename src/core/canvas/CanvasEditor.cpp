@@ -165,6 +165,31 @@ const FileLink *CanvasEditor::fileLink(const QUuid &id) const
     return nullptr;
 }
 
+int CanvasEditor::foldedCount(const FlowNode &fold) const
+{
+    const TaskFlow *current = flow();
+    if (!current)
+        return 0;
+    visibleNodes();
+    if (!m_foldedBelow) {
+        m_foldedBelow.emplace();
+        if (!m_folded.isEmpty())
+            for (const DependencyEdge *edge : current->edges())
+                if (edge->fromItem() && edge->toItem() && m_folded.contains(edge->toItem()->id))
+                    (*m_foldedBelow)[edge->fromItem()].append(edge->toItem());
+    }
+    QSet<const FlowNode *> seen;
+    QList<const FlowNode *> next = m_foldedBelow->value(&fold);
+    while (!next.isEmpty()) {
+        const FlowNode *below = next.takeLast();
+        if (seen.contains(below))
+            continue;
+        seen.insert(below);
+        next.append(m_foldedBelow->value(below));
+    }
+    return int(seen.size());
+}
+
 const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
 {
     if (m_visibleValid)
@@ -340,6 +365,7 @@ QString CanvasEditor::newTaskTitle() const
 void CanvasEditor::invalidateVisible()
 {
     m_unfoldedValid = false;
+    m_foldedBelow.reset();
     invalidateFiltered();
 }
 

@@ -90,6 +90,9 @@ public:
     // the filter hides, only the filtered colours.
     const QList<const FlowNode *> &visibleNodes() const;
     bool isVisible(const QUuid &nodeID) const;
+    // How many tasks a folded task hides below it: those no other way
+    // keeps in view, each counted once.
+    int foldedCount(const FlowNode &fold) const;
     bool isDimmed(const FlowNode &node) const;
     // A colour filter is on and dims the other cards rather than hiding them.
     bool dimsByFilter() const;
@@ -233,6 +236,9 @@ private:
     // The flow's tasks a fold hides, and those with the ones the filter hides.
     mutable QSet<QUuid> m_folded;
     mutable QSet<QUuid> m_hiddenIDs;
+    // The lines into folded-away tasks, by the task they start at: what a
+    // fold's count walks. Made when first asked for, few and with the folds.
+    mutable std::optional<QHash<const FlowNode *, QList<const FlowNode *>>> m_foldedBelow;
     mutable QList<const FlowNode *> m_visible;
     mutable bool m_sceneValid = false;
     mutable CanvasScene m_scene;
