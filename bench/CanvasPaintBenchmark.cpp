@@ -385,6 +385,7 @@ void paintAfterRename(benchmark::State &state)
         state.PauseTiming();
         // The title field opening is a frame of its own.
         window->interaction->setEditingItemID(card->id);
+        window->paint();
         state.ResumeTiming();
         window->editor->finishEditing(round++ % 2 ? original : QStringLiteral("Renamed on the canvas"));
         window->paint();

@@ -99,6 +99,25 @@ protected:
         return names;
     }
     QString zoomLevel() const { return detail().zoomPill()->level()->text(); }
+    // Pixels of the canvas on screen, after the repaints it asked for, that
+    // differ from the canvas painted whole.
+    int differingFromWholeRepaint() const
+    {
+        const QPoint origin = canvas().mapTo(window.get(), QPoint(0, 0));
+        const QImage onScreen =
+            window->screen()
+                ->grabWindow(window->winId(), origin.x(), origin.y(), canvas().width(), canvas().height())
+                .toImage()
+                .convertToFormat(QImage::Format_RGB32);
+        const QImage whole = canvas().grab().toImage().convertToFormat(QImage::Format_RGB32);
+        if (onScreen.size() != whole.size())
+            return int(whole.width() * whole.height());
+        int differing = 0;
+        for (int y = 0; y < whole.height(); ++y)
+            for (int x = 0; x < whole.width(); ++x)
+                differing += onScreen.pixel(x, y) != whole.pixel(x, y) ? 1 : 0;
+        return differing;
+    }
 };
 
 TEST_F(CanvasViewTest, DraggingACardMovesItAndUndoPutsItBack)
@@ -548,21 +567,77 @@ TEST_F(CanvasViewTest, ADragRepaintsOnlyWhatMovesAndLeavesNoTrail)
     EXPECT_FALSE(watch.painted.intersects(QRect(at(node(flow, "Hand over keys")).toPoint(), QSize(4, 4))))
         << "a card far away is left alone";
 
-    // What is on screen after the partial repaints is what a whole repaint draws.
-    const QPoint origin = canvas().mapTo(window.get(), QPoint(0, 0));
-    const QImage onScreen = window->screen()
-                                ->grabWindow(window->winId(), origin.x(), origin.y(), canvas().width(),
-                                             canvas().height())
-                                .toImage()
-                                .convertToFormat(QImage::Format_RGB32);
-    const QImage whole = canvas().grab().toImage().convertToFormat(QImage::Format_RGB32);
-    ASSERT_EQ(onScreen.size(), whole.size());
-    int differing = 0;
-    for (int y = 0; y < whole.height(); ++y)
-        for (int x = 0; x < whole.width(); ++x)
-            differing += onScreen.pixel(x, y) != whole.pixel(x, y) ? 1 : 0;
-    EXPECT_EQ(differing, 0) << "no trail of the card's earlier places";
+    EXPECT_EQ(differingFromWholeRepaint(), 0) << "no trail of the card's earlier places";
     mouse(QEvent::MouseButtonRelease, from + QPointF(72, 48), Qt::NoButton);
+}
+
+TEST_F(CanvasViewTest, AnEditRepaintsOnlyTheCardsItChanges)
+{
+    // Close enough to stay in view beside the inspector.
+    const TaskFlow &flow = flowOf({{"Pack books", {150, 130}},
+                                   {"Book the van", {400, 130}},
+                                   {"Label boxes", {150, 400}},
+                                   {"Hand over keys", {400, 400}}});
+    const FlowNode &books = node(flow, "Pack books");
+    const FlowNode &van = node(flow, "Book the van");
+    const FlowNode &keys = node(flow, "Hand over keys");
+    store->addEdge(books, van, EdgeSource::manual, EdgeKind::dependency);
+    open(flow);
+    QApplication::processEvents();
+    const auto repainted = [&](const std::function<void()> &edit) {
+        PaintWatch watch;
+        canvas().installEventFilter(&watch);
+        edit();
+        QApplication::processEvents();
+        canvas().removeEventFilter(&watch);
+        return watch.painted;
+    };
+    const auto shows = [&](const QRegion &painted, const FlowNode &task) {
+        return painted.intersects(QRect(at(task).toPoint(), QSize(4, 4)));
+    };
+
+    // A title typed into the card's field: that card alone.
+    interaction().setEditingItemID(books.id);
+    QApplication::processEvents();
+    QLineEdit *field = canvas().titleEditor();
+    ASSERT_TRUE(field->isVisible());
+    field->setText(QStringLiteral("Pack the books"));
+    QRegion painted = repainted([&] { QTest::keyClick(field, Qt::Key_Return); });
+    EXPECT_EQ(books.title, QStringLiteral("Pack the books"));
+    EXPECT_TRUE(shows(painted, books));
+    EXPECT_FALSE(shows(painted, van));
+    EXPECT_FALSE(shows(painted, keys));
+    EXPECT_EQ(differingFromWholeRepaint(), 0);
+
+    // Done: the card and the one it held up, which is ready now.
+    painted = repainted([&] { store->setStatus(NodeStatus::done, books); });
+    EXPECT_TRUE(shows(painted, books));
+    EXPECT_TRUE(shows(painted, van));
+    EXPECT_FALSE(shows(painted, keys));
+    EXPECT_EQ(differingFromWholeRepaint(), 0);
+
+    // Selected: the card taken in and the one left.
+    // The first opens the inspector, and the view eases over beside it.
+    interaction().setSelectedItemIDs({van.id});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !canvas().isZooming(); }));
+    painted = repainted([&] { interaction().setSelectedItemIDs({keys.id}); });
+    EXPECT_TRUE(shows(painted, van));
+    EXPECT_TRUE(shows(painted, keys));
+    EXPECT_FALSE(shows(painted, books));
+    EXPECT_EQ(differingFromWholeRepaint(), 0);
+
+    // The viewport saved once a pan rests: nothing shown changes.
+    editor().pan(-30, 0);
+    QApplication::processEvents();
+    painted = repainted([&] { editor().persistViewport(); });
+    EXPECT_EQ(flow.viewportOffsetX, interaction().offset().x());
+    for (const FlowNode *task : flow.items())
+        EXPECT_FALSE(shows(painted, *task)) << task->title.toStdString();
+
+    // Moved: the lines follow it, so everything is drawn again.
+    painted = repainted([&] { store->moveNode(books, 260, 180); });
+    EXPECT_TRUE(shows(painted, keys));
+    EXPECT_EQ(differingFromWholeRepaint(), 0);
 }
 
 TEST_F(CanvasViewTest, ArrowheadsDrawnWithTheLinesLayerMatchThoseDrawnWithMovingCards)

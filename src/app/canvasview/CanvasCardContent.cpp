@@ -311,14 +311,15 @@ void CanvasCardContents::prepare(const TaskFlow &flow)
     setGeometry(lines ^ geometry);
 }
 
-void CanvasCardContents::invalidate(const StoreChange &change)
+CanvasCardContents::Touched CanvasCardContents::invalidate(const StoreChange &change)
 {
     if (!m_valid || change.everything) {
         m_valid = false;
-        return;
+        return {};
     }
+    Touched touched{false, {}};
     if (change.nodes.isEmpty())
-        return;
+        return touched;
     const FlowNode *changedNodes[64];
     int count = 0;
     for (const QUuid &id : change.nodes) {
@@ -333,15 +334,17 @@ void CanvasCardContents::invalidate(const StoreChange &change)
         // many tasks at once: the flow is read again as a whole.
         if (!here || !entry || count == 64 || node->isCollapsed != entry->collapsed) {
             m_valid = false;
-            return;
+            return {};
         }
         changedNodes[count++] = node;
     }
     setNow();
     if (count == 0)
-        return;
+        return touched;
     size_t geometry = m_geometryHash;
+    const quint64 geometryBefore = m_geometrySerial;
     const auto redo = [&](const FlowNode &node, Entry &entry) {
+        touched.nodes.append(&node);
         entry.generation = 0;
         m_readyCount -= entry.actionable ? 1 : 0;
         entry.actionable = !node.isDone && entry.openBlockers == 0 && !isDeferred(node);
@@ -355,18 +358,25 @@ void CanvasCardContents::invalidate(const StoreChange &change)
         const int opened = node.isDone == own.countedDone ? 0 : node.isDone ? -1 : 1;
         own.countedDone = node.isDone;
         redo(node, own);
-        for (const FlowNode *dependent : FlowGraph::dependentsOf(node)) {
-            Entry *const entry = entryOf(*dependent);
-            if (!entry)
-                continue;
-            entry->openBlockers += opened;
-            redo(*dependent, *entry);
+        // The cards it holds up show only how many hold them: a title or
+        // a date leaves them as they are.
+        if (opened != 0) {
+            for (const FlowNode *dependent : FlowGraph::dependentsOf(node)) {
+                Entry *const entry = entryOf(*dependent);
+                if (!entry)
+                    continue;
+                entry->openBlockers += opened;
+                redo(*dependent, *entry);
+            }
         }
         geometry ^= own.geometry;
         own.geometry = geometryOf(node);
         geometry ^= own.geometry;
     }
     setGeometry(geometry);
+    if (m_geometrySerial != geometryBefore)
+        return {};
+    return touched;
 }
 
 CardContent CanvasCardContents::make(const FlowNode &node, const Entry &entry) const

@@ -68,10 +68,20 @@ class CanvasCardContents {
 public:
     explicit CanvasCardContents(const FenrowStore &store) : m_store(store) {}
 
+    // The cards a change may have made look different: every card, or
+    // only these tasks' (none when it wrote flow rows alone, or another
+    // flow's tasks).
+    struct Touched {
+        bool everything = true;
+        QList<const FlowNode *> nodes;
+    };
+
     // Forgets everything; the next question reads the flow again.
     void invalidate() { m_valid = false; }
-    // Forgets what the store's last change may have touched.
-    void invalidate(const StoreChange &change);
+    // Forgets what the store's last change may have touched. Every card is
+    // touched when the flow is read again or a card's place, size, fold or
+    // colour, or a line, may have changed.
+    Touched invalidate(const StoreChange &change);
     const CardContent &of(const TaskFlow &flow, const FlowNode &node);
     // The flow's progress readout needs the same count of ready tasks.
     int readyCount(const TaskFlow &flow);

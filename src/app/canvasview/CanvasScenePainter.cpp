@@ -48,9 +48,9 @@ void CanvasScenePainter::invalidate()
     m_contents.invalidate();
 }
 
-void CanvasScenePainter::invalidate(const StoreChange &change)
+CanvasCardContents::Touched CanvasScenePainter::invalidate(const StoreChange &change)
 {
-    m_contents.invalidate(change);
+    return m_contents.invalidate(change);
 }
 
 void CanvasScenePainter::invalidateAll()
@@ -137,16 +137,21 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     // Should the lines be drawn anew, the cards' pictures are made while
     // the second thread draws them.
     const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
-    // The cards in view, found once: each card's rectangle is read from
-    // its task, and a flow has thousands.
+    // The cards in view, found once, from the editor's flat list of the
+    // shown cards' places and sizes: read from the tasks themselves, the
+    // thousands of records scattered in memory cost more than the rest of
+    // a small repaint.
     // Their contents too: each is looked up in a table of the whole flow.
     std::vector<std::pair<const FlowNode *, const CardContent *>> cardsInView;
     bool cardsFound = false;
     const auto findCards = [&] {
         cardsFound = true;
-        for (const FlowNode *node : editor.visibleNodes())
-            if (interaction.frame(*node).intersects(visible))
-                cardsInView.emplace_back(node, &m_contents.of(*flow, *node));
+        const QList<const FlowNode *> &nodes = editor.visibleNodes();
+        const std::vector<CanvasScene::Card> &cards = editor.scene().nodes;
+        Q_ASSERT(cards.size() == std::size_t(nodes.size()));
+        for (std::size_t i = 0; i < cards.size(); ++i)
+            if (CanvasGeometry::frame(cards[i].center, cards[i].size).intersects(visible))
+                cardsInView.emplace_back(nodes[qsizetype(i)], &m_contents.of(*flow, *nodes[qsizetype(i)]));
     };
     const auto dropFormer = [this] {
         m_formerLayouts = {};

@@ -76,8 +76,9 @@ public:
                const QRectF &exposed);
     // The store changed: cards and lines are checked against it again.
     void invalidate();
-    // Only what the store's last change touched is checked again.
-    void invalidate(const StoreChange &change);
+    // Only what the store's last change touched is checked again; says
+    // which cards it may have made look different.
+    CanvasCardContents::Touched invalidate(const StoreChange &change);
     // Whether a filter dims or hides changed: the lines are drawn again,
     // the cards' pictures stay. The filter's colours are read each frame.
     void filterChanged() { ++m_linesVersion; }
@@ -303,8 +304,9 @@ private:
     QCache<QUuid, FadedCard> m_fadedCards{cardImageBudget};
     // Work for the window's thread while the second gathers and draws a
     // new line layer; taken by the first layer drawn in two threads, if any.
-    // Meanwhile the second thread works out the editor's visible cards:
-    // `first` must not read the editor, `then` runs once they are known.
+    // Meanwhile the second thread works out the editor's visible cards and
+    // their flat list (`CanvasEditor::scene`): `first` must not read the
+    // editor, `then` runs once they are known.
     struct LinesMeanwhile {
         std::function<void()> first;
         std::function<void()> then;

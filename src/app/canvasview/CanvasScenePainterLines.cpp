@@ -820,8 +820,11 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             }
         };
         std::thread helper([&] {
-            // Worked out first, so that both threads only read it then.
+            // Worked out first, so that both threads only read them then:
+            // the visible cards and their flat list of places, which finds
+            // the cards in view.
             editor.visibleNodes();
+            editor.scene();
             known.count_down();
             gather();
             batches.mapThinLines(scene);

@@ -147,6 +147,7 @@ void CanvasView::setEditor(CanvasEditor *editor)
     m_titleEditorNode.reset();
     m_contents.invalidate();
     m_scene.flowChanged();
+    m_shownSelection = editor ? editor->interaction().selectedItemIDs() : QSet<QUuid>();
     if (editor) {
         m_pointer = std::make_unique<CanvasPointer>(*editor);
         CanvasInteraction &interaction = editor->interaction();
@@ -273,7 +274,32 @@ void CanvasView::interactionChanged(CanvasInteraction::Field field)
         m_zoomSettle->start();
         placeTitleEditor();
         break;
-    case Field::editingItemID:
+    case Field::editingItemID: {
+        // Only the card the title field leaves and the one it covers now
+        // look different.
+        const std::optional<QUuid> before = m_titleEditorNode;
+        placeTitleEditor();
+        QRegion dirty;
+        for (const std::optional<QUuid> &id : {before, m_titleEditorNode})
+            if (id)
+                dirty += cardRect(*id);
+        update(dirty);
+        return;
+    }
+    case Field::selectedItemIDs: {
+        // Only the cards the selection takes in or leaves.
+        const QSet<QUuid> now = m_editor ? m_editor->interaction().selectedItemIDs() : QSet<QUuid>();
+        QRegion dirty;
+        for (const QUuid &id : now)
+            if (!m_shownSelection.contains(id))
+                dirty += cardRect(id);
+        for (const QUuid &id : std::as_const(m_shownSelection))
+            if (!now.contains(id))
+                dirty += cardRect(id);
+        m_shownSelection = now;
+        update(dirty);
+        return;
+    }
     case Field::offset:
         placeTitleEditor();
         break;
@@ -378,9 +404,19 @@ QRect CanvasView::gestureRect() const
 
 void CanvasView::storeChanged()
 {
-    m_scene.invalidate(m_store.lastChange());
+    const CanvasCardContents::Touched touched = m_scene.invalidate(m_store.lastChange());
     placeTitleEditor();
-    update();
+    if (touched.everything) {
+        update();
+    } else {
+        // A title, a status or a date: only those cards and the ones they
+        // hold up are painted again; the rest of the window keeps its pixels.
+        QRegion dirty;
+        for (const FlowNode *node : touched.nodes)
+            dirty += cardRect(node->id);
+        if (!dirty.isEmpty())
+            update(dirty);
+    }
     emit contentChanged();
 }
 
@@ -412,13 +448,17 @@ void CanvasView::placeTitleEditor()
     font.setPixelSize(std::max(8, qRound(13 * scale)));
     m_titleEditor->setFont(font);
     const CanvasColors &colors = m_appearance.colors();
-    m_titleEditor->setStyleSheet(QStringLiteral("QLineEdit { background: %1; color: %2; border: 1px solid %3;"
-                                                " border-radius: %4px; padding: 0 %5px;"
-                                                " selection-background-color: %3; selection-color: %6; }")
-                                     .arg(colors.ramp.nodeSurface.name(), colors.text.name(), colors.ramp.brand.name())
-                                     .arg(qRound(4 * scale))
-                                     .arg(qRound(3 * scale))
-                                     .arg(colors.ramp.onAccent.name()));
+    const QString style = QStringLiteral("QLineEdit { background: %1; color: %2; border: 1px solid %3;"
+                                         " border-radius: %4px; padding: 0 %5px;"
+                                         " selection-background-color: %3; selection-color: %6; }")
+                              .arg(colors.ramp.nodeSurface.name(), colors.text.name(), colors.ramp.brand.name())
+                              .arg(qRound(4 * scale))
+                              .arg(qRound(3 * scale))
+                              .arg(colors.ramp.onAccent.name());
+    if (style != m_titleEditorStyle) {
+        m_titleEditorStyle = style;
+        m_titleEditor->setStyleSheet(style);
+    }
     if (m_titleEditorNode != node->id || !m_titleEditor->isVisible()) {
         m_titleEditorNode = node->id;
         m_titleEditor->setText(node->title);
@@ -434,12 +474,14 @@ void CanvasView::finishTitleEditing(bool keep)
         return;
     m_finishingTitle = true;
     const QString text = m_titleEditor->text();
+    const std::optional<QUuid> edited = std::exchange(m_titleEditorNode, std::nullopt);
     m_titleEditor->hide();
-    m_titleEditorNode.reset();
     m_editor->finishEditing(keep ? std::optional<QString>(text) : std::nullopt);
     setFocus(Qt::OtherFocusReason);
     m_finishingTitle = false;
-    update();
+    // The card shows its title again.
+    if (edited)
+        update(cardRect(*edited));
 }
 
 } // namespace fenrow

@@ -79,6 +79,10 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    // Nothing on the canvas shows the keyboard focus (the ring is drawn
+    // over the window), so gaining or losing it repaints nothing.
+    void focusInEvent(QFocusEvent *) override {}
+    void focusOutEvent(QFocusEvent *) override {}
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -128,6 +132,9 @@ private:
     bool m_hoveringGrip = false;
     // Where the gestures in progress were last drawn.
     QRect m_gestureRect;
+    // The cards drawn as selected, so that a new selection repaints only
+    // the cards it adds or leaves.
+    QSet<QUuid> m_shownSelection;
     // A middle-button drag pans directly.
     std::optional<QPointF> m_middlePan;
 
@@ -140,6 +147,8 @@ private:
 
     QLineEdit *m_titleEditor = nullptr;
     std::optional<QUuid> m_titleEditorNode;
+    // Set again only when it differs: each setting restyles the field.
+    QString m_titleEditorStyle;
     bool m_finishingTitle = false;
 };
 
