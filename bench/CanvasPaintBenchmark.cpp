@@ -437,6 +437,61 @@ void paintAfterStatus(benchmark::State &state)
     window->report(state);
 }
 
+// A card chosen, then another, in turn, as a click chooses it, and the
+// frame after each.
+void paintAfterSelect(benchmark::State &state)
+{
+    Window *window = Window::open(state);
+    if (!window)
+        return;
+    const FlowNode *first = window->cardInView();
+    const FlowNode *second = nullptr;
+    const QRectF shown{QPointF(), QSizeF(frameSize)};
+    for (const FlowNode *node : window->editor->visibleNodes())
+        if (node != first && shown.contains(window->view->toScreen(window->interaction->frame(*node).center())))
+            second = node;
+    if (!first || !second) {
+        fail(state, QStringLiteral("not two cards in view"));
+        return;
+    }
+    window->repaint();
+    const QImage before = window->cardPixels(*second);
+    int round = 0;
+    for (auto _ : state) {
+        window->editor->cardClicked((round++ % 2 ? first : second)->id, Qt::NoModifier);
+        window->paint();
+    }
+    window->editor->cardClicked(second->id, Qt::NoModifier);
+    window->paint();
+    if (window->cardPixels(*second) == before)
+        fail(state, QStringLiteral("the frame does not show the card chosen"));
+    else if (!window->matchesFreshFrame())
+        fail(state, QStringLiteral("the frame after a choice differs from one drawn anew"));
+    window->interaction->setSelectedItemIDs({});
+    window->paint();
+    window->report(state);
+}
+
+// A step of a pan, by wheel or drag, and its frame: the kept lines are
+// copied from where they now fall and the strip the pan brings in drawn.
+void paintPanStep(benchmark::State &state)
+{
+    Window *window = Window::open(state);
+    if (!window)
+        return;
+    window->repaint();
+    int round = 0;
+    for (auto _ : state) {
+        // Whole pixels, so the kept lines and a fresh frame meet exactly.
+        const double step = round++ % 2 ? 40 : -40;
+        window->editor->pan(step, step / 2);
+        window->paint();
+    }
+    if (!window->matchesFreshFrame())
+        fail(state, QStringLiteral("the frame after a pan differs from one drawn anew"));
+    window->report(state);
+}
+
 // A scroll comes to rest: the viewport is saved to the flow after the
 // pause, and the view draws the frame that follows.
 void paintAfterScrollEnd(benchmark::State &state)
@@ -716,6 +771,8 @@ BENCHMARK(paintDragStep)->Unit(benchmark::kMillisecond);
 BENCHMARK(viewRepaint)->Unit(benchmark::kMillisecond);
 BENCHMARK(paintAfterRename)->Unit(benchmark::kMillisecond);
 BENCHMARK(paintAfterStatus)->Unit(benchmark::kMillisecond);
+BENCHMARK(paintAfterSelect)->Unit(benchmark::kMillisecond);
+BENCHMARK(paintPanStep)->Unit(benchmark::kMillisecond);
 BENCHMARK(paintAfterScrollEnd)->Unit(benchmark::kMillisecond);
 BENCHMARK(paintNewFlow)->Unit(benchmark::kMillisecond);
 BENCHMARK(paintAfterFilter)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
