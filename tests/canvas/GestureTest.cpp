@@ -167,6 +167,25 @@ TEST_F(Gestures, TheRubberBandAddsWithShiftAndCatchesEdgesWhenItMissesCards)
     EXPECT_FALSE(editor.backgroundDragMode());
 }
 
+TEST_F(Gestures, APanStopsAtTheCardsWhereverAMoveOrADragTookThem)
+{
+    place("near", 100, 100);
+    const FlowNode &far = place("far", 300, 100);
+    open();
+    const auto stop = [&] {
+        editor.pan(-100000, 0);
+        return interaction.offset().x();
+    };
+    const double first = stop();
+    store->moveNode(far, 2300, 100);
+    EXPECT_EQ(stop(), first - 2000) << "a card moved further out lets the view follow it";
+    interaction.setNodeDrag(NodeDrag{{far.id}, QPointF(500, 0)});
+    EXPECT_EQ(stop(), first - 2500) << "and one dragged further still";
+    interaction.setNodeDrag(std::nullopt);
+    store->moveNode(far, 300, 100);
+    EXPECT_EQ(stop(), first) << "brought back, it holds the view back again";
+}
+
 TEST_F(Gestures, AHandToolPanStaysAPanAndTheViewportIsSavedOnceAfterItSettles)
 {
     place("a", 100, 100);

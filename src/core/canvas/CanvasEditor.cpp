@@ -334,8 +334,11 @@ std::vector<QRectF> CanvasEditor::cardFrames() const
 
 QRectF CanvasEditor::contentBounds() const
 {
-    const std::vector<QRectF> frames = cardFrames();
-    return CanvasGeometry::contentRectangle(frames);
+    // Asked at every step of a pan or a zoom: read from every task's record,
+    // a large flow's frames cost more than the step's frame to paint them.
+    if (!m_contentBounds)
+        m_contentBounds = CanvasGeometry::contentRectangle(cardFrames());
+    return *m_contentBounds;
 }
 
 bool CanvasEditor::snapsToGrid() const
@@ -372,7 +375,13 @@ void CanvasEditor::invalidateVisible()
 void CanvasEditor::invalidateFiltered()
 {
     m_visibleValid = false;
+    invalidateScene();
+}
+
+void CanvasEditor::invalidateScene()
+{
     m_sceneValid = false;
+    m_contentBounds.reset();
 }
 
 void CanvasEditor::filterChanged()
@@ -416,7 +425,7 @@ void CanvasEditor::storeChanged()
             }
             if (const NodeShape now = shapeOf(*changed); !(*known == now)) {
                 m_shapes[changed] = now;
-                m_sceneValid = false;
+                invalidateScene();
             }
         }
     }
@@ -471,7 +480,7 @@ void CanvasEditor::interactionChanged(CanvasInteraction::Field field)
     case CanvasInteraction::Field::fileDrag:
     case CanvasInteraction::Field::fileResize:
     case CanvasInteraction::Field::sizeResolver:
-        m_sceneValid = false;
+        invalidateScene();
         break;
     case CanvasInteraction::Field::rejection:
         rejectionChanged();

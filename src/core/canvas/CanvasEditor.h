@@ -207,6 +207,8 @@ private:
     void preferenceChanged(const QString &key);
     void interactionChanged(CanvasInteraction::Field field);
     void invalidateVisible();
+    // The scene and the content's bounds are made again when next asked for.
+    void invalidateScene();
     // Only the colour filter or its mode changed.
     void invalidateFiltered();
     // The colour filter or whether it hides changed.
@@ -242,6 +244,8 @@ private:
     mutable QList<const FlowNode *> m_visible;
     mutable bool m_sceneValid = false;
     mutable CanvasScene m_scene;
+    // Every card's frame, hidden ones too, changes only with the scene.
+    mutable std::optional<QRectF> m_contentBounds;
     // What the visible list and the scene read of each task of the flow,
     // as of their last reading: a change that leaves it alone (a title, a
     // status) leaves them as they are.
