@@ -140,13 +140,21 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     // The cards in view, found once, from the editor's flat list of the
     // shown cards' places and sizes: read from the tasks themselves, the
     // thousands of records scattered in memory cost more than the rest of
-    // a small repaint.
+    // a small repaint. While new lines are drawn (a new flow's first frame)
+    // the records are read if the list is not made yet, as making it would
+    // hold up the frame more.
     // Their contents too: each is looked up in a table of the whole flow.
     std::vector<std::pair<const FlowNode *, const CardContent *>> cardsInView;
     bool cardsFound = false;
-    const auto findCards = [&] {
+    const auto findCards = [&](bool whileLinesDraw) {
         cardsFound = true;
         const QList<const FlowNode *> &nodes = editor.visibleNodes();
+        if (whileLinesDraw && !editor.hasScene()) {
+            for (const FlowNode *node : nodes)
+                if (interaction.frame(*node).intersects(visible))
+                    cardsInView.emplace_back(node, &m_contents.of(*flow, *node));
+            return;
+        }
         const std::vector<CanvasScene::Card> &cards = editor.scene().nodes;
         Q_ASSERT(cards.size() == std::size_t(nodes.size()));
         for (std::size_t i = 0; i < cards.size(); ++i)
@@ -158,7 +166,7 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
         m_formerCardImages.reset();
     };
     m_whileLinesDraw.then = [&] {
-        findCards();
+        findCards(true);
         for (const auto &[node, content] : cardsInView)
             cardPicture(editor, *content, *node, colors, view, pixelRatio);
         dropFormer();
@@ -167,7 +175,7 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     m_whileLinesDraw = {};
     dropFormer();
     if (!cardsFound)
-        findCards();
+        findCards(false);
     painter.setTransform(toScreen);
     if (!moving.isEmpty())
         paintLines(painter, editor, colors, visible, moving, true, LineDimming::asFiltered);

@@ -304,9 +304,8 @@ private:
     QCache<QUuid, FadedCard> m_fadedCards{cardImageBudget};
     // Work for the window's thread while the second gathers and draws a
     // new line layer; taken by the first layer drawn in two threads, if any.
-    // Meanwhile the second thread works out the editor's visible cards and
-    // their flat list (`CanvasEditor::scene`): `first` must not read the
-    // editor, `then` runs once they are known.
+    // Meanwhile the second thread works out the editor's visible cards:
+    // `first` must not read the editor, `then` runs once they are known.
     struct LinesMeanwhile {
         std::function<void()> first;
         std::function<void()> then;

@@ -820,11 +820,8 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             }
         };
         std::thread helper([&] {
-            // Worked out first, so that both threads only read them then:
-            // the visible cards and their flat list of places, which finds
-            // the cards in view.
+            // Worked out first, so that both threads only read it then.
             editor.visibleNodes();
-            editor.scene();
             known.count_down();
             gather();
             batches.mapThinLines(scene);

@@ -105,6 +105,9 @@ public:
     bool isDrawn(const FileLink &link) const;
     // The drawn cards and lines as plain arrays, for hit tests.
     const CanvasScene &scene() const;
+    // Whether the scene is made and current, so that asking for it costs
+    // nothing.
+    bool hasScene() const { return m_sceneValid; }
     // The frames of all cards as they are shown now.
     QRectF contentBounds() const;
     std::vector<QRectF> cardFrames() const;
