@@ -279,6 +279,13 @@ struct Window {
         view->update();
         paint();
     }
+    // A pan one way or back, by turns, `distance` across and half of it
+    // down: whole pixels, so the kept lines and a fresh frame meet exactly.
+    void panStep(int round, double distance) const
+    {
+        const double step = round % 2 ? distance : -distance;
+        editor->pan(step, step / 2);
+    }
     // What the window shows now.
     QImage shown() const
     {
@@ -482,9 +489,7 @@ void paintPanStep(benchmark::State &state)
     window->repaint();
     int round = 0;
     for (auto _ : state) {
-        // Whole pixels, so the kept lines and a fresh frame meet exactly.
-        const double step = round++ % 2 ? 40 : -40;
-        window->editor->pan(step, step / 2);
+        window->panStep(round++, 40);
         window->paint();
     }
     if (!window->matchesFreshFrame())
@@ -503,9 +508,7 @@ void paintAfterScrollEnd(benchmark::State &state)
     int round = 0;
     for (auto _ : state) {
         state.PauseTiming();
-        // Whole pixels, so the kept lines and a fresh frame meet exactly.
-        const double step = round++ % 2 ? 60 : -60;
-        window->editor->pan(step, step / 2);
+        window->panStep(round++, 60);
         window->paint();
         state.ResumeTiming();
         window->scene->scheduler.advance(CanvasEditor::persistDelay);
