@@ -140,22 +140,23 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     // The cards in view, found once, from the editor's flat list of the
     // shown cards' places and sizes: read from the tasks themselves, the
     // thousands of records scattered in memory cost more than the rest of
-    // a small repaint. While new lines are drawn (a new flow's first frame)
-    // the records are read if the list is not made yet, as making it would
-    // hold up the frame more.
+    // a small repaint. The list is not made for a frame that would make it
+    // only to drop it (cards moving in a gesture) or that has more to do
+    // meanwhile (a new flow's first, while its lines are drawn): those read
+    // the records.
     // Their contents too: each is looked up in a table of the whole flow.
     std::vector<std::pair<const FlowNode *, const CardContent *>> cardsInView;
     bool cardsFound = false;
     const auto findCards = [&](bool whileLinesDraw) {
         cardsFound = true;
         const QList<const FlowNode *> &nodes = editor.visibleNodes();
-        if (whileLinesDraw && !editor.hasScene()) {
+        if (!editor.hasSceneCards() && (whileLinesDraw || !moving.isEmpty())) {
             for (const FlowNode *node : nodes)
                 if (interaction.frame(*node).intersects(visible))
                     cardsInView.emplace_back(node, &m_contents.of(*flow, *node));
             return;
         }
-        const std::vector<CanvasScene::Card> &cards = editor.scene().nodes;
+        const std::vector<CanvasScene::Card> &cards = editor.sceneCards();
         Q_ASSERT(cards.size() == std::size_t(nodes.size()));
         for (std::size_t i = 0; i < cards.size(); ++i)
             if (CanvasGeometry::frame(cards[i].center, cards[i].size).intersects(visible))

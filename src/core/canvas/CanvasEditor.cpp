@@ -223,14 +223,30 @@ const QList<const FlowNode *> &CanvasEditor::visibleNodes() const
     return m_visible;
 }
 
+const std::vector<CanvasScene::Card> &CanvasEditor::sceneCards() const
+{
+    if (m_sceneCardsValid)
+        return m_scene.nodes;
+    m_scene.nodes.clear();
+    m_sceneCardsValid = true;
+    const QList<const FlowNode *> &visible = visibleNodes();
+    m_scene.nodes.reserve(std::size_t(visible.size()));
+    for (const FlowNode *node : visible) {
+        const QPointF stored(node->posX, node->posY);
+        m_scene.nodes.push_back({node->id, m_interaction.effectiveCenter(node->id, stored), stored,
+                                 m_interaction.effectiveSize(*node)});
+    }
+    return m_scene.nodes;
+}
+
 const CanvasScene &CanvasEditor::scene() const
 {
     if (m_sceneValid)
         return m_scene;
-    m_scene.nodes.clear();
     m_scene.files.clear();
     m_scene.edges.clear();
     m_scene.links.clear();
+    sceneCards();
     m_sceneValid = true;
     const TaskFlow *current = flow();
     if (!current)
@@ -238,13 +254,8 @@ const CanvasScene &CanvasEditor::scene() const
     const QList<const FlowNode *> &visible = visibleNodes();
     QHash<const FlowNode *, int> nodeIndex;
     nodeIndex.reserve(visible.size());
-    m_scene.nodes.reserve(std::size_t(visible.size()));
-    for (const FlowNode *node : visible) {
-        nodeIndex.insert(node, int(m_scene.nodes.size()));
-        const QPointF stored(node->posX, node->posY);
-        m_scene.nodes.push_back({node->id, m_interaction.effectiveCenter(node->id, stored), stored,
-                                 m_interaction.effectiveSize(*node)});
-    }
+    for (int i = 0; i < int(visible.size()); ++i)
+        nodeIndex.insert(visible[i], i);
     auto line = [](const QUuid &id, int from, int to, const CanvasScene::Card &a, const CanvasScene::Card &b) {
         return CanvasScene::Line{id, from, to, CanvasGeometry::spanningRect(a.center, b.center),
                                  CanvasGeometry::spanningRect(a.stored, b.stored)};
@@ -381,6 +392,7 @@ void CanvasEditor::invalidateFiltered()
 void CanvasEditor::invalidateScene()
 {
     m_sceneValid = false;
+    m_sceneCardsValid = false;
     m_contentBounds.reset();
 }
 

@@ -105,9 +105,11 @@ public:
     bool isDrawn(const FileLink &link) const;
     // The drawn cards and lines as plain arrays, for hit tests.
     const CanvasScene &scene() const;
-    // Whether the scene is made and current, so that asking for it costs
-    // nothing.
-    bool hasScene() const { return m_sceneValid; }
+    // The scene's cards alone, made without its lines when those are not
+    // made yet: about the cost of reading each card's frame from its task
+    // once, and every later frame finds the cards in view from it.
+    const std::vector<CanvasScene::Card> &sceneCards() const;
+    bool hasSceneCards() const { return m_sceneCardsValid; }
     // The frames of all cards as they are shown now.
     QRectF contentBounds() const;
     std::vector<QRectF> cardFrames() const;
@@ -246,6 +248,8 @@ private:
     mutable std::optional<QHash<const FlowNode *, QList<const FlowNode *>>> m_foldedBelow;
     mutable QList<const FlowNode *> m_visible;
     mutable bool m_sceneValid = false;
+    // The scene's cards, which may be made before the rest of it.
+    mutable bool m_sceneCardsValid = false;
     mutable CanvasScene m_scene;
     // Every card's frame, hidden ones too, changes only with the scene.
     mutable std::optional<QRectF> m_contentBounds;
