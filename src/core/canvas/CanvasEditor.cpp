@@ -233,8 +233,8 @@ const std::vector<CanvasScene::Card> &CanvasEditor::sceneCards() const
     m_scene.nodes.reserve(std::size_t(visible.size()));
     for (const FlowNode *node : visible) {
         const QPointF stored(node->posX, node->posY);
-        m_scene.nodes.push_back({node->id, m_interaction.effectiveCenter(node->id, stored), stored,
-                                 m_interaction.effectiveSize(*node)});
+        m_scene.nodes.push_back(
+            {node->id, m_interaction.effectiveCenter(node->id, stored), stored, m_interaction.effectiveSize(*node)});
     }
     return m_scene.nodes;
 }
