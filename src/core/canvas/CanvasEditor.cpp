@@ -346,7 +346,7 @@ std::vector<QRectF> CanvasEditor::cardFrames() const
 QRectF CanvasEditor::contentBounds() const
 {
     // Asked at every step of a pan or a zoom: read from every task's record,
-    // a large flow's frames cost more than the step's frame to paint them.
+    // a large flow's frames were a tenth of such a step's work.
     if (!m_contentBounds)
         m_contentBounds = CanvasGeometry::contentRectangle(cardFrames());
     return *m_contentBounds;
