@@ -82,6 +82,12 @@ void CanvasScenePainter::flowChanged()
         m_thumbnails.clear();
 }
 
+void CanvasScenePainter::dropFormer()
+{
+    m_formerLayouts = {};
+    m_formerCardImages.reset();
+}
+
 // --- the frame
 
 void CanvasScenePainter::paintGrid(QPainter &painter, const CanvasColors &colors, const ViewState &view,
@@ -112,8 +118,7 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
     painter.setRenderHint(QPainter::TextAntialiasing);
     const TaskFlow *flow = editor.flow();
     if (!flow) {
-        m_formerLayouts = {};
-        m_formerCardImages.reset();
+        dropFormer();
         painter.fillRect(exposed, colors.ramp.brandSubtle);
         if (view.grid)
             paintGrid(painter, colors, view, exposed);
@@ -162,19 +167,13 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
             if (CanvasGeometry::frame(cards[i].center, cards[i].size).intersects(visible))
                 cardsInView.emplace_back(nodes[qsizetype(i)], &m_contents.of(*flow, *nodes[qsizetype(i)]));
     };
-    const auto dropFormer = [this] {
-        m_formerLayouts = {};
-        m_formerCardImages.reset();
-    };
     m_whileLinesDraw.then = [&] {
         findCards(true);
         for (const auto &[node, content] : cardsInView)
             cardPicture(editor, *content, *node, colors, view, pixelRatio);
-        dropFormer();
     };
     paintLineLayer(painter, editor, colors, view, moving, exposed);
     m_whileLinesDraw = {};
-    dropFormer();
     if (!cardsFound)
         findCards(false);
     painter.setTransform(toScreen);

@@ -88,6 +88,10 @@ public:
     // pictures every flow's cards share (chrome, ports, shortened pill
     // texts) are kept.
     void flowChanged();
+    // The last flow's layouts and pictures, set aside by `flowChanged`, are
+    // freed once the new flow's first frame is shown.
+    bool holdsFormer() const { return !m_formerLayouts.isEmpty() || m_formerCardImages; }
+    void dropFormer();
 
     QFont titleFont() const { return m_titleFont; }
     // Where a card's title stands, relative to the card's top left corner.
@@ -278,8 +282,8 @@ private:
     QHash<QUuid, QImage> m_thumbnails;
     std::unique_ptr<QCache<QUuid, CardImage>> m_cardImages =
         std::make_unique<QCache<QUuid, CardImage>>(cardImageBudget);
-    // The last flow's layouts and pictures, freed while the second thread
-    // draws the new flow's lines rather than before its frame begins.
+    // The last flow's layouts and pictures, freed after the new flow's
+    // first frame rather than before it begins.
     QHash<QUuid, CardLayout> m_formerLayouts;
     std::unique_ptr<QCache<QUuid, CardImage>> m_formerCardImages;
     QList<std::pair<CardChromeKey, QImage>> m_cardChromes;

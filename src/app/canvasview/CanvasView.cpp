@@ -224,6 +224,7 @@ void CanvasView::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     if (!m_editor || !m_editor->flow()) {
         painter.fillRect(rect(), m_appearance.colors().ramp.brandSubtle);
+        m_scene.dropFormer();
         return;
     }
     CanvasScenePainter::ViewState view;
@@ -235,6 +236,13 @@ void CanvasView::paintEvent(QPaintEvent *event)
     view.editing = m_titleEditor->isVisible() ? m_titleEditorNode : std::nullopt;
     view.zooming = isZooming();
     m_scene.paint(painter, *m_editor, m_appearance.colors(), view, event->rect());
+    // Freeing the last flow's pictures and layouts made a new flow's first
+    // frame some 3 ms longer; once the frame is shown, it delays nothing.
+    if (m_scene.holdsFormer() && !std::exchange(m_formerDropPending, true))
+        QTimer::singleShot(0, this, [this] {
+            m_formerDropPending = false;
+            m_scene.dropFormer();
+        });
 }
 
 void CanvasView::resizeEvent(QResizeEvent *event)

@@ -149,6 +149,7 @@ private:
     std::optional<QUuid> m_titleEditorNode;
     // Set again only when it differs: each setting restyles the field.
     QString m_titleEditorStyle;
+    bool m_formerDropPending = false;
     bool m_finishingTitle = false;
 };
 
