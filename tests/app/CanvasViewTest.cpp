@@ -640,10 +640,12 @@ TEST_F(CanvasViewTest, AnEditRepaintsOnlyTheCardsItChanges)
     EXPECT_EQ(differingFromWholeRepaint(), 0);
 }
 
-TEST_F(CanvasViewTest, ArrowheadsDrawnWithTheLinesLayerMatchThoseDrawnWithMovingCards)
+TEST_F(CanvasViewTest, LinesDrawnIntoTheLayerMatchThoseDrawnWithMovingCards)
 {
     // Lines from eight cards to eight others at many slants, so that their
-    // heads fall across the rows the kept layer of lines is drawn in.
+    // heads fall across the rows the kept layer of lines is drawn in; some
+    // of them subtasks' dashed lines, one chosen, half the cards blue, so
+    // that a filter of blue leaves some of each kind whole.
     const TaskFlow &flow = flowOf({});
     QList<const FlowNode *> from;
     QList<const FlowNode *> to;
@@ -652,37 +654,55 @@ TEST_F(CanvasViewTest, ArrowheadsDrawnWithTheLinesLayerMatchThoseDrawnWithMoving
         store->moveNode(*from.last(), 150, 60 + 83 * i);
         to << store->addNode(QStringLiteral("After %1").arg(i), flow);
         store->moveNode(*to.last(), 640, 45 + 79 * i);
+        for (const FlowNode *task : {from.last(), to.last()})
+            store->setColor(i % 2 ? NodeColor::blue : NodeColor::none, *task);
     }
+    QUuid chosen;
     for (int i = 0; i < 8; ++i)
-        for (int j = i % 3; j < 8; j += 3)
-            store->addEdge(*from[i], *to[j], EdgeSource::manual, EdgeKind::dependency);
+        for (int j = i % 3; j < 8; j += 3) {
+            const DependencyEdge &edge =
+                store->addEdge(*from[i], *to[j], EdgeSource::manual, j == i ? EdgeKind::subtask : EdgeKind::dependency);
+            if (i == 1 && j == 7)
+                chosen = edge.id;
+        }
     open(flow);
     ASSERT_GE(canvas().height(), 5 * 64) << "tall enough for the layer to be drawn in strips";
-    const QImage kept = canvas().grab().toImage().convertToFormat(QImage::Format_RGB32);
+    interaction().setSelectedEdgeID(chosen);
 
     // Cards held still in a drag: their lines and heads are drawn whole
-    // over the frame rather than into the layer.
+    // over the frame, from the tasks, rather than into the layer.
     QSet<QUuid> all;
     for (const FlowNode *task : flow.items())
         all.insert(task->id);
-    interaction().setNodeDrag(NodeDrag{all, QPointF()});
-    const QImage whole = canvas().grab().toImage().convertToFormat(QImage::Format_RGB32);
-    interaction().setNodeDrag(std::nullopt);
-    ASSERT_EQ(kept.size(), whole.size());
-
-    // Lines blended into the layer may differ from stroked ones by a few
-    // levels along their edges; a head cut short differs by far more.
-    int far = 0;
-    for (int y = 0; y < whole.height(); ++y)
-        for (int x = 0; x < whole.width(); ++x) {
-            const QRgb a = kept.pixel(x, y);
-            const QRgb b = whole.pixel(x, y);
-            far += std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
-                             std::abs(qBlue(a) - qBlue(b))}) > 64
-                       ? 1
-                       : 0;
-        }
-    EXPECT_EQ(far, 0);
+    const auto farFromLiveLines = [&](bool fromScene) {
+        const QImage kept = canvas().grab().toImage().convertToFormat(QImage::Format_RGB32);
+        EXPECT_EQ(editor().hasScene(), fromScene);
+        interaction().setNodeDrag(NodeDrag{all, QPointF()});
+        const QImage whole = canvas().grab().toImage().convertToFormat(QImage::Format_RGB32);
+        interaction().setNodeDrag(std::nullopt);
+        EXPECT_EQ(kept.size(), whole.size());
+        // Lines blended into the layer may differ from stroked ones by a few
+        // levels along their edges; a head cut short, a line left out or
+        // drawn as another differs by far more.
+        int far = 0;
+        for (int y = 0; y < std::min(kept.height(), whole.height()); ++y)
+            for (int x = 0; x < std::min(kept.width(), whole.width()); ++x) {
+                const QRgb a = kept.pixel(x, y);
+                const QRgb b = whole.pixel(x, y);
+                far += std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
+                                 std::abs(qBlue(a) - qBlue(b))}) > 64
+                           ? 1
+                           : 0;
+            }
+        return far;
+    };
+    // The layer's lines found from the tasks, and then from the editor's
+    // scene, which a filter that dims makes for the lines it leaves whole.
+    EXPECT_EQ(farFromLiveLines(false), 0);
+    CanvasColorFilter blue;
+    blue.toggle(NodeColor::blue);
+    interaction().setColorFilter(blue);
+    EXPECT_EQ(farFromLiveLines(true), 0);
 }
 
 // A flow of every kind of card, shown in two palettes, light and dark, for

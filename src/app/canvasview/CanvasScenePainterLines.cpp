@@ -728,6 +728,13 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         on.setRenderHints(hints);
         drawGround(on, lower, middle, end, middle, false);
     };
+    // The lines between the cards are found in the editor's scene where it
+    // is kept (hit tests made it, and a filter that dims leaves it), and
+    // the scene is made for a filter's few whole lines: read from the
+    // records, the places of every line's cards cost more than the rest of
+    // such a frame. A gesture's frames read the records: the scene goes
+    // with each of its steps.
+    const bool fromScene = moving.isEmpty() && (editor.hasScene() || dimming == LineDimming::undimmedOnly);
     const auto gather = [&] {
         for (const FileLink *link : flow.fileLinks()) {
             if (!editor.isDrawn(*link) || !wanted(link->file()->id, link->node()->id))
@@ -748,34 +755,17 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
         }
 
         const std::optional<EdgeReconnect> &reconnect = interaction.edgeReconnect();
-        for (const DependencyEdge *edge : flow.edges()) {
-            if (!edge->fromItem() || !edge->toItem())
-                continue;
-            const FlowNode &from = *edge->fromItem();
-            const FlowNode &to = *edge->toItem();
-            if (!wanted(from.id, to.id))
-                continue;
-            // A line runs between its cards' centres, past them by at most half
-            // a card where cards overlap: most of a large flow's lines are passed
-            // over here, before the look-ups and the cut at the cards.
-            const QPointF fromCenter = center(from);
-            const QPointF toCenter = center(to);
-            const NodeSize fromSize = interaction.effectiveSize(from);
-            const NodeSize toSize = interaction.effectiveSize(to);
-            const double reach = std::max({fromSize.width, fromSize.height, toSize.width, toSize.height}) / 2 + 10;
-            if (!visible.intersects(QRectF(fromCenter, toCenter).normalized().adjusted(-reach, -reach, reach, reach)))
-                continue;
-            if (!editor.isDrawn(*edge))
-                continue;
+        const auto addEdge = [&](const DependencyEdge &edge, const FlowNode &from, const FlowNode &to,
+                                 QPointF fromCenter, NodeSize fromSize, QPointF toCenter, NodeSize toSize) {
             const bool dimmedEdge = isDimmed(from) || isDimmed(to);
             if (skipped(dimmedEdge))
-                continue;
+                return;
             const EdgeLine line = EdgeLine::between(fromCenter, fromSize, toCenter, toSize);
             if (!visible.intersects(QRectF(line.start, line.end).normalized().adjusted(-10, -10, 10, 10)))
-                continue;
-            const bool selected = interaction.selectedEdgeID() == edge->id;
+                return;
+            const bool selected = interaction.selectedEdgeID() == edge.id;
             double opacity = dimmedEdge ? dimmedLineStrength : 1;
-            if (reconnect && reconnect->edgeID == edge->id)
+            if (reconnect && reconnect->edgeID == edge.id)
                 opacity = 0.3;
             // Faded through the colour: a painter's opacity takes every line
             // off the raster engine's fast path.
@@ -788,9 +778,47 @@ void CanvasScenePainter::paintLines(QPainter &painter, const CanvasEditor &edito
             const QPointF base = line.end - d / length * std::min(arrowheadLength * 0.8, length);
             // A subtask line reads as belonging rather than following.
             batches.add(QPen(color, width, Qt::SolidLine, Qt::FlatCap), line.start, base, visible,
-                        edge->isSubtask() ? std::span<const double>(subtaskDashes) : std::span<const double>());
+                        edge.isSubtask() ? std::span<const double>(subtaskDashes) : std::span<const double>());
             if (visible.contains(line.end))
                 batches.addHead(color, line.end, line.start);
+        };
+        // A line runs between its cards' centres, past them by at most half
+        // a card where cards overlap: most of a large flow's lines are passed
+        // over on that box, before the look-ups and the cut at the cards.
+        const auto mayShow = [&](const QRectF &centres, NodeSize a, NodeSize b) {
+            const double reach = std::max({a.width, a.height, b.width, b.height}) / 2 + 10;
+            return visible.intersects(centres.adjusted(-reach, -reach, reach, reach));
+        };
+        if (fromScene) {
+            // The editor's flat list of drawn lines: the records of the few
+            // in view are read, not those of every line of the flow.
+            const CanvasScene &drawn = editor.scene();
+            const QList<const FlowNode *> &nodes = editor.visibleNodes();
+            const auto &edges = flow.edges();
+            for (const CanvasScene::Line &line : drawn.edges) {
+                const CanvasScene::Card &a = drawn.nodes[std::size_t(line.from)];
+                const CanvasScene::Card &b = drawn.nodes[std::size_t(line.to)];
+                if (!mayShow(line.shownBox, a.size, b.size) || !wanted(a.id, b.id))
+                    continue;
+                addEdge(*edges[std::size_t(line.listed)], *nodes[line.from], *nodes[line.to], a.center, a.size,
+                        b.center, b.size);
+            }
+            return;
+        }
+        for (const DependencyEdge *edge : flow.edges()) {
+            if (!edge->fromItem() || !edge->toItem())
+                continue;
+            const FlowNode &from = *edge->fromItem();
+            const FlowNode &to = *edge->toItem();
+            if (!wanted(from.id, to.id))
+                continue;
+            const QPointF fromCenter = center(from);
+            const QPointF toCenter = center(to);
+            const NodeSize fromSize = interaction.effectiveSize(from);
+            const NodeSize toSize = interaction.effectiveSize(to);
+            if (!mayShow(QRectF(fromCenter, toCenter).normalized(), fromSize, toSize) || !editor.isDrawn(*edge))
+                continue;
+            addEdge(*edge, from, to, fromCenter, fromSize, toCenter, toSize);
         }
     };
     if (!layer) {

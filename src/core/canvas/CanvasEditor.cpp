@@ -256,16 +256,20 @@ const CanvasScene &CanvasEditor::scene() const
     nodeIndex.reserve(visible.size());
     for (int i = 0; i < int(visible.size()); ++i)
         nodeIndex.insert(visible[i], i);
-    auto line = [](const QUuid &id, int from, int to, const CanvasScene::Card &a, const CanvasScene::Card &b) {
+    auto line = [](const QUuid &id, int from, int to, const CanvasScene::Card &a, const CanvasScene::Card &b,
+                   int listed) {
         return CanvasScene::Line{id, from, to, CanvasGeometry::spanningRect(a.center, b.center),
-                                 CanvasGeometry::spanningRect(a.stored, b.stored)};
+                                 CanvasGeometry::spanningRect(a.stored, b.stored), listed};
     };
     m_scene.edges.reserve(current->edges().size());
+    int listed = 0;
     for (const DependencyEdge *edge : current->edges()) {
         const int from = nodeIndex.value(edge->fromItem(), -1);
         const int to = nodeIndex.value(edge->toItem(), -1);
         if (from >= 0 && to >= 0)
-            m_scene.edges.push_back(line(edge->id, from, to, m_scene.nodes[std::size_t(from)], m_scene.nodes[std::size_t(to)]));
+            m_scene.edges.push_back(
+                line(edge->id, from, to, m_scene.nodes[std::size_t(from)], m_scene.nodes[std::size_t(to)], listed));
+        ++listed;
     }
     QHash<const FlowFile *, int> fileIndex;
     for (const FlowFile *file : current->files()) {
@@ -276,11 +280,14 @@ const CanvasScene &CanvasEditor::scene() const
         m_scene.files.push_back({file->id, m_interaction.effectiveFileCenter(file->id, stored), stored,
                                  m_interaction.effectiveFileSize(*file)});
     }
+    listed = 0;
     for (const FileLink *link : current->fileLinks()) {
         const int from = fileIndex.value(link->file(), -1);
         const int to = nodeIndex.value(link->node(), -1);
         if (from >= 0 && to >= 0)
-            m_scene.links.push_back(line(link->id, from, to, m_scene.files[std::size_t(from)], m_scene.nodes[std::size_t(to)]));
+            m_scene.links.push_back(
+                line(link->id, from, to, m_scene.files[std::size_t(from)], m_scene.nodes[std::size_t(to)], listed));
+        ++listed;
     }
     return m_scene;
 }

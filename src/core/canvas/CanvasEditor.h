@@ -110,6 +110,7 @@ public:
     // once, and every later frame finds the cards in view from it.
     const std::vector<CanvasScene::Card> &sceneCards() const;
     bool hasSceneCards() const { return m_sceneCardsValid; }
+    bool hasScene() const { return m_sceneValid; }
     // The frames of all cards as they are shown now.
     QRectF contentBounds() const;
     std::vector<QRectF> cardFrames() const;

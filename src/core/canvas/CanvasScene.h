@@ -34,6 +34,8 @@ struct CanvasScene {
         QRectF shownBox;
         // The box around both stored centres.
         QRectF storedBox;
+        // The line's place in its flow's list of edges or of links.
+        int listed = -1;
     };
 
     std::vector<Card> nodes;
