@@ -99,24 +99,29 @@ protected:
         return names;
     }
     QString zoomLevel() const { return detail().zoomPill()->level()->text(); }
-    // Pixels of the canvas on screen, after the repaints it asked for, that
-    // differ from the canvas painted whole.
-    int differingFromWholeRepaint() const
+    // The canvas as the window shows it, after the repaints it asked for.
+    QImage shownOnScreen() const
     {
         const QPoint origin = canvas().mapTo(window.get(), QPoint(0, 0));
-        const QImage onScreen =
-            window->screen()
-                ->grabWindow(window->winId(), origin.x(), origin.y(), canvas().width(), canvas().height())
-                .toImage()
-                .convertToFormat(QImage::Format_RGB32);
-        const QImage whole = canvas().grab().toImage().convertToFormat(QImage::Format_RGB32);
-        if (onScreen.size() != whole.size())
-            return int(whole.width() * whole.height());
-        int differing = 0;
-        for (int y = 0; y < whole.height(); ++y)
-            for (int x = 0; x < whole.width(); ++x)
-                differing += onScreen.pixel(x, y) != whole.pixel(x, y) ? 1 : 0;
-        return differing;
+        return window->screen()
+            ->grabWindow(window->winId(), origin.x(), origin.y(), canvas().width(), canvas().height())
+            .toImage()
+            .convertToFormat(QImage::Format_RGB32);
+    }
+    static int differing(const QImage &a, const QImage &b)
+    {
+        if (a.size() != b.size())
+            return int(b.width() * b.height());
+        int count = 0;
+        for (int y = 0; y < b.height(); ++y)
+            for (int x = 0; x < b.width(); ++x)
+                count += a.pixel(x, y) != b.pixel(x, y) ? 1 : 0;
+        return count;
+    }
+    // Pixels of the canvas on screen that differ from the canvas painted whole.
+    int differingFromWholeRepaint() const
+    {
+        return differing(shownOnScreen(), canvas().grab().toImage().convertToFormat(QImage::Format_RGB32));
     }
 };
 
@@ -703,6 +708,41 @@ TEST_F(CanvasViewTest, LinesDrawnIntoTheLayerMatchThoseDrawnWithMovingCards)
     blue.toggle(NodeColor::blue);
     interaction().setColorFilter(blue);
     EXPECT_EQ(farFromLiveLines(true), 0);
+}
+
+TEST_F(CanvasViewTest, ManyCardsCopiedOnTwoThreadsShowWhatOneThreadDraws)
+{
+    // Enough cards in view for the window to share their copies out
+    // between two threads, packed so that cards, ports, fold counts and
+    // the grip reach across the rows where the frame is halved; some
+    // dimmed by a filter, one chosen.
+    const TaskFlow &flow = flowOf({});
+    QList<const FlowNode *> tasks;
+    for (int i = 0; i < 144; ++i) {
+        tasks << store->addNode(QStringLiteral("Task %1").arg(i), flow);
+        store->moveNode(*tasks.last(), 110 + 150 * (i % 12), 60 + 70 * (i / 12));
+        if (i % 3 == 0)
+            store->setColor(NodeColor::blue, *tasks.last());
+    }
+    for (int i = 0; i + 1 < 144; i += 9) {
+        store->addEdge(*tasks[i], *tasks[i + 1], EdgeSource::manual, EdgeKind::subtask);
+        store->setCollapsed(*tasks[i], true);
+    }
+    store->setViewport(flow, 0, 0, 0.5);
+    open(flow);
+    CanvasColorFilter blue;
+    blue.toggle(NodeColor::blue);
+    interaction().setColorFilter(blue);
+    interaction().setSelectedItemIDs({tasks[66]->id});
+    QApplication::processEvents();
+    // Painted in bands too narrow to share out, on the window's thread
+    // alone, and then whole.
+    const int band = 40;
+    for (int top = 0; top < canvas().height(); top += band)
+        canvas().repaint(QRect(0, top, canvas().width(), band));
+    const QImage byOneThread = shownOnScreen();
+    canvas().repaint();
+    EXPECT_EQ(differing(shownOnScreen(), byOneThread), 0);
 }
 
 // A flow of every kind of card, shown in two palettes, light and dark, for

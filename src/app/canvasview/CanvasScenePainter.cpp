@@ -11,11 +11,13 @@
 
 #include <QApplication>
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
+#include <thread>
 #include <vector>
 
 namespace fenrow {
@@ -204,8 +206,16 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
         if (interaction.fileFrame(*file).intersects(visible))
             paintFile(painter, editor, *file, colors, view);
     }
+    std::vector<CardDraw> cards;
+    cards.reserve(cardsInView.size());
     for (const auto &[node, content] : cardsInView)
-        paintNode(painter, editor, *content, *node, colors, view);
+        cards.push_back(cardDraw(editor, *content, *node, colors, view, pixelRatio));
+    painter.resetTransform();
+    copyCards(painter, cards);
+    // Fold counts and grips over every card: they are text and strokes,
+    // which only the window's thread draws.
+    for (const CardDraw &card : cards)
+        paintCardMarks(painter, card, colors);
     painter.setTransform(toScreen);
     painter.setOpacity(1);
 
@@ -270,6 +280,56 @@ void CanvasScenePainter::paint(QPainter &painter, const CanvasEditor &editor, co
             text = qtTrId("canvas.file.drop.failed ").arg(failure->filename);
         paintBanner(painter, screenPoint(failure->location, view), text, colors, viewport);
     }
+}
+
+void CanvasScenePainter::copyCards(QPainter &painter, const std::vector<CardDraw> &cards)
+{
+    // The frame's own pixels, where they are an image at one pixel per
+    // unit (a window's backing store, or a widget grabbed); anything else
+    // is copied here.
+    QPaintEngine *const engine = painter.paintEngine();
+    QPaintDevice *const device = engine ? engine->paintDevice() : nullptr;
+    const QTransform toDevice = painter.deviceTransform();
+    const bool shared = cards.size() >= 64 && std::thread::hardware_concurrency() > 1 && device &&
+                        device->devType() == QInternal::Image && !painter.hasClipping() &&
+                        toDevice.type() <= QTransform::TxTranslate && toDevice.dx() == std::round(toDevice.dx()) &&
+                        toDevice.dy() == std::round(toDevice.dy()) && device->devicePixelRatioF() == 1;
+    if (!shared) {
+        for (const CardDraw &card : cards)
+            copyCard(painter, card);
+        return;
+    }
+    // Each half of the rows it paints takes the cards that reach into it,
+    // in the same order, clipped to it: every pixel sees the same copies
+    // as it would on one thread. The lower half goes to a second thread
+    // with a painter of its own over the same pixels.
+    const QImage &frame = *static_cast<QImage *>(device);
+    const QRegion painted = engine->systemClip().isEmpty() ? QRegion(frame.rect()) : engine->systemClip();
+    const QRect span = painted.boundingRect();
+    const int middle = span.top() + span.height() / 2;
+    const QRegion upper = painted & QRect(span.left(), span.top(), span.width(), middle - span.top());
+    const QRegion lower = painted - upper;
+    const auto copyInto = [&](QPainter &into, const QRegion &rows) {
+        const QRectF reach = toDevice.inverted().mapRect(QRectF(rows.boundingRect()));
+        for (const CardDraw &card : cards)
+            if (card.bounds.intersects(reach))
+                copyCard(into, card);
+    };
+    const QPainter::RenderHints hints = painter.renderHints();
+    std::thread helper([&] {
+        QImage pixels(const_cast<uchar *>(frame.constBits()), frame.width(), frame.height(), frame.bytesPerLine(),
+                      frame.format());
+        QPainter into(&pixels);
+        into.setRenderHints(hints);
+        into.setClipRegion(lower);
+        into.setTransform(toDevice);
+        copyInto(into, lower);
+    });
+    painter.save();
+    painter.setClipRegion(toDevice.inverted().map(upper));
+    copyInto(painter, upper);
+    painter.restore();
+    helper.join();
 }
 
 QSet<QUuid> CanvasScenePainter::movingCards(const CanvasInteraction &interaction)

@@ -23,6 +23,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class QPainter;
 
@@ -260,11 +261,46 @@ private:
     QImage thumbnail(const FlowFile &file);
 
     void paintGrid(QPainter &painter, const CanvasColors &colors, const ViewState &view, const QRectF &exposed) const;
-    void paintNode(QPainter &painter, const CanvasEditor &editor, const CardContent &content, const FlowNode &node,
-                   const CanvasColors &colors, const ViewState &view);
-    // `foldedCount` tasks hidden below a folded port are told beside it.
-    void paintPort(QPainter &painter, QPointF screenAnchor, const CardContent *content, int foldedCount, bool hovered,
-                   const CanvasColors &colors) const;
+    // A port's look, drawn once and copied: a card's (`content`) or a file's.
+    struct PortLook {
+        QImage image;
+        double radius = 0;
+        bool folded = false;
+    };
+    const PortLook &portLook(const CardContent *content, bool hovered, const CanvasColors &colors,
+                             double pixelRatio) const;
+    // Where a port's image goes for its centre to fall on a pixel's corner.
+    static QPointF portCorner(QPointF screenAnchor, const QImage &image);
+    // What a card in view shows, worked out on the window's thread: the
+    // picture and port it copies, and the marks drawn over every card.
+    struct CardDraw {
+        QImage picture;
+        // The picture's top left on whole device pixels, or the rectangle
+        // it is stretched over while a zoom moves.
+        QPointF corner;
+        std::optional<QRectF> stretched;
+        double opacity = 1;
+        std::optional<PortLook> port;
+        QPointF portAnchor;
+        // Tasks folded away below the port, told beside it.
+        int foldedCount = 0;
+        // The resize grip's corner.
+        std::optional<QPointF> grip;
+        // What the copies cover, on screen.
+        QRectF bounds;
+    };
+    CardDraw cardDraw(const CanvasEditor &editor, const CardContent &content, const FlowNode &node,
+                      const CanvasColors &colors, const ViewState &view, double pixelRatio);
+    // Only copies images, so it may run on any thread that has a painter
+    // of its own over pixels no other thread draws.
+    static void copyCard(QPainter &painter, const CardDraw &card);
+    // Copies every card, in halves on two threads where the frame is an
+    // image whose pixels can be shared out.
+    static void copyCards(QPainter &painter, const std::vector<CardDraw> &cards);
+    void paintCardMarks(QPainter &painter, const CardDraw &card, const CanvasColors &colors) const;
+    void paintPort(QPainter &painter, QPointF screenAnchor, bool hovered, const CanvasColors &colors) const;
+    void paintFoldedCount(QPainter &painter, QPointF screenAnchor, double radius, int count,
+                          const CanvasColors &colors) const;
     void paintFile(QPainter &painter, const CanvasEditor &editor, const FlowFile &file, const CanvasColors &colors,
                    const ViewState &view);
     void paintBanner(QPainter &painter, QPointF screenPoint, const QString &text, const CanvasColors &colors,
@@ -298,7 +334,7 @@ private:
         double pixelRatio = 1;
         friend bool operator==(const PortKey &, const PortKey &) = default;
     };
-    mutable QList<std::pair<PortKey, QImage>> m_ports;
+    mutable QList<std::pair<PortKey, PortLook>> m_ports;
     // By card: the picture's cache key and opacity, and the faded picture,
     // within the same budget as the pictures themselves.
     struct FadedCard {

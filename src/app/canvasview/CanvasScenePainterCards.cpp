@@ -465,60 +465,97 @@ QImage CanvasScenePainter::cardPicture(const CanvasEditor &editor, const CardCon
                      view.scale > 0 ? view.scale : 1, pixelRatio, colors, view.zooming);
 }
 
-void CanvasScenePainter::paintNode(QPainter &painter, const CanvasEditor &editor, const CardContent &content,
-                                   const FlowNode &node, const CanvasColors &colors, const ViewState &view)
+CanvasScenePainter::CardDraw CanvasScenePainter::cardDraw(const CanvasEditor &editor, const CardContent &content,
+                                                          const FlowNode &node, const CanvasColors &colors,
+                                                          const ViewState &view, double pixelRatio)
 {
     const CanvasInteraction &interaction = editor.interaction();
     const NodeSize size = interaction.effectiveSize(node);
     const QRectF rect = interaction.frame(node);
     const double scale = view.scale > 0 ? view.scale : 1;
     const CardLook look = lookOf(editor, node, view);
-    const double opacity = editor.isDimmed(node) ? 0.25 : 1;
+    CardDraw card;
+    card.opacity = editor.isDimmed(node) ? 0.25 : 1;
 
     // The card is drawn once into an image at this scale and then only
     // copied while it stays the same; a pan or a drag elsewhere costs a copy.
-    const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
     const QImage image = cardPicture(editor, content, node, colors, view, pixelRatio);
     const QPointF corner = screenPoint(rect.topLeft() - QPointF(cardImageMargin, cardImageMargin), view);
     // Whole device pixels keep the text as crisp as it was drawn.
-    const QPointF snapped(std::round(corner.x() * pixelRatio) / pixelRatio, std::round(corner.y() * pixelRatio) / pixelRatio);
+    card.corner =
+        QPointF(std::round(corner.x() * pixelRatio) / pixelRatio, std::round(corner.y() * pixelRatio) / pixelRatio);
     const QSizeF shown = QSizeF(size.width + 2 * cardImageMargin, size.height + 2 * cardImageMargin) * scale;
-    painter.resetTransform();
     if (std::abs(shown.width() - image.deviceIndependentSize().width()) < 1.0) {
-        painter.setOpacity(1);
-        painter.drawImage(snapped, opacity < 1 ? fadedCardImage(node.id, image, opacity) : image);
+        card.picture = card.opacity < 1 ? fadedCardImage(node.id, image, card.opacity) : image;
+        card.bounds = QRectF(card.corner, card.picture.deviceIndependentSize());
     } else {
-        painter.setOpacity(opacity);
         // An image of another scale, stretched while the zoom moves.
-        painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        painter.drawImage(QRectF(snapped, shown), image);
+        card.picture = image;
+        card.stretched = QRectF(card.corner, shown);
+        card.bounds = *card.stretched;
     }
 
     // Port and grip keep their size on screen.
     const bool connecting = interaction.pendingConnection() && interaction.pendingConnection()->fromItemID == node.id;
+    if (content.canCollapse || look.hovered || look.selected || connecting) {
+        card.port = portLook(&content, view.hoveredPort == node.id || connecting, colors, pixelRatio);
+        card.portAnchor = screenPoint(portAnchor(rect.center(), size), view);
+        card.foldedCount = content.folded ? editor.foldedCount(node) : 0;
+        card.bounds |= QRectF(portCorner(card.portAnchor, card.port->image), card.port->image.deviceIndependentSize());
+    }
+    if (look.hovered || look.selected)
+        card.grip = screenPoint(rect.bottomRight(), view);
+    return card;
+}
+
+void CanvasScenePainter::copyCard(QPainter &painter, const CardDraw &card)
+{
+    if (card.stretched) {
+        painter.setOpacity(card.opacity);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(*card.stretched, card.picture);
+    } else {
+        // Faded already: copying is the raster engine's fast path.
+        painter.setOpacity(1);
+        painter.drawImage(card.corner, card.picture);
+    }
     // A dimmed card's port is dimmed with it, not left standing out.
-    painter.setOpacity(opacity);
-    if (content.canCollapse || look.hovered || look.selected || connecting)
-        paintPort(painter, screenPoint(portAnchor(rect.center(), size), view), &content,
-                  content.folded ? editor.foldedCount(node) : 0, view.hoveredPort == node.id || connecting, colors);
-    if (look.hovered || look.selected) {
-        const QPointF gripCorner = screenPoint(rect.bottomRight(), view);
-        painter.setPen(QPen(colors.secondaryText, 1.3, Qt::SolidLine, Qt::FlatCap));
-        for (const double step : {4.0, 8.0})
-            painter.drawLine(gripCorner + QPointF(-4, -4 - step), gripCorner + QPointF(-4 - step, -4));
+    if (card.port) {
+        painter.setOpacity(card.opacity);
+        painter.drawImage(portCorner(card.portAnchor, card.port->image), card.port->image);
     }
     painter.setOpacity(1);
 }
 
-void CanvasScenePainter::paintPort(QPainter &painter, QPointF anchor, const CardContent *content, int foldedCount,
-                                   bool hovered, const CanvasColors &colors) const
+void CanvasScenePainter::paintCardMarks(QPainter &painter, const CardDraw &card, const CanvasColors &colors) const
+{
+    painter.setOpacity(card.opacity);
+    if (card.port && card.port->folded && card.foldedCount > 0)
+        paintFoldedCount(painter, card.portAnchor, card.port->radius, card.foldedCount, colors);
+    if (card.grip) {
+        painter.setPen(QPen(colors.secondaryText, 1.3, Qt::SolidLine, Qt::FlatCap));
+        for (const double step : {4.0, 8.0})
+            painter.drawLine(*card.grip + QPointF(-4, -4 - step), *card.grip + QPointF(-4 - step, -4));
+    }
+    painter.setOpacity(1);
+}
+
+QPointF CanvasScenePainter::portCorner(QPointF anchor, const QImage &image)
+{
+    const double pixelRatio = image.devicePixelRatio();
+    return (QPointF(std::round(anchor.x() * pixelRatio), std::round(anchor.y() * pixelRatio)) -
+            QPointF(image.width(), image.height()) / 2) /
+           pixelRatio;
+}
+
+const CanvasScenePainter::PortLook &CanvasScenePainter::portLook(const CardContent *content, bool hovered,
+                                                                 const CanvasColors &colors, double pixelRatio) const
 {
     const double radius = portDiameter / 2 * (hovered ? portHoverGrowth : 1);
     const bool folded = content && content->folded;
     const bool marked = content && content->canCollapse && !folded;
     // Every card with subtasks shows a port, and they look alike: each look
     // is drawn once and copied, its centre on a pixel's corner.
-    const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
     const PortKey key{hovered,
                       folded,
                       marked,
@@ -526,50 +563,55 @@ void CanvasScenePainter::paintPort(QPainter &painter, QPointF anchor, const Card
                       (folded ? colors.ramp.portFolded : colors.ramp.nodeSurface).rgba(),
                       pixelRatio};
     auto found = std::find_if(m_ports.cbegin(), m_ports.cend(), [&](const auto &port) { return port.first == key; });
-    if (found == m_ports.cend()) {
-        // A theme changed its colours many times over.
-        if (m_ports.size() >= 16)
-            m_ports.clear();
-        const int side = 2 * int(std::ceil((radius + portStroke) * pixelRatio));
-        QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        {
-            QPainter into(&image);
-            into.setRenderHint(QPainter::Antialiasing);
-            into.scale(pixelRatio, pixelRatio);
-            const QPointF center = QPointF(side, side) / 2 / pixelRatio;
-            into.setPen(QPen(colors.ramp.brand, portStroke));
-            into.setBrush(folded ? colors.ramp.portFolded : colors.ramp.nodeSurface);
-            into.drawEllipse(center, radius, radius);
-            if (marked) {
-                into.setPen(Qt::NoPen);
-                into.setBrush(colors.ramp.brand);
-                into.drawEllipse(center, 2.2, 2.2);
-            }
+    if (found != m_ports.cend())
+        return found->second;
+    // A theme changed its colours many times over.
+    if (m_ports.size() >= 16)
+        m_ports.clear();
+    const int side = 2 * int(std::ceil((radius + portStroke) * pixelRatio));
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    {
+        QPainter into(&image);
+        into.setRenderHint(QPainter::Antialiasing);
+        into.scale(pixelRatio, pixelRatio);
+        const QPointF center = QPointF(side, side) / 2 / pixelRatio;
+        into.setPen(QPen(colors.ramp.brand, portStroke));
+        into.setBrush(folded ? colors.ramp.portFolded : colors.ramp.nodeSurface);
+        into.drawEllipse(center, radius, radius);
+        if (marked) {
+            into.setPen(Qt::NoPen);
+            into.setBrush(colors.ramp.brand);
+            into.drawEllipse(center, 2.2, 2.2);
         }
-        image.setDevicePixelRatio(pixelRatio);
-        m_ports.append({key, image});
-        found = m_ports.cend() - 1;
     }
-    const QImage &image = found->second;
-    const QPointF corner = (QPointF(std::round(anchor.x() * pixelRatio), std::round(anchor.y() * pixelRatio)) -
-                            QPointF(image.width(), image.height()) / 2) /
-                           pixelRatio;
-    painter.drawImage(corner, image);
-    if (folded && foldedCount > 0) {
-        // The count of tasks folded away, in a tag beside the port.
-        const QString count = QStringLiteral("+%1").arg(foldedCount);
-        const QFontMetricsF metrics(m_pillFont);
-        const double width = std::ceil(metrics.horizontalAdvance(count)) + 12;
-        const QRectF tag(anchor.x() + radius + 4, anchor.y() - 9, width, 18);
-        painter.setPen(Qt::NoPen);
-        // On a dark ground the folded colour is too close to the ground to read.
-        painter.setBrush(colors.dark ? colors.ramp.brandBorder : colors.ramp.portFolded);
-        painter.drawRoundedRect(tag, 9, 9);
-        painter.setFont(m_pillFont);
-        painter.setPen(colors.dark ? colors.text : QColor(Qt::white));
-        painter.drawText(tag, Qt::AlignCenter, count);
-    }
+    image.setDevicePixelRatio(pixelRatio);
+    m_ports.append({key, PortLook{image, radius, folded}});
+    return m_ports.last().second;
+}
+
+void CanvasScenePainter::paintPort(QPainter &painter, QPointF anchor, bool hovered, const CanvasColors &colors) const
+{
+    const double pixelRatio = painter.device() ? painter.device()->devicePixelRatioF() : 1;
+    const QImage &image = portLook(nullptr, hovered, colors, pixelRatio).image;
+    painter.drawImage(portCorner(anchor, image), image);
+}
+
+void CanvasScenePainter::paintFoldedCount(QPainter &painter, QPointF anchor, double radius, int count,
+                                          const CanvasColors &colors) const
+{
+    // The count of tasks folded away, in a tag beside the port.
+    const QString text = QStringLiteral("+%1").arg(count);
+    const QFontMetricsF metrics(m_pillFont);
+    const double width = std::ceil(metrics.horizontalAdvance(text)) + 12;
+    const QRectF tag(anchor.x() + radius + 4, anchor.y() - 9, width, 18);
+    painter.setPen(Qt::NoPen);
+    // On a dark ground the folded colour is too close to the ground to read.
+    painter.setBrush(colors.dark ? colors.ramp.brandBorder : colors.ramp.portFolded);
+    painter.drawRoundedRect(tag, 9, 9);
+    painter.setFont(m_pillFont);
+    painter.setPen(colors.dark ? colors.text : QColor(Qt::white));
+    painter.drawText(tag, Qt::AlignCenter, text);
 }
 
 void CanvasScenePainter::paintFile(QPainter &painter, const CanvasEditor &editor, const FlowFile &file,
@@ -627,8 +669,7 @@ void CanvasScenePainter::paintFile(QPainter &painter, const CanvasEditor &editor
 
     painter.resetTransform();
     if (hovered || selected || (interaction.pendingFileLink() && interaction.pendingFileLink()->fileID == file.id))
-        paintPort(painter, screenPoint(portAnchor(rect.center(), size), view), nullptr, 0, view.hoveredPort == file.id,
-                  colors);
+        paintPort(painter, screenPoint(portAnchor(rect.center(), size), view), view.hoveredPort == file.id, colors);
     if (hovered || selected) {
         const QPointF corner = screenPoint(rect.bottomRight(), view);
         painter.setPen(QPen(colors.secondaryText, 1.3, Qt::SolidLine, Qt::RoundCap));
