@@ -244,6 +244,8 @@ struct Window {
             window->editor->persistViewport();
         }
         window->settle();
+        // What the window does once idle (the last flow's pictures freed).
+        QCoreApplication::processEvents();
         shared = std::move(window);
         return shared.get();
     }
