@@ -622,8 +622,11 @@ TEST_F(CanvasViewTest, AnEditRepaintsOnlyTheCardsItChanges)
     EXPECT_EQ(differingFromWholeRepaint(), 0);
 
     // Selected: the card taken in and the one left.
-    // The first opens the inspector, and the view eases over beside it.
+    // The first opens the inspector, and the view eases over beside it
+    // once the panel has taken its room.
     interaction().setSelectedItemIDs({van.id});
+    QApplication::processEvents();
+    EXPECT_TRUE(canvas().isZooming());
     ASSERT_TRUE(QTest::qWaitFor([&] { return !canvas().isZooming(); }));
     painted = repainted([&] { interaction().setSelectedItemIDs({keys.id}); });
     EXPECT_TRUE(shows(painted, van));
@@ -783,7 +786,9 @@ protected:
     // The window as it shows now, saved for a reviewer.
     QImage save(const QString &name)
     {
-        // Cards are drawn sharp again once a zoom rests.
+        // Cards are drawn sharp again once a zoom rests; an ease may start
+        // only once the inspector has taken its room.
+        QApplication::processEvents();
         EXPECT_TRUE(QTest::qWaitFor([&] { return !canvas().isZooming(); }));
         return saveScreenshot(*window, name);
     }
